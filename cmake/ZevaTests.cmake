@@ -6,6 +6,15 @@ include(GoogleTest)
 # Real drawings that tests open where the folder is present; such tests skip cleanly where it is not.
 set(ZEVA_DRAWINGS_DIR "${PROJECT_SOURCE_DIR}/../shared/drawings" CACHE PATH "Folder with real drawings for the tests")
 
+# What every test finds in its environment. Leaks of the system's own libraries are none of ours.
+set(ZEVA_TEST_ENVIRONMENT "LC_ALL=C.UTF-8")
+if(ZEVA_SANITIZE)
+    list(APPEND ZEVA_TEST_ENVIRONMENT
+        "ASAN_OPTIONS=strict_string_checks=1:detect_stack_use_after_return=1"
+        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0"
+        "UBSAN_OPTIONS=print_stacktrace=1")
+endif()
+
 # zeva_kernel_test(NAME SOURCES s... LIBRARIES l...): a GoogleTest program for a kernel library that knows no Qt.
 function(zeva_kernel_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -14,16 +23,29 @@ function(zeva_kernel_test name)
     target_compile_definitions(tst_${name} PRIVATE
         ZEVA_DRAWINGS_DIR="${ZEVA_DRAWINGS_DIR}" ZEVA_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
     add_test(NAME ${name} COMMAND tst_${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT}")
 endfunction()
 
-# zeva_qt_test(NAME SOURCES s... LIBRARIES l...): a QtTest program on the offscreen platform.
-function(zeva_qt_test name)
+# zeva_qt_program(NAME SOURCES s... LIBRARIES l...): the program behind the two kinds of test below.
+function(zeva_qt_program name)
     cmake_parse_arguments(arg "" "" "SOURCES;LIBRARIES" ${ARGN})
     add_executable(tst_${name} ${arg_SOURCES})
     set_target_properties(tst_${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(tst_${name} PRIVATE ${arg_LIBRARIES} Qt5::Test Qt5::Widgets zeva_qt_settings)
     target_compile_definitions(tst_${name} PRIVATE
         ZEVA_DRAWINGS_DIR="${ZEVA_DRAWINGS_DIR}" ZEVA_SAMPLES_DIR="${PROJECT_SOURCE_DIR}/samples")
+endfunction()
+
+# zeva_qt_test(NAME SOURCES s... LIBRARIES l...): a QtTest program on the offscreen platform.
+function(zeva_qt_test name)
+    zeva_qt_program(${name} ${ARGN})
     add_test(NAME ${name} COMMAND tst_${name})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT};QT_QPA_PLATFORM=offscreen")
+endfunction()
+
+# zeva_x11_test(NAME SOURCES s... LIBRARIES l...): a QtTest program on an X server of its own with a window manager.
+function(zeva_x11_test name)
+    zeva_qt_program(${name} ${ARGN})
+    add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/support/virtual-display" $<TARGET_FILE:tst_${name}>)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT}" LABELS x11)
 endfunction()
