@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVDBDATABASE_H
+#define ZVDBDATABASE_H
+
+#include "base/zvarray.h"
+#include "base/zvcmcolor.h"
+#include "base/zvge3d.h"
+#include "db/zvdbobject.h"
+#include "db/zvdbreactor.h"
+
+class ZvDbBlockTable;
+class ZvDbBlockTableRecord;
+class ZvDbDictionary;
+class ZvDbDimStyleTable;
+class ZvDbEntity;
+class ZvDbLayerTable;
+class ZvDbLinetypeTable;
+class ZvDbRegAppTable;
+class ZvDbSymbolTable;
+class ZvDbTextStyleTable;
+class ZvDbUCSTable;
+class ZvDbViewTable;
+class ZvDbViewportTable;
+class ZvDbDatabasePrivate;
+
+/// What reading or saving a drawing file has to tell.
+struct ZV_EXPORT ZvDbFileReport
+{
+    struct Warning
+    {
+        ZvString text; ///< What was found, in plain words.
+        int count = 0;
+        long long firstLine = 0; ///< Line of a text file, byte offset of a binary one; 0 when unknown.
+    };
+    Zv::ErrorStatus status = Zv::eOk;
+    ZvString message; ///< What failed and where; empty on success.
+    ZvArray<Warning> warnings;
+};
+
+/// Told of long work. The callback runs on the calling thread and may process events.
+class ZV_EXPORT ZvDbProgress
+{
+public:
+    virtual ~ZvDbProgress();
+    /// \a fraction runs from 0 to 1. False cancels the work, which then ends with eCancelled and changes nothing.
+    virtual bool progress(double fraction) = 0;
+};
+
+/// A drawing. Counted; made empty by create(), with the tables, dictionaries, the layer "0", the line types ByBlock,
+/// ByLayer and Continuous, the text style, dimension style and layouts that every drawing has.
+///
+/// Everything runs on the main thread.
+class ZV_EXPORT ZvDbDatabase : public ZvRxObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbDatabase)
+public:
+    /// Holds the one reference of the new drawing. Metric sets millimetres and the metric defaults.
+    static ZvSmartPtr<ZvDbDatabase> create(bool metric = true);
+    ~ZvDbDatabase() override;
+
+    // ---- files
+    /// Replaces the content of a newly created database by that of a file: DXF, text or binary, R12 to 2018. On failure
+    /// and on cancel the database is empty and must be dropped. The report names every warning.
+    Zv::ErrorStatus readFile(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    Zv::ErrorStatus readStream(const void *bytes, std::size_t size, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    /// Writes beside the file and renames over it: whatever fails, the old file stays whole. A drawing that was read
+    /// keeps its form (version, text or binary, line ends) and every tag that was not changed.
+    Zv::ErrorStatus saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    ZvDb::FileVersion fileVersion() const;
+    bool isFileBinary() const;
+    /// Changed since it was read, made or saved.
+    bool isModified() const;
+    void setModified(bool modified);
+
+    // ---- reactors
+    /// Adding one twice keeps one; removing an absent one is nothing. Not owned.
+    void addReactor(ZvDbDatabaseReactor *reactor);
+    void removeReactor(ZvDbDatabaseReactor *reactor);
+
+    // ---- objects
+    /// Adds an object that belongs to no database and takes it over. It stays open for write: the caller closes it.
+    Zv::ErrorStatus addObject(ZvDbObject *object, ZvDbObjectId &id, ZvDbObjectId owner);
+    /// Null id for an unknown handle.
+    ZvDbObjectId idOfHandle(std::uint64_t handle) const;
+    /// Number of objects that are open now: 0 between operations.
+    int openObjectCount() const;
+    /// Number of openings since the database was made.
+    std::uint64_t openingsCount() const;
+    /// Rises with every change of any entity, table record, dictionary or variable: equal stamps, nothing changed.
+    std::uint64_t changeStamp() const;
+    /// Stamp of one table or dictionary: its own entries and their data.
+    std::uint64_t changeStamp(ZvDbObjectId table) const;
+    /// While any is held, objects opened for read only are not kept decoded after their close: for one pass over a
+    /// large drawing.
+    class ZV_EXPORT TransientReads
+    {
+    public:
+        explicit TransientReads(ZvDbDatabase &database);
+        ~TransientReads();
+        TransientReads(const TransientReads &) = delete;
+        TransientReads &operator=(const TransientReads &) = delete;
+
+    private:
+        ZvDbDatabase &m_database;
+    };
+
+    // ---- undo
+    /// Opens the undo step of a command; steps nest, and the outermost makes the entry. A write outside any step makes
+    /// a step of its own. A step in which nothing was changed leaves none.
+    void beginUndoStep(const ZvString &name);
+    void endUndoStep();
+    /// The next step adds itself to the last one, as long as \a key is the one that made it. Empty ends it.
+    void setUndoMergeKey(const ZvString &key);
+    bool canUndo() const;
+    bool canRedo() const;
+    /// Name of the step that undo() or redo() would take; empty when there is none.
+    ZvString undoName() const;
+    ZvString redoName() const;
+    /// Raise the notices of what they change. False when there is no step, or one is open.
+    bool undo();
+    bool redo();
+    void clearUndo();
+    /// The edit frame: nests; abort puts back everything written since the matching begin.
+    void beginFrame();
+    void endFrame();
+    void abortFrame();
+    int frameDepth() const;
+
+    // ---- current settings; setters raise headerVariableChanged() for their variable when the value differs
+    ZvCmColor cecolor() const;
+    Zv::ErrorStatus setCecolor(const ZvCmColor &color);
+    ZvDbObjectId celtype() const;
+    Zv::ErrorStatus setCeltype(ZvDbObjectId id);
+    ZvDb::LineWeight celweight() const;
+    Zv::ErrorStatus setCelweight(ZvDb::LineWeight weight);
+    ZvDbObjectId clayer() const;
+    Zv::ErrorStatus setClayer(ZvDbObjectId id);
+    ZvDbObjectId cmaterial() const;
+    Zv::ErrorStatus setCmaterial(ZvDbObjectId id);
+    ZvDbObjectId textstyle() const;
+    Zv::ErrorStatus setTextstyle(ZvDbObjectId id);
+    ZvDbObjectId dimstyle() const;
+    Zv::ErrorStatus setDimstyle(ZvDbObjectId id);
+    /// Makes the dimension variables of the drawing those of the style.
+    Zv::ErrorStatus setDimstyleData(ZvDbObjectId id);
+    ZvDbObjectId mleaderstyle() const;
+    Zv::ErrorStatus setMleaderstyle(ZvDbObjectId id);
+    ZvDbObjectId tablestyle() const;
+    Zv::ErrorStatus setTablestyle(ZvDbObjectId id);
+    /// "ByLayer", "ByBlock", "Normal" or the name of a plot style.
+    ZvString cplotstyle() const;
+    Zv::ErrorStatus setCplotstyle(const ZvString &name);
+    /// Line type scale of new entities; above 0.
+    double celtscale() const;
+    Zv::ErrorStatus setCeltscale(double scale);
+    /// Line type scale of the drawing; above 0.
+    double ltscale() const;
+    Zv::ErrorStatus setLtscale(double scale);
+    bool lineWeightDisplay() const;
+    Zv::ErrorStatus setLineWeightDisplay(bool on);
+    /// True: plot styles by colour, false: by name.
+    bool plotStyleMode() const;
+    /// True when model space is shown. Changing it switches to the last paper layout or back.
+    bool tilemode() const;
+    Zv::ErrorStatus setTilemode(bool on);
+    /// Any variable of the drawing by name without "$", case ignored; eKeyNotFound where it keeps none of that name.
+    /// The type is that of the variable; a text is newly made.
+    Zv::ErrorStatus getVariable(const ZvString &name, ZvResBuf &value) const;
+    Zv::ErrorStatus setVariable(const ZvString &name, const ZvResBuf &value);
+    /// Names of all variables that getVariable() answers, in file order.
+    void variableNames(ZvArray<ZvString> &names) const;
+
+    // ---- coordinate systems: of model space, and of paper space
+    ZvDbObjectId ucsname() const;
+    ZvGePoint3d ucsorg() const;
+    ZvGeVector3d ucsxdir() const;
+    ZvGeVector3d ucsydir() const;
+    ZvDbObjectId pucsname() const;
+    ZvGePoint3d pucsorg() const;
+    ZvGeVector3d pucsxdir() const;
+    ZvGeVector3d pucsydir() const;
+    /// Sets the system of the space at hand (tilemode) with its orthographic number, 0 when it is none, 1 top, 2 bottom,
+    /// 3 front, 4 back, 5 left, 6 right; remembers the one before. Raises "UCSNAME", "UCSORTHOVIEW" or their paper
+    /// space forms, and "UCS" or "PUCS".
+    Zv::ErrorStatus setUcs(const ZvGePoint3d &origin, const ZvGeVector3d &x, const ZvGeVector3d &y, ZvDbObjectId name, int orthographic);
+    /// Systems before this one in the space at hand. False when there is none.
+    bool hasPreviousUcs() const;
+    Zv::ErrorStatus restorePreviousUcs();
+    /// The current system as a map from its coordinates to the world's.
+    ZvGeMatrix3d ucsMatrix() const;
+
+    // ---- tables, dictionaries, blocks
+    ZvDbObjectId layerTableId() const;
+    ZvDbObjectId textStyleTableId() const;
+    ZvDbObjectId dimStyleTableId() const;
+    ZvDbObjectId linetypeTableId() const;
+    ZvDbObjectId blockTableId() const;
+    ZvDbObjectId UCSTableId() const;
+    ZvDbObjectId viewTableId() const;
+    ZvDbObjectId viewportTableId() const;
+    ZvDbObjectId regAppTableId() const;
+    Zv::ErrorStatus getSymbolTable(ZvDbLayerTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbLinetypeTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbTextStyleTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbDimStyleTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbBlockTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbUCSTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbViewTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbViewportTable *&table, ZvDb::OpenMode mode) const;
+    Zv::ErrorStatus getSymbolTable(ZvDbRegAppTable *&table, ZvDb::OpenMode mode) const;
+
+    ZvDbObjectId rootDictionaryId() const;
+    /// Dictionaries of the root by their names in the file; null when the drawing has none and \a create is false.
+    ZvDbObjectId materialDictionaryId(bool create = false) const;
+    ZvDbObjectId plotStyleDictionaryId(bool create = false) const;
+    ZvDbObjectId mleaderStyleDictionaryId(bool create = false) const;
+    ZvDbObjectId tableStyleDictionaryId(bool create = false) const;
+    ZvDbObjectId layoutDictionaryId(bool create = false) const;
+    ZvDbObjectId groupDictionaryId(bool create = false) const;
+    ZvDbObjectId layerStateDictionaryId(bool create = false) const;
+
+    ZvDbObjectId layerZero() const;
+    ZvDbObjectId byLayerLinetype() const;
+    ZvDbObjectId byBlockLinetype() const;
+    ZvDbObjectId continuousLinetype() const;
+
+    ZvDbObjectId modelSpaceId() const;
+    /// Block of the current paper layout, or of the first one while model space is shown.
+    ZvDbObjectId paperSpaceId() const;
+    /// Block that is shown and drawn into.
+    ZvDbObjectId currentSpaceId() const;
+    ZvDbObjectId currentLayoutId() const;
+    /// Name of a layout, "Model" for model space. Sets tilemode with it.
+    Zv::ErrorStatus setCurrentLayout(const ZvString &name);
+    ZvString currentLayoutName() const;
+    /// All layouts in tab order, model space first.
+    void layoutNames(ZvArray<ZvString> &names) const;
+    /// The viewport at work: the active record of the viewport table in model space, the active viewport entity or the
+    /// paper's own in a layout. May be null.
+    ZvDbObjectId currentViewportId() const;
+    /// In a layout: work inside a viewport instead of on the paper; null goes back to the paper. Raises "CVPORT".
+    Zv::ErrorStatus setCurrentViewport(ZvDbObjectId viewport);
+
+    /// Adds an entity that belongs to no database to a block, with the current settings if \a currentSettings, and takes
+    /// it over. The entity is closed.
+    Zv::ErrorStatus appendEntity(ZvDbEntity *entity, ZvDbObjectId block, ZvDbObjectId &id, bool currentSettings = true);
+    /// Entities of the drawing's space at hand, erased ones left out.
+    int entityCount() const;
+    /// Box around the drawable entities of a block; empty when there are none.
+    ZvGeExtents3d extents(ZvDbObjectId block) const;
+
+    /// Number of this database, from 1 on, never used twice in a process.
+    std::uint32_t number() const;
+    /// For the kernel's own units.
+    ZvDbDatabasePrivate *priv() const { return d; }
+
+protected:
+    explicit ZvDbDatabase(bool metric);
+
+private:
+    ZvDbDatabasePrivate *d;
+};
+
+typedef ZvSmartPtr<ZvDbDatabase> ZvDbDatabasePtr;
+
+/// Database of the current document, or null.
+ZV_EXPORT ZvDbDatabase *curDatabase();
+/// Set by the document manager. Not owned.
+ZV_EXPORT void zvdbSetCurDatabase(ZvDbDatabase *database);
+
+/// Objects open in all databases: 0 between operations.
+ZV_EXPORT int zvdbOpenObjectCount();
+
+#endif

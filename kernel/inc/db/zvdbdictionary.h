@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVDBDICTIONARY_H
+#define ZVDBDICTIONARY_H
+
+#include "db/zvdbobject.h"
+
+#include <vector>
+
+/// Walks a dictionary in its order. Entries may have empty names and ids that are not valid. Deleted by the caller.
+class ZV_EXPORT ZvDbDictionaryIterator
+{
+public:
+    bool done() const;
+    ZvString name() const;
+    ZvDbObjectId objectId() const;
+    /// Goes on; false at the end.
+    bool next();
+
+private:
+    friend class ZvDbDictionary;
+    ZvDbDictionaryIterator() = default;
+    std::vector<std::pair<ZvString, ZvDbObjectId>> m_entries;
+    std::size_t m_position = 0;
+};
+
+class ZV_EXPORT ZvDbDictionary : public ZvDbObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbDictionary)
+public:
+    ZvDbDictionary() = default;
+    /// Case ignored; the null id for an unknown name.
+    ZvDbObjectId getIdAt(const ZvString &name) const;
+    Zv::ErrorStatus getAt(const ZvString &name, ZvDbObjectId &id) const;
+    bool has(const ZvString &name) const { return !getIdAt(name).isNull(); }
+    /// Name of an entry; empty for an id that is none.
+    ZvString nameAt(ZvDbObjectId id) const;
+    int numEntries() const;
+    ZvDbDictionaryIterator *newIterator() const;
+    /// Adds or replaces. An object of no database is taken over and stays open for write.
+    Zv::ErrorStatus setAt(const ZvString &name, ZvDbObject *object, ZvDbObjectId &id);
+    /// The entry goes; the object is not erased.
+    Zv::ErrorStatus remove(const ZvString &name);
+    Zv::ErrorStatus rename(const ZvString &oldName, const ZvString &newName);
+    /// Entry that stands for unknown names in a dictionary with default; null otherwise.
+    ZvDbObjectId defaultId() const { return m_default; }
+    const char *fileName() const override;
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    friend class ZvDbObjectAccess;
+    struct Entry
+    {
+        ZvString name;
+        ZvDbObjectId id;
+    };
+    std::vector<Entry> m_entries;
+    ZvDbObjectId m_default;
+    bool m_withDefault = false;
+    bool m_hardOwner = false;
+    int m_cloning = 1;
+};
+
+#endif

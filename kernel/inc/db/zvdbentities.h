@@ -1,0 +1,557 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVDBENTITIES_H
+#define ZVDBENTITIES_H
+
+#include "db/zvdbentity.h"
+
+#include <memory>
+#include <vector>
+
+// All lengths are drawing units, all angles radians, all points world coordinates unless a text says otherwise.
+
+#define ZVDB_ENTITY_COMMON(ClassName, FileName)                                 \
+    ZVRX_DECLARE_MEMBERS(ClassName)                                             \
+public:                                                                         \
+    ClassName();                                                                \
+    const char *fileName() const override { return FileName; }                  \
+    void fileFields(ZvDbFiler &filer) override;                                 \
+    Zv::ErrorStatus transformBy(const ZvGeMatrix3d &matrix) override;           \
+    Zv::ErrorStatus getGeomExtents(ZvGeExtents3d &extents) const override;      \
+    void worldDraw(ZvGiWorldDraw &draw) const override;
+
+class ZV_EXPORT ZvDbLine : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbLine, "LINE")
+    ZvDbLine(const ZvGePoint3d &start, const ZvGePoint3d &end);
+    ZvGePoint3d startPoint() const { return m_start; }
+    ZvGePoint3d endPoint() const { return m_end; }
+    Zv::ErrorStatus setStartPoint(const ZvGePoint3d &point);
+    Zv::ErrorStatus setEndPoint(const ZvGePoint3d &point);
+
+private:
+    ZvGePoint3d m_start;
+    ZvGePoint3d m_end;
+};
+
+/// Endless from the base point in one direction.
+class ZV_EXPORT ZvDbRay : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbRay, "RAY")
+    ZvGePoint3d basePoint() const { return m_base; }
+    Zv::ErrorStatus setBasePoint(const ZvGePoint3d &point);
+    ZvGeVector3d unitDir() const { return m_direction; }
+    Zv::ErrorStatus setUnitDir(const ZvGeVector3d &direction);
+
+protected:
+    ZvGePoint3d m_base;
+    ZvGeVector3d m_direction {1, 0, 0};
+};
+
+/// Endless construction line.
+class ZV_EXPORT ZvDbXline : public ZvDbRay
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbXline)
+public:
+    ZvDbXline() = default;
+    const char *fileName() const override { return "XLINE"; }
+    void fileFields(ZvDbFiler &filer) override;
+    void worldDraw(ZvGiWorldDraw &draw) const override;
+};
+
+class ZV_EXPORT ZvDbPoint : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbPoint, "POINT")
+    explicit ZvDbPoint(const ZvGePoint3d &position);
+    ZvGePoint3d position() const { return m_position; }
+    Zv::ErrorStatus setPosition(const ZvGePoint3d &position);
+
+private:
+    ZvGePoint3d m_position;
+};
+
+class ZV_EXPORT ZvDbCircle : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbCircle, "CIRCLE")
+    ZvDbCircle(const ZvGePoint3d &center, const ZvGeVector3d &normal, double radius);
+    ZvGePoint3d center() const;
+    Zv::ErrorStatus setCenter(const ZvGePoint3d &center);
+    double radius() const { return m_radius; }
+    Zv::ErrorStatus setRadius(double radius);
+    ZvGeVector3d normal() const { return m_normal; }
+
+protected:
+    ZvGePoint3d m_center; // in the coordinates of its plane, as in the file
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_radius = 0.0;
+};
+
+/// Counter-clockwise around its normal.
+class ZV_EXPORT ZvDbArc : public ZvDbCircle
+{
+    ZVDB_ENTITY_COMMON(ZvDbArc, "ARC")
+    ZvDbArc(const ZvGePoint3d &center, double radius, double startAngle, double endAngle);
+    double startAngle() const { return m_startAngle; }
+    double endAngle() const { return m_endAngle; }
+    Zv::ErrorStatus setStartAngle(double angle);
+    Zv::ErrorStatus setEndAngle(double angle);
+
+private:
+    double m_startAngle = 0.0;
+    double m_endAngle = 0.0;
+};
+
+class ZV_EXPORT ZvDbEllipse : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbEllipse, "ELLIPSE")
+    ZvGePoint3d center() const { return m_center; }
+    ZvGeVector3d majorAxis() const { return m_majorAxis; }
+    ZvGeVector3d minorAxis() const;
+    double radiusRatio() const { return m_ratio; }
+    double startParam() const { return m_start; }
+    double endParam() const { return m_end; }
+
+private:
+    ZvGePoint3d m_center;
+    ZvGeVector3d m_majorAxis {1, 0, 0};
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_ratio = 1.0;
+    double m_start = 0.0;
+    double m_end = 6.283185307179586;
+};
+
+/// Flat polyline with bulges and widths ("LWPOLYLINE").
+class ZV_EXPORT ZvDbPolyline : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbPolyline, "LWPOLYLINE")
+    struct Vertex
+    {
+        ZvGePoint2d point;
+        double bulge = 0.0; ///< Tangent of a quarter of the arc's angle to the next vertex.
+        double startWidth = 0.0;
+        double endWidth = 0.0;
+    };
+    int numVerts() const { return int(m_vertices.size()); }
+    const std::vector<Vertex> &vertices() const { return m_vertices; }
+    Zv::ErrorStatus addVertex(const ZvGePoint2d &point, double bulge = 0.0, double startWidth = 0.0, double endWidth = 0.0);
+    Zv::ErrorStatus setVertices(const std::vector<Vertex> &vertices);
+    bool isClosed() const { return (m_flags & 1) != 0; }
+    Zv::ErrorStatus setClosed(bool closed);
+    double elevation() const { return m_elevation; }
+    ZvGeVector3d normal() const { return m_normal; }
+
+private:
+    std::vector<Vertex> m_vertices; // in the coordinates of its plane
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_elevation = 0.0;
+    double m_constantWidth = 0.0;
+    int m_flags = 0;
+};
+
+/// The older polyline with vertex records: flat, in space, mesh or polyface ("POLYLINE").
+class ZV_EXPORT ZvDb2dPolyline : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDb2dPolyline, "POLYLINE")
+    struct Vertex
+    {
+        ZvGePoint3d point;
+        double bulge = 0.0;
+        double startWidth = 0.0;
+        double endWidth = 0.0;
+        int flags = 0;
+        int faces[4] = {0, 0, 0, 0}; ///< Vertex numbers from 1 of a polyface's face, below 0 for a hidden edge.
+    };
+    const std::vector<Vertex> &vertices() const { return m_vertices; }
+    /// 1 closed, 2 curve-fit, 4 spline-fit, 8 in space, 16 mesh, 32 mesh closed in N, 64 polyface.
+    int polylineFlags() const { return m_flags; }
+
+private:
+    friend class ZvDbObjectAccess;
+    std::vector<Vertex> m_vertices;
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_elevation = 0.0;
+    double m_startWidth = 0.0;
+    double m_endWidth = 0.0;
+    int m_flags = 0;
+    int m_meshM = 0;
+    int m_meshN = 0;
+};
+
+class ZV_EXPORT ZvDbSpline : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbSpline, "SPLINE")
+    int degree() const { return m_degree; }
+    bool isClosed() const { return (m_flags & 1) != 0; }
+    const std::vector<double> &knots() const { return m_knots; }
+    const std::vector<ZvGePoint3d> &controlPoints() const { return m_controlPoints; }
+    const std::vector<double> &weights() const { return m_weights; }
+    const std::vector<ZvGePoint3d> &fitPoints() const { return m_fitPoints; }
+    /// Points along the curve, within \a deviation of it.
+    void sample(double deviation, std::vector<ZvGePoint3d> &points) const;
+
+private:
+    std::vector<double> m_knots;
+    std::vector<double> m_weights;
+    std::vector<ZvGePoint3d> m_controlPoints;
+    std::vector<ZvGePoint3d> m_fitPoints;
+    int m_degree = 3;
+    int m_flags = 0;
+};
+
+/// Filled triangle or quadrilateral in the plane ("SOLID").
+class ZV_EXPORT ZvDbSolid : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbSolid, "SOLID")
+    /// Four corners; the third and fourth are in zigzag order.
+    ZvGePoint3d pointAt(int i) const { return m_points[i]; }
+    Zv::ErrorStatus setPointAt(int i, const ZvGePoint3d &point);
+
+private:
+    ZvGePoint3d m_points[4];
+    ZvGeVector3d m_normal {0, 0, 1};
+};
+
+/// Face in space with three or four edges ("3DFACE").
+class ZV_EXPORT ZvDbFace : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbFace, "3DFACE")
+    ZvGePoint3d vertexAt(int i) const { return m_points[i]; }
+    bool isEdgeVisible(int i) const { return (m_hiddenEdges & (1 << i)) == 0; }
+
+private:
+    ZvGePoint3d m_points[4];
+    int m_hiddenEdges = 0;
+};
+
+class ZV_EXPORT ZvDbText : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbText, "TEXT")
+    ZvDbText(const ZvGePoint3d &position, const ZvString &text, ZvDbObjectId style, double height, double rotation);
+    ZvString textString() const { return m_text; }
+    Zv::ErrorStatus setTextString(const ZvString &text);
+    ZvGePoint3d position() const;
+    double height() const { return m_height; }
+    Zv::ErrorStatus setHeight(double height);
+    double rotation() const { return m_rotation; }
+    double widthFactor() const { return m_widthFactor; }
+    double oblique() const { return m_oblique; }
+    ZvDbObjectId textStyle() const;
+    Zv::ErrorStatus setTextStyle(ZvDbObjectId id);
+    /// What is drawn.
+    void describe(ZvGiText &text) const;
+
+protected:
+    void textFields(ZvDbFiler &filer);
+
+    ZvString m_text;
+    ZvDbObjectId m_style;
+    ZvGePoint3d m_position; // in the coordinates of its plane
+    ZvGePoint3d m_alignment;
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_height = 2.5;
+    double m_rotation = 0.0;
+    double m_widthFactor = 1.0;
+    double m_oblique = 0.0;
+    int m_generation = 0;
+    int m_horizontal = 0;
+    int m_vertical = 0;
+};
+
+/// Value of an attribute, owned by a block reference.
+class ZV_EXPORT ZvDbAttribute : public ZvDbText
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbAttribute)
+public:
+    ZvDbAttribute() = default;
+    ZvString tag() const { return m_tag; }
+    bool isInvisible() const { return (m_attributeFlags & 1) != 0; }
+    const char *fileName() const override { return "ATTRIB"; }
+    void fileFields(ZvDbFiler &filer) override;
+    void worldDraw(ZvGiWorldDraw &draw) const override;
+
+protected:
+    ZvString m_tag;
+    int m_attributeFlags = 0;
+};
+
+/// Definition of an attribute in a block.
+class ZV_EXPORT ZvDbAttributeDefinition : public ZvDbAttribute
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbAttributeDefinition)
+public:
+    ZvDbAttributeDefinition() = default;
+    ZvString prompt() const { return m_prompt; }
+    bool isConstant() const { return (m_attributeFlags & 2) != 0; }
+    const char *fileName() const override { return "ATTDEF"; }
+    void fileFields(ZvDbFiler &filer) override;
+    void worldDraw(ZvGiWorldDraw &draw) const override;
+
+private:
+    ZvString m_prompt;
+};
+
+class ZV_EXPORT ZvDbMText : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbMText, "MTEXT")
+    /// With its formatting codes.
+    ZvString contents() const { return m_contents; }
+    Zv::ErrorStatus setContents(const ZvString &contents);
+    ZvGePoint3d location() const { return m_location; }
+    Zv::ErrorStatus setLocation(const ZvGePoint3d &location);
+    double textHeight() const { return m_height; }
+    Zv::ErrorStatus setTextHeight(double height);
+    double width() const { return m_width; }
+    ZvDbObjectId textStyle() const;
+    Zv::ErrorStatus setTextStyle(ZvDbObjectId id);
+    void describe(ZvGiMText &text) const;
+
+private:
+    ZvString m_contents;
+    ZvDbObjectId m_style;
+    ZvGePoint3d m_location;
+    ZvGeVector3d m_direction {1, 0, 0};
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_height = 2.5;
+    double m_width = 0.0;
+    double m_rotation = 0.0;
+    double m_lineSpacing = 1.0;
+    int m_spacingStyle = 1;
+    int m_attachment = 1;
+    int m_drawingDirection = 1;
+    int m_backgroundFlags = 0;
+    ZvCmColor m_backgroundColor;
+    double m_backgroundScale = 1.5;
+};
+
+class ZV_EXPORT ZvDbBlockReference : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbBlockReference, "INSERT")
+    ZvDbObjectId blockTableRecord() const { return m_block; }
+    Zv::ErrorStatus setBlockTableRecord(ZvDbObjectId id);
+    ZvGePoint3d position() const;
+    Zv::ErrorStatus setPosition(const ZvGePoint3d &position);
+    ZvGeVector3d scaleFactors() const { return m_scale; }
+    double rotation() const { return m_rotation; }
+    /// From the block's coordinates to those around the reference.
+    ZvGeMatrix3d blockTransform() const;
+    /// Attributes that the reference owns, in order.
+    const std::vector<ZvDbObjectId> &attributeIds() const { return m_attributes; }
+
+protected:
+    friend class ZvDbObjectAccess;
+    ZvDbObjectId m_block;
+    ZvGePoint3d m_position; // in the coordinates of its plane
+    ZvGeVector3d m_scale {1, 1, 1};
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_rotation = 0.0;
+    int m_columns = 1;
+    int m_rows = 1;
+    double m_columnSpacing = 0.0;
+    double m_rowSpacing = 0.0;
+    std::vector<ZvDbObjectId> m_attributes;
+};
+
+class ZV_EXPORT ZvDbHatch : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbHatch, "HATCH")
+    /// May be empty.
+    ZvString patternName() const { return m_patternName; }
+    bool isSolidFill() const { return m_solid; }
+    bool isGradient() const { return m_gradient; }
+    int numLoops() const;
+    /// What is drawn, with curves within \a deviation.
+    void describe(ZvGiFill &fill, double deviation) const;
+
+private:
+    struct Edge
+    {
+        int type = 0; // 1 line, 2 circular arc, 3 elliptic arc, 4 spline
+        ZvGePoint2d start;
+        ZvGePoint2d end; // or the end of the major axis
+        double radius = 0.0; // or the ratio of the axes
+        double startAngle = 0.0;
+        double endAngle = 0.0;
+        bool counterClockwise = true;
+        int degree = 3;
+        std::vector<double> knots;
+        std::vector<double> weights;
+        std::vector<ZvGePoint2d> points;
+    };
+    struct Loop
+    {
+        int flags = 0;
+        bool closed = true;
+        std::vector<ZvGePoint2d> vertices; // of a polyline loop
+        std::vector<double> bulges;
+        std::vector<Edge> edges;
+    };
+    ZvString m_patternName;
+    std::vector<Loop> m_loops;
+    std::vector<ZvGiFill::PatternLine> m_pattern;
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_elevation = 0.0;
+    bool m_solid = true;
+    bool m_gradient = false;
+    ZvCmColor m_gradientColors[2];
+    double m_gradientAngle = 0.0;
+    int m_hatchStyle = 0;
+};
+
+/// Any dimension: the picture is the block that the dimension names.
+class ZV_EXPORT ZvDbDimension : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbDimension, "DIMENSION")
+    ZvDbObjectId dimensionStyle() const;
+    Zv::ErrorStatus setDimensionStyle(ZvDbObjectId id);
+    /// Drops the overrides of the dimension, so that it looks as its style says.
+    Zv::ErrorStatus setDimstyleData(ZvDbObjectId id);
+    /// Text style of its dimension style; null where that cannot be read.
+    ZvDbObjectId textStyleId() const;
+    ZvDbObjectId dimBlockId() const { return m_block; }
+    /// 0 linear, 1 aligned, 2 angular, 3 diameter, 4 radius, 5 three-point angular, 6 ordinate.
+    int dimensionType() const { return m_type & 7; }
+    double measurement() const { return m_measurement; }
+    ZvString dimensionText() const { return m_text; }
+
+private:
+    ZvDbObjectId m_style;
+    ZvDbObjectId m_block;
+    ZvString m_text;
+    std::vector<std::pair<int, ZvGePoint3d>> m_points; // by group code
+    double m_measurement = 0.0;
+    int m_type = 0;
+};
+
+class ZV_EXPORT ZvDbLeader : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbLeader, "LEADER")
+    const std::vector<ZvGePoint3d> &vertices() const { return m_vertices; }
+    bool hasArrowHead() const { return m_arrow; }
+    ZvDbObjectId dimensionStyle() const { return m_style; }
+
+private:
+    std::vector<ZvGePoint3d> m_vertices;
+    ZvDbObjectId m_style;
+    bool m_arrow = true;
+    int m_pathType = 0;
+};
+
+class ZV_EXPORT ZvDbMLeader : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbMLeader, "MULTILEADER")
+    ZvDbObjectId MLeaderStyle() const { return m_style; }
+    Zv::ErrorStatus setMLeaderStyle(ZvDbObjectId id);
+    /// Text style of its text; that of its style where it has none. Null where that cannot be read.
+    ZvDbObjectId textStyleId() const;
+    ZvString contents() const { return m_contents; }
+
+private:
+    ZvDbObjectId m_style;
+    ZvDbObjectId m_textStyle;
+    ZvDbObjectId m_block;
+    ZvString m_contents;
+    ZvGePoint3d m_textLocation;
+    ZvGeVector3d m_textDirection {1, 0, 0};
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_textHeight = 4.0;
+    double m_textWidth = 0.0;
+    double m_arrowSize = 4.0;
+    double m_scale = 1.0;
+    int m_attachment = 1;
+    std::vector<std::vector<ZvGePoint3d>> m_lines; // with the landing as last point
+    ZvCmColor m_lineColor;
+    ZvCmColor m_textColor;
+};
+
+/// Table: the picture is the block that the table names.
+class ZV_EXPORT ZvDbTable : public ZvDbBlockReference
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbTable)
+public:
+    ZvDbTable() = default;
+    ZvDbObjectId tableStyle() const { return m_tableStyle; }
+    Zv::ErrorStatus setTableStyle(ZvDbObjectId id);
+    const char *fileName() const override { return "ACAD_TABLE"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    ZvDbObjectId m_tableStyle;
+};
+
+/// A picture file placed in the drawing; also the base of the wipeout.
+class ZV_EXPORT ZvDbRasterImage : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbRasterImage, "IMAGE")
+    /// Path as the definition has it; empty where that cannot be read.
+    ZvString imagePath() const;
+    ZvGePoint3d position() const { return m_position; }
+    /// Vectors of one pixel.
+    ZvGeVector3d pixelU() const { return m_u; }
+    ZvGeVector3d pixelV() const { return m_v; }
+    /// In pixels.
+    ZvGePoint2d imageSize() const { return m_size; }
+    const std::vector<ZvGePoint2d> &clipBoundary() const { return m_clip; }
+
+protected:
+    ZvDbObjectId m_definition;
+    ZvGePoint3d m_position;
+    ZvGeVector3d m_u {1, 0, 0};
+    ZvGeVector3d m_v {0, 1, 0};
+    ZvGePoint2d m_size;
+    std::vector<ZvGePoint2d> m_clip; // pixels, from the upper left corner of the upper left pixel
+    int m_displayFlags = 7;
+};
+
+class ZV_EXPORT ZvDbWipeout : public ZvDbRasterImage
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbWipeout)
+public:
+    ZvDbWipeout() = default;
+    const char *fileName() const override { return "WIPEOUT"; }
+    void fileFields(ZvDbFiler &filer) override;
+    void worldDraw(ZvGiWorldDraw &draw) const override;
+};
+
+/// Window of a paper layout into model space.
+class ZV_EXPORT ZvDbViewport : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbViewport, "VIEWPORT")
+    ZvGePoint3d centerPoint() const { return m_center; }
+    double width() const { return m_width; }
+    double height() const { return m_height; }
+    /// 1 is the paper itself.
+    int number() const { return m_number; }
+    bool isOn() const { return m_status != 0; }
+    ZvGePoint2d viewCenter() const { return m_viewCenter; }
+    double viewHeight() const { return m_viewHeight; }
+    ZvGePoint3d viewTarget() const { return m_target; }
+    ZvGeVector3d viewDirection() const { return m_direction; }
+    double twistAngle() const { return m_twist; }
+    /// Layers that are frozen in this viewport only.
+    const std::vector<ZvDbObjectId> &frozenLayers() const { return m_frozenLayers; }
+    Zv::ErrorStatus freezeLayer(ZvDbObjectId layer, bool frozen);
+    bool isLayerFrozen(ZvDbObjectId layer) const;
+
+private:
+    ZvGePoint3d m_center;
+    double m_width = 0.0;
+    double m_height = 0.0;
+    int m_number = 0;
+    int m_status = 1;
+    ZvGePoint2d m_viewCenter;
+    double m_viewHeight = 1.0;
+    ZvGePoint3d m_target;
+    ZvGeVector3d m_direction {0, 0, 1};
+    double m_twist = 0.0;
+    std::vector<ZvDbObjectId> m_frozenLayers;
+};
+
+/// An entity of a kind that the database does not model. Its record is kept whole; it takes part in selections by its
+/// shared properties. Its extents are those of the points in its record, its picture a dashed box where it has any.
+class ZV_EXPORT ZvDbProxyEntity : public ZvDbEntity
+{
+    ZVDB_ENTITY_COMMON(ZvDbProxyEntity, "ACAD_PROXY_ENTITY")
+    /// Class name of the record in the file.
+    ZvString originalFileName() const;
+};
+
+#endif

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVDBENTITY_H
+#define ZVDBENTITY_H
+
+#include "base/zvcmcolor.h"
+#include "base/zvge3d.h"
+#include "db/zvdbobject.h"
+#include "db/zvgiworlddraw.h"
+
+/// Base of all entities.
+///
+/// The properties that all entities share stand side by side in the database, apart from the entity's own data:
+/// reading them from a million entities touches nothing else and allocates nothing. Names are shared strings.
+///
+/// In the setters, \a doSubents passes the change on to what the entity owns (vertices, attributes).
+class ZV_EXPORT ZvDbEntity : public ZvDbObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbEntity)
+public:
+    /// By layer is not resolved.
+    ZvCmColor color() const;
+    Zv::ErrorStatus setColor(const ZvCmColor &color, bool doSubents = true);
+    ZvDbObjectId layerId() const;
+    ZvString layer() const;
+    /// eKeyNotFound for an unknown name, without a message. \a allowHidden accepts hidden layers.
+    Zv::ErrorStatus setLayer(const ZvString &name, bool doSubents = true, bool allowHidden = false);
+    Zv::ErrorStatus setLayer(ZvDbObjectId id, bool doSubents = true, bool allowHidden = false);
+    ZvDb::LineWeight lineWeight() const;
+    Zv::ErrorStatus setLineWeight(ZvDb::LineWeight weight, bool doSubents = true);
+    /// Name of the line type; empty where it cannot be read.
+    ZvString linetype() const;
+    ZvDbObjectId linetypeId() const;
+    Zv::ErrorStatus setLinetype(const ZvString &name, bool doSubents = true);
+    Zv::ErrorStatus setLinetype(ZvDbObjectId id, bool doSubents = true);
+    double linetypeScale() const;
+    Zv::ErrorStatus setLinetypeScale(double scale, bool doSubents = true);
+    /// "ByLayer" (also where nothing is set), "ByBlock", or a name; empty where it cannot be read.
+    ZvString material() const;
+    ZvDbObjectId materialId() const;
+    Zv::ErrorStatus setMaterial(const ZvString &name, bool doSubents = true);
+    /// "ByLayer", "ByBlock", "Normal", or a name; empty where it cannot be read.
+    ZvString plotStyleName() const;
+    Zv::ErrorStatus setPlotStyleName(const ZvString &name, bool doSubents = true);
+    ZvCmTransparency transparency() const;
+    Zv::ErrorStatus setTransparency(const ZvCmTransparency &transparency, bool doSubents = true);
+    ZvDb::Visibility visibility() const;
+    Zv::ErrorStatus setVisibility(ZvDb::Visibility visibility, bool doSubents = true);
+    /// Takes the shared properties of another entity of the same database.
+    void setPropertiesFrom(const ZvDbEntity *other);
+    /// Gives an entity its shared properties from the drawing's current settings.
+    void setDatabaseDefaults(const ZvDbDatabase *database);
+
+    ZvDbObjectId blockId() const { return ownerId(); }
+    /// Number of the entity's shared properties in the database's table of distinct combinations: equal numbers, equal
+    /// properties. 0 for an entity of no database.
+    std::uint32_t propertiesNumber() const;
+
+    /// eInvalidInput for a kind of entity that the map cannot be applied to.
+    virtual Zv::ErrorStatus transformBy(const ZvGeMatrix3d &matrix);
+    /// Box in world coordinates (of the block, inside a block); eFailed for what has none.
+    virtual Zv::ErrorStatus getGeomExtents(ZvGeExtents3d &extents) const;
+    /// Shows itself.
+    virtual void worldDraw(ZvGiWorldDraw &draw) const;
+
+    void fileFields(ZvDbFiler &filer) override;
+
+protected:
+    ZvDbEntity();
+
+private:
+    friend class ZvDbObjectAccess;
+    friend class ZvDbDatabase;
+};
+
+#endif

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVDBSTYLES_H
+#define ZVDBSTYLES_H
+
+#include "base/zvcmcolor.h"
+#include "base/zvge3d.h"
+#include "db/zvdbdictionary.h"
+
+/// Objects that live in a dictionary of the drawing and are known by their entry's name.
+class ZV_EXPORT ZvDbNamedObject : public ZvDbObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbNamedObject)
+public:
+    /// Name of the entry in the owning dictionary; the object's own where it stands in none.
+    ZvString name() const;
+    Zv::ErrorStatus getName(ZvString &name) const;
+    /// Renames the entry as well. eInvalidInput, eDuplicateKey.
+    Zv::ErrorStatus setName(const ZvString &name);
+
+protected:
+    ZvDbNamedObject() = default;
+    ZvString m_name;
+};
+
+class ZV_EXPORT ZvDbMaterial : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbMaterial)
+public:
+    ZvDbMaterial() = default;
+    ZvString description() const { return m_description; }
+    /// Diffuse colour; white where the material says nothing.
+    ZvCmColor diffuse() const { return m_diffuse; }
+    const char *fileName() const override { return "MATERIAL"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    ZvString m_description;
+    ZvCmColor m_diffuse;
+};
+
+class ZV_EXPORT ZvDbMLeaderStyle : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbMLeaderStyle)
+public:
+    ZvDbMLeaderStyle() = default;
+    ZvDbObjectId textStyleId() const { return m_textStyle; }
+    Zv::ErrorStatus setTextStyleId(ZvDbObjectId id);
+    double textHeight() const { return m_textHeight; }
+    Zv::ErrorStatus setTextHeight(double height);
+    double arrowSize() const { return m_arrowSize; }
+    ZvCmColor leaderColor() const { return m_leaderColor; }
+    double scale() const { return m_scale; }
+    const char *fileName() const override { return "MLEADERSTYLE"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    ZvDbObjectId m_textStyle;
+    ZvCmColor m_leaderColor;
+    double m_textHeight = 4.0;
+    double m_arrowSize = 4.0;
+    double m_scale = 1.0;
+};
+
+class ZV_EXPORT ZvDbTableStyle : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbTableStyle)
+public:
+    ZvDbTableStyle() = default;
+    /// Names of the cell styles, the predefined ones as "_TITLE", "_HEADER" and "_DATA" first. Replaces the content.
+    Zv::ErrorStatus getCellStyles(ZvArray<ZvString> &names) const;
+    ZvString description() const { return m_description; }
+    /// Text style of the data cells.
+    ZvDbObjectId textStyleId() const { return m_textStyle; }
+    const char *fileName() const override { return "TABLESTYLE"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    ZvString m_description;
+    ZvDbObjectId m_textStyle;
+    ZvArray<ZvString> m_cellStyles;
+};
+
+/// A plot style name: the object behind an entry of the plot style dictionary.
+class ZV_EXPORT ZvDbPlaceHolder : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbPlaceHolder)
+public:
+    ZvDbPlaceHolder() = default;
+    const char *fileName() const override { return "ACDBPLACEHOLDER"; }
+};
+
+/// One of the variables that drawings keep in a dictionary.
+class ZV_EXPORT ZvDbDictionaryVar : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbDictionaryVar)
+public:
+    ZvDbDictionaryVar() = default;
+    ZvString value() const { return m_value; }
+    Zv::ErrorStatus setValue(const ZvString &value);
+    const char *fileName() const override { return "DICTIONARYVAR"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    ZvString m_value;
+};
+
+class ZV_EXPORT ZvDbLayout : public ZvDbNamedObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbLayout)
+public:
+    ZvDbLayout() = default;
+    ZvString layoutName() const { return name(); }
+    ZvDbObjectId getBlockTableRecordId() const { return m_block; }
+    int tabOrder() const { return m_tabOrder; }
+    bool isModelType() const;
+    /// Paper size and margins in millimetres, as the sheet lies; (left, bottom) and (right, top).
+    ZvGePoint2d paperSize() const { return m_paperSize; }
+    ZvGePoint2d marginsMinimum() const { return m_marginsMin; }
+    ZvGePoint2d marginsMaximum() const { return m_marginsMax; }
+    /// 0 inches, 1 millimetres, 2 pixels.
+    int paperUnits() const { return m_paperUnits; }
+    ZvString paperName() const { return m_paperName; }
+    ZvString plotterName() const { return m_plotter; }
+    /// 0 to 3 quarter turns.
+    int plotRotation() const { return m_rotation; }
+    /// What is plotted: 0 display, 1 extents, 2 limits, 3 view, 4 window, 5 layout.
+    int plotType() const { return m_plotType; }
+    /// Paper units for a drawing unit.
+    double plotScale() const;
+    /// Name of the plot style table file.
+    ZvString styleSheet() const { return m_styleSheet; }
+    /// The viewport that was last worked in; may be null.
+    ZvDbObjectId lastViewportId() const { return m_lastViewport; }
+    const char *fileName() const override { return "LAYOUT"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    friend class ZvDbObjectAccess;
+    ZvDbObjectId m_block;
+    ZvDbObjectId m_lastViewport;
+    ZvString m_paperName;
+    ZvString m_plotter;
+    ZvString m_styleSheet;
+    ZvGePoint2d m_paperSize;
+    ZvGePoint2d m_marginsMin;
+    ZvGePoint2d m_marginsMax;
+    int m_tabOrder = 0;
+    int m_paperUnits = 1;
+    int m_rotation = 0;
+    int m_plotType = 5;
+    int m_layoutFlags = 1;
+    double m_scaleNumerator = 1.0;
+    double m_scaleDenominator = 1.0;
+};
+
+/// An object of a kind that the database does not model. Its record is kept whole.
+class ZV_EXPORT ZvDbProxyObject : public ZvDbObject
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbProxyObject)
+public:
+    ZvDbProxyObject() = default;
+    /// Class name of the record in the file.
+    ZvString originalFileName() const;
+    const char *fileName() const override;
+};
+
+/// Stored layer states.
+class ZV_EXPORT ZvDbLayerState
+{
+public:
+    /// The dictionary that holds the states; null when there is none and \a create is false, or \a database is null.
+    static ZvDbObjectId dictionaryId(const ZvDbDatabase *database, bool create);
+};
+
+#endif
