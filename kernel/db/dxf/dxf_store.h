@@ -33,6 +33,7 @@ enum class WarningKind : std::uint8_t {
     BadNumber, //!< a number could not be read and counts as 0
     BadText, //!< text held bytes that its encoding does not have
     TruncatedValue, //!< the file ends within a tag, which is passed over
+    TruncatedRecord, //!< the file ends within a record, which the visitor is not told of, as it may lack any part
     MissingEndOfSection, //!< a section begins, or the file ends, within another
     MissingEndOfFile, //!< no `0 EOF`: the file was cut off
     UnknownSection, //!< a section of an unknown name; kept, not interpreted
@@ -63,6 +64,8 @@ struct LoadResult
     explicit operator bool() const { return status == LoadStatus::Ok; }
     const Warning &warning(WarningKind kind) const { return warnings[std::size_t(kind)]; }
     bool hasWarnings() const;
+    /*! Counts something that was wrong at that byte of the file. */
+    void count(WarningKind kind, std::uint64_t offset);
     /*! One line per kind that happened: "3 x a line stood where ... (first at line 512)"; empty without warnings. */
     std::string warningReport() const;
 };
@@ -75,7 +78,7 @@ public:
         = 0xFFFFFFFEu; //!< bytes; offsets are 32-bit and the last one is OwnedTag::noSource
 
     Buffer() = default;
-    /*! The bytes of \a bytes, copied. */
+    /*! Copies \a bytes, of which there are at most maxSize. */
     explicit Buffer(std::string_view bytes);
 
     /*! Replaces the content by the file's. Only regular files are read. On failure the buffer is empty, \a result has a
@@ -88,16 +91,18 @@ public:
     std::string_view view(std::uint32_t offset, std::uint32_t length) const { return {m_data.get() + offset, length}; }
 
 private:
-    std::unique_ptr<char[]> m_data;
+    std::unique_ptr<char[]> m_data; //!< one zero byte behind the content, which scanners stop at
     std::uint32_t m_size = 0;
 };
+
+enum class LineEnd : std::uint8_t { Lf, CrLf, Cr };
 
 /*! How a file is written: what a writer needs to go on in the same hand. */
 struct FileStyle
 {
     bool binary = false;
     bool wideCodes = true; //!< binary only: group codes of two bytes (since AC1012) rather than one
-    bool crlf = false; //!< ASCII only: lines end with CR LF
+    LineEnd lineEnd = LineEnd::Lf; //!< ASCII only
     int codeWidth = 3; //!< ASCII only: group codes are padded with blanks in front to this width; 0 none
 };
 
@@ -238,6 +243,7 @@ public:
 
 private:
     friend class Loader;
+    LoadResult load(Buffer buffer, Visitor *visitor, const Progress &progress, std::uint64_t progressBase);
 
     Buffer m_buffer;
     FileStyle m_style;

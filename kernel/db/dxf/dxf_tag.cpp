@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dxf_tag.h"
 
+#include <array>
+
 namespace zvdxf {
 
 namespace {
@@ -12,7 +14,7 @@ struct CodeRange
     ValueKind kind;
 };
 
-// In rising order; codes between the ranges are text.
+// Codes in none of these are text.
 constexpr CodeRange codeRanges[] = {
     {5, 5, ValueKind::Handle},       {10, 59, ValueKind::Real},     {60, 79, ValueKind::Int16},
     {90, 99, ValueKind::Int32},      {105, 105, ValueKind::Handle}, {110, 149, ValueKind::Real},
@@ -24,6 +26,23 @@ constexpr CodeRange codeRanges[] = {
     {1005, 1005, ValueKind::Handle}, {1010, 1059, ValueKind::Real}, {1060, 1070, ValueKind::Int16},
     {1071, 1071, ValueKind::Int32},
 };
+
+constexpr int firstCode = -5;
+constexpr int lastCode = 1071;
+using KindTable = std::array<ValueKind, lastCode - firstCode + 1>;
+
+constexpr KindTable makeKindTable()
+{
+    KindTable table{};
+    for (const CodeRange &range : codeRanges) {
+        for (int code = range.first; code <= range.last; ++code)
+            table[std::size_t(code - firstCode)] = range.kind;
+    }
+    return table;
+}
+
+// Asked for every tag of a binary file, so looked up by one index.
+constexpr KindTable kindTable = makeKindTable();
 
 struct SectionName
 {
@@ -46,13 +65,7 @@ constexpr SectionName sectionNames[] = {
 
 ValueKind valueKind(int code)
 {
-    for (const CodeRange &range : codeRanges) {
-        if (code < range.first)
-            return ValueKind::Text;
-        if (code <= range.last)
-            return range.kind;
-    }
-    return ValueKind::Text;
+    return isGroupCode(code) ? kindTable[std::size_t(code - firstCode)] : ValueKind::Text;
 }
 
 SectionKind sectionKind(std::string_view name)

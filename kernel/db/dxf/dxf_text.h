@@ -31,13 +31,19 @@ public:
     ~TextCodec();
 
     /*! The text in UTF-8, always valid. The escapes `\U+XXXX` (a surrogate pair gives one character) and `\M+nXXXX` are
-        resolved. What cannot be read becomes U+FFFD each, and \a bad, when given, is set to true (never to false). */
+        resolved, and so are the control codes (decodeControls). What cannot be read becomes U+FFFD each, and \a bad,
+       when given, is set to true (never to false). A text that a file spreads over several tags is joined before it is
+       decoded, since characters and escapes may be cut in two. */
     std::string decode(std::string_view bytes, bool *bad = nullptr) const;
 
-    /*! The bytes to put into a file. Characters the code page does not have become `\U+XXXX` (two of them beyond
-       U+FFFF). Line ends and other control characters are written `^J`, `^M`, `^I` ..., since a value is one line; a
-       `^` of the text itself is left alone, as decode() leaves it (see encodeControls). */
+    /*! The bytes to put into a file, all on one line: the way back of decode(). Control characters and carets are
+       written as control codes (encodeControls), characters the code page does not have as `\U+XXXX` (two of them
+       beyond U+FFFF). */
     std::string encode(std::string_view utf8) const;
+
+    /*! The same in pieces of at most \a maxBytes (at least 16), for texts that a file spreads over several tags. No
+       piece ends within a character or an escape. At least one piece, which is empty for an empty text. */
+    std::vector<std::string> encodePieces(std::string_view utf8, std::size_t maxBytes) const;
 
     /*! Whether encode() writes UTF-8 and so never needs `\U+XXXX`. */
     bool isUtf8() const;
@@ -50,16 +56,16 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/*! Whether all bytes above 0x7F in \a bytes form valid UTF-8 sequences and there is at least one that is unlikely to be
-    anything else: for a single-byte \a codePage any sequence, for a double-byte one (932, 936, 949, 950, 1361) a
-   sequence of three or four bytes, since two bytes are too often a character there. */
+/*! Whether the bytes above 0x7F in \a bytes are UTF-8, but for a few in a hundred, and at least one sequence is
+   unlikely to be anything else: for a single-byte \a codePage any, for a double-byte one (932, 936, 949, 950, 1361) one
+   of three or four bytes, since two bytes are too often a character there. */
 bool looksLikeUtf8(std::string_view bytes, std::string_view codePage);
 
-/*! `^J`, `^M`, `^I` and so on to the control characters, `^ ` (caret, blank) to a caret. Works on UTF-8 and on file
-   bytes of any code page whose second bytes are no carets. */
+/*! `^I`, `^J`, `^M` to tab, line feed and carriage return, `^ ` (caret, blank) to a caret; a caret before anything else
+    stays. For UTF-8: in some code pages a caret may be half of a character. */
 std::string decodeControls(std::string_view text);
 
-/*! The way back: control characters become `^` and a letter, a caret becomes `^ `. */
+/*! The way back. Other control characters become `\U+XXXX`, a zero byte is left out. */
 std::string encodeControls(std::string_view text);
 
 /*! A piece of text drawn in one way. */
@@ -71,7 +77,8 @@ struct TextRun
     bool strike = false;
 };
 
-/*! Resolves the codes of single-line text in UTF-8: `%%c` diameter sign, `%%d` degree sign, `%%p` plus-minus sign,
+/*! Resolves the codes of single-line text in UTF-8: `%%c` diameter sign (U+00D8, which every font has), `%%d` degree
+   sign, `%%p` plus-minus sign,
    `%%u`
     `%%o` `%%k` underline, overline and strike-through on or off, `%%nnn` the character of that decimal number, `%%%` a
    per cent sign. Letters of either case. Anything else after `%%` stays as it is. Neighbouring runs differ in their
