@@ -55,8 +55,7 @@ QLinearGradient downwards(double top, double bottom, const QColor &from, const Q
 // ---- Files ----------------------------------------------------------------------------------------------------------
 // Qt writes true colour bitmaps with 24 bits only and needs a plugin for icons, so both headers are written here.
 
-template <typename Int>
-void appendLittleEndian(QByteArray &bytes, Int value)
+template <typename Int> void appendLittleEndian(QByteArray &bytes, Int value)
 {
     char raw[sizeof(Int)];
     qToLittleEndian(value, raw);
@@ -131,7 +130,7 @@ QByteArray iconFile(const QImage &image)
 
 // ---- Cubes: the views -----------------------------------------------------------------------------------------------
 
-enum CubeFace { NoFace, Top, Bottom, Left, Right, Front, Back };
+enum CubeFace { Top, Bottom, Left, Right, Front, Back };
 
 // A cube seen from above and from its front right corner: front and right side face the reader, with the top.
 struct Cube
@@ -142,27 +141,28 @@ struct Cube
     // left and top are those of the hexagon's box; at half coordinates, with a width that is a multiple of four, every
     // corner falls on the middle of a pixel and the edges are crisp
     Cube(double left, double top, double width, double edge)
-        : apex(left + width / 2, top)
-        , upperLeft(left, top + width / 4)
-        , upperRight(left + width, top + width / 4)
-        , centre(left + width / 2, top + width / 2)
-        , lowerLeft(left, top + width / 4 + edge)
-        , lowerRight(left + width, top + width / 4 + edge)
-        , foot(left + width / 2, top + width / 2 + edge)
-        , hidden(left + width / 2, top + edge)
+        : apex(left + width / 2, top), upperLeft(left, top + width / 4), upperRight(left + width, top + width / 4),
+          centre(left + width / 2, top + width / 2), lowerLeft(left, top + width / 4 + edge),
+          lowerRight(left + width, top + width / 4 + edge), foot(left + width / 2, top + width / 2 + edge),
+          hidden(left + width / 2, top + edge)
     {
     }
 
     QPolygonF face(CubeFace which) const
     {
         switch (which) {
-        case Top: return QPolygonF() << apex << upperRight << centre << upperLeft;
-        case Bottom: return QPolygonF() << hidden << lowerRight << foot << lowerLeft;
-        case Front: return QPolygonF() << upperLeft << centre << foot << lowerLeft;
-        case Right: return QPolygonF() << centre << upperRight << lowerRight << foot;
-        case Left: return QPolygonF() << apex << upperLeft << lowerLeft << hidden;
-        case Back: return QPolygonF() << apex << upperRight << lowerRight << hidden;
-        case NoFace: break;
+        case Top:
+            return QPolygonF() << apex << upperRight << centre << upperLeft;
+        case Bottom:
+            return QPolygonF() << hidden << lowerRight << foot << lowerLeft;
+        case Front:
+            return QPolygonF() << upperLeft << centre << foot << lowerLeft;
+        case Right:
+            return QPolygonF() << centre << upperRight << lowerRight << foot;
+        case Left:
+            return QPolygonF() << apex << upperLeft << lowerLeft << hidden;
+        case Back:
+            return QPolygonF() << apex << upperRight << lowerRight << hidden;
         }
         return QPolygonF();
     }
@@ -212,12 +212,30 @@ void drawFaceView(QPainter &painter, CubeFace which)
     painter.drawPolygon(cube.silhouette());
 }
 
-void drawViewTop(QPainter &painter) { drawFaceView(painter, Top); }
-void drawViewBottom(QPainter &painter) { drawFaceView(painter, Bottom); }
-void drawViewLeft(QPainter &painter) { drawFaceView(painter, Left); }
-void drawViewRight(QPainter &painter) { drawFaceView(painter, Right); }
-void drawViewFront(QPainter &painter) { drawFaceView(painter, Front); }
-void drawViewBack(QPainter &painter) { drawFaceView(painter, Back); }
+void drawViewTop(QPainter &painter)
+{
+    drawFaceView(painter, Top);
+}
+void drawViewBottom(QPainter &painter)
+{
+    drawFaceView(painter, Bottom);
+}
+void drawViewLeft(QPainter &painter)
+{
+    drawFaceView(painter, Left);
+}
+void drawViewRight(QPainter &painter)
+{
+    drawFaceView(painter, Right);
+}
+void drawViewFront(QPainter &painter)
+{
+    drawFaceView(painter, Front);
+}
+void drawViewBack(QPainter &painter)
+{
+    drawFaceView(painter, Back);
+}
 
 // An isometric view: as on a map with north up, an arrow looks from its corner of the compass at the cube opposite.
 void drawIsometricView(QPainter &painter, int east, int north)
@@ -235,10 +253,22 @@ void drawIsometricView(QPainter &painter, int east, int north)
     painter.drawLine(QPointF(0.7, 15.3), QPointF(5, 11));
 }
 
-void drawViewSouthWest(QPainter &painter) { drawIsometricView(painter, -1, -1); }
-void drawViewSouthEast(QPainter &painter) { drawIsometricView(painter, 1, -1); }
-void drawViewNorthEast(QPainter &painter) { drawIsometricView(painter, 1, 1); }
-void drawViewNorthWest(QPainter &painter) { drawIsometricView(painter, -1, 1); }
+void drawViewSouthWest(QPainter &painter)
+{
+    drawIsometricView(painter, -1, -1);
+}
+void drawViewSouthEast(QPainter &painter)
+{
+    drawIsometricView(painter, 1, -1);
+}
+void drawViewNorthEast(QPainter &painter)
+{
+    drawIsometricView(painter, 1, 1);
+}
+void drawViewNorthWest(QPainter &painter)
+{
+    drawIsometricView(painter, -1, 1);
+}
 
 void drawViewWorld(QPainter &painter)
 {
@@ -330,7 +360,8 @@ void drawViewLayout(QPainter &painter)
     painter.setBrush(accentPale);
     painter.setPen(linePen(accent));
     painter.drawRect(QRectF(2.5, 3.5, 11, 6));
-    painter.drawPolyline(QPolygonF() << QPointF(4.5, 8.5) << QPointF(7.5, 5.5) << QPointF(9.5, 7.5) << QPointF(11.5, 5.5));
+    painter.drawPolyline(QPolygonF() << QPointF(4.5, 8.5) << QPointF(7.5, 5.5) << QPointF(9.5, 7.5)
+                                     << QPointF(11.5, 5.5));
     painter.setPen(QPen(ghost, 1, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(QPointF(8, 11.5), QPointF(14, 11.5));
     painter.drawLine(QPointF(8, 13.5), QPointF(14, 13.5));
@@ -341,9 +372,9 @@ void drawViewLayout(QPainter &painter)
 void drawViewSelect(QPainter &painter)
 {
     drawSolidCube(painter, Cube(0.5, 0.5, 12, 7), accent, faceLeft, faceRight);
-    const QPolygonF pointer = QPolygonF() << QPointF(8.5, 5.5) << QPointF(8.5, 14.5) << QPointF(10.6, 12.6)
-                                          << QPointF(11.9, 15.5) << QPointF(13.4, 14.8) << QPointF(12.1, 12)
-                                          << QPointF(15, 12);
+    const QPolygonF pointer = QPolygonF()
+        << QPointF(8.5, 5.5) << QPointF(8.5, 14.5) << QPointF(10.6, 12.6) << QPointF(11.9, 15.5) << QPointF(13.4, 14.8)
+        << QPointF(12.1, 12) << QPointF(15, 12);
     painter.setPen(linePen(white, 2.4));
     painter.setBrush(white);
     painter.drawPolygon(pointer);
@@ -653,16 +684,19 @@ bool writeFile(const QString &path, const QByteArray &bytes)
 bool writePicture(const QString &path, const QImage &image, Format format)
 {
     switch (format) {
-    case Png: return image.save(path, "PNG");
-    case Bmp24: return writeFile(path, bitmapFile(image, 24));
-    case Bmp32: return writeFile(path, bitmapFile(image, 32));
-    case Ico: return writeFile(path, iconFile(image));
+    case Png:
+        return image.save(path, "PNG");
+    case Bmp24:
+        return writeFile(path, bitmapFile(image, 24));
+    case Bmp32:
+        return writeFile(path, bitmapFile(image, 32));
+    case Ico:
+        return writeFile(path, iconFile(image));
     }
     return false;
 }
 
-template <std::size_t count>
-bool writeAll(const QDir &folder, const Picture (&pictures)[count])
+template <std::size_t count> bool writeAll(const QDir &folder, const Picture (&pictures)[count])
 {
     for (const Picture &picture : pictures) {
         if (!writePicture(folder.filePath(QLatin1String(picture.name)), drawn(picture), picture.format)) {

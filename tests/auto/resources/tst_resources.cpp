@@ -24,33 +24,23 @@ struct Expected
 };
 
 const Expected expectedFiles[] = {
-    {"file.png", 26, 26, "png", 0},
-    {"computer.png", 27, 27, "png", 0},
-    {"TColor.bmp", 186, 170, "bmp", 24},
-    {"view_top.bmp", 16, 16, "bmp", 24},
-    {"view_bottom.bmp", 16, 16, "bmp", 24},
-    {"view_left.bmp", 16, 16, "bmp", 24},
-    {"view_right.bmp", 16, 16, "bmp", 24},
-    {"view_front.bmp", 16, 16, "bmp", 24},
-    {"view_back.bmp", 16, 16, "bmp", 24},
-    {"view_sw.bmp", 16, 16, "bmp", 24},
-    {"view_se.bmp", 16, 16, "bmp", 24},
-    {"view_ne.bmp", 16, 16, "bmp", 24},
-    {"view_nw.bmp", 16, 16, "bmp", 24},
-    {"view_world.bmp", 16, 16, "bmp", 24},
-    {"view_current.bmp", 16, 16, "bmp", 24},
-    {"view_preset.bmp", 16, 16, "bmp", 24},
-    {"view_modle.bmp", 16, 16, "bmp", 24},
-    {"view_layout.bmp", 16, 16, "bmp", 24},
+    {"file.png", 26, 26, "png", 0},          {"computer.png", 27, 27, "png", 0},
+    {"TColor.bmp", 186, 170, "bmp", 24},     {"view_top.bmp", 16, 16, "bmp", 24},
+    {"view_bottom.bmp", 16, 16, "bmp", 24},  {"view_left.bmp", 16, 16, "bmp", 24},
+    {"view_right.bmp", 16, 16, "bmp", 24},   {"view_front.bmp", 16, 16, "bmp", 24},
+    {"view_back.bmp", 16, 16, "bmp", 24},    {"view_sw.bmp", 16, 16, "bmp", 24},
+    {"view_se.bmp", 16, 16, "bmp", 24},      {"view_ne.bmp", 16, 16, "bmp", 24},
+    {"view_nw.bmp", 16, 16, "bmp", 24},      {"view_world.bmp", 16, 16, "bmp", 24},
+    {"view_current.bmp", 16, 16, "bmp", 24}, {"view_preset.bmp", 16, 16, "bmp", 24},
+    {"view_modle.bmp", 16, 16, "bmp", 24},   {"view_layout.bmp", 16, 16, "bmp", 24},
     {"view_sel.bmp", 16, 16, "bmp", 32},
 };
 
 const Expected installedFiles[] = {
-    {"question.png", 32, 32, "png", 0},     {"information.png", 32, 32, "png", 0},
-    {"warning.png", 32, 32, "png", 0},      {"error.png", 32, 32, "png", 0},
-    {"layer_on.ico", 16, 16, "ico", 0},     {"layer_off.ico", 16, 16, "ico", 0},
-    {"layer_frozed.ico", 16, 16, "ico", 0}, {"layer_thaw.ico", 16, 16, "ico", 0},
-    {"layer_lock.ico", 16, 16, "ico", 0},   {"layer_unlock.ico", 16, 16, "ico", 0},
+    {"question.png", 32, 32, "png", 0},     {"information.png", 32, 32, "png", 0}, {"warning.png", 32, 32, "png", 0},
+    {"error.png", 32, 32, "png", 0},        {"layer_on.ico", 16, 16, "ico", 0},    {"layer_off.ico", 16, 16, "ico", 0},
+    {"layer_frozed.ico", 16, 16, "ico", 0}, {"layer_thaw.ico", 16, 16, "ico", 0},  {"layer_lock.ico", 16, 16, "ico", 0},
+    {"layer_unlock.ico", 16, 16, "ico", 0},
 };
 
 QString resourcePath(const QString &name)
@@ -58,8 +48,7 @@ QString resourcePath(const QString &name)
     return QStringLiteral(":/res/") + name;
 }
 
-template <typename Table>
-void addRows(const Table &table)
+template <typename Table> void addRows(const Table &table)
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QSize>("size");
@@ -182,10 +171,10 @@ void tst_Resources::colourFieldRunsThroughHueAndSaturation()
             const QColor wanted = QColor::fromHslF(hue, saturation, 0.5).toRgb();
             const QColor found = field.pixelColor(x, y);
             const bool close = qAbs(wanted.red() - found.red()) <= tolerance
-                && qAbs(wanted.green() - found.green()) <= tolerance
-                && qAbs(wanted.blue() - found.blue()) <= tolerance;
-            QVERIFY2(close, qPrintable(QStringLiteral("at %1, %2: %3, expected %4")
-                                           .arg(x).arg(y).arg(found.name(), wanted.name())));
+                && qAbs(wanted.green() - found.green()) <= tolerance && qAbs(wanted.blue() - found.blue()) <= tolerance;
+            QVERIFY2(close,
+                     qPrintable(
+                         QStringLiteral("at %1, %2: %3, expected %4").arg(x).arg(y).arg(found.name(), wanted.name())));
         }
     }
 }
