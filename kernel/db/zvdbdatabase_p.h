@@ -5,52 +5,220 @@
 #include "base/zvcmcolor.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbentity.h"
+#include "db/zvdbrecords.h"
+#include "db/zvdbstyles.h"
+#include "zvdbstub_p.h"
+#include "zvdbundo_p.h"
+#include "zvdbvariables_p.h"
 
-#include <cstdint>
 #include <memory>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-/// The properties that all entities share. Equal combinations stand in a table once; an entity has a number into it.
-/// Ids are dense positions in the database (0 none): the layer, line type, ... of the same drawing.
-struct ZvDbEntityProperties
+/// The drawing file behind a database: whoever read it decodes its objects when they are first opened. Owned by the
+/// database.
+class ZvDbFileSource
 {
-    ZvCmColor color;
-    ZvDbObjectId layer;
-    ZvDbObjectId linetype;
-    ZvDbObjectId material; ///< Null is by layer.
-    ZvDbObjectId plotStyle;
-    ZvDb::PlotStyleNameType plotStyleType = ZvDb::kPlotStyleByLayer;
-    ZvDb::LineWeight lineWeight = ZvDb::kLnWtByLayer;
-    double linetypeScale = 1.0;
-    ZvCmTransparency transparency;
-    ZvDb::Visibility visibility = ZvDb::kVisible;
-
-    bool operator==(const ZvDbEntityProperties &o) const;
-    std::size_t hash() const;
+public:
+    virtual ~ZvDbFileSource();
+    /// Makes the object of this position (ZvDbObjectAccess::make()) and reads its own data. The shared properties of an
+    /// entity are in the database already. Null where the record cannot be read.
+    virtual ZvDbObject *decode(std::uint32_t index) = 0;
+    /// Extended data of all applications as the record has it; null for none.
+    virtual ZvResBuf *readXData(std::uint32_t index) = 0;
+    /// The extension dictionary that the record names.
+    virtual ZvDbObjectId extensionDictionary(std::uint32_t index) = 0;
+    /// Class name of the record.
+    virtual ZvString recordName(std::uint32_t index) = 0;
 };
 
-/// The record block of an object. It stays where it is for the life of the database.
-struct ZvDbStub
-{
-    enum Flag : std::uint16_t {
-        kErased = 1,
-        kOpenForWrite = 2,
-        kModified = 4, ///< Changed since it was opened for write.
-        kNew = 8, ///< Added and not closed yet.
-        kNotifying = 16, ///< Its notices are going out; isModified() answers for them.
-        kEntity = 32,
-        kFileChanged = 64, ///< Differs from its record in the file, or has none.
-    };
-    ZvDbObject *object = nullptr; ///< Owned; null until it is first opened (decoded from its record).
-    std::uint64_t handle = 0;
-    std::uint32_t owner = 0; ///< Dense position of the owner.
-    std::uint32_t record = 0; ///< Number of its record in the tag store plus 1; 0 for a new object.
-    std::uint16_t cls = 0; ///< Number of its class in the table of classes.
-    std::uint16_t flags = 0;
-    std::uint16_t readers = 0;
-    std::uint16_t spare = 0;
+/// The tables of a drawing, in file order.
+enum ZvDbTableKind {
+    kViewportTable,
+    kLinetypeTable,
+    kLayerTable,
+    kTextStyleTable,
+    kViewTable,
+    kUcsTable,
+    kRegAppTable,
+    kDimStyleTable,
+    kBlockTable,
+    kTableCount
 };
-static_assert(sizeof(ZvDbStub) <= 32, "half a million of them are ordinary");
+
+class ZvDbDatabasePrivate
+{
+public:
+    ZvDbDatabasePrivate(ZvDbDatabase &database, bool metric);
+    ~ZvDbDatabasePrivate();
+
+    /// The living database of this number, or null.
+    static ZvDbDatabasePrivate *ofNumber(std::uint32_t number);
+    /// The database that the id belongs to, null where that is gone or the id is none.
+    static ZvDbDatabasePrivate *of(ZvDbObjectId id);
+    static ZvDbDatabasePrivate *of(const ZvDbObject *object);
+
+    ZvDbObjectId idAt(std::uint32_t index) const
+    {
+        return index ? ZvDbObjectId::fromInt64((std::uint64_t(number) << 32) | index) : ZvDbObjectId();
+    }
+    /// True for an id of this database, of whatever state.
+    bool owns(ZvDbObjectId id) const { return of(id) == this; }
+    /// True for an id of this database whose object is not erased and of the class.
+    bool isUsable(ZvDbObjectId id, const ZvRxClass *cls) const;
+    const ZvDbClass &classAt(std::uint32_t index) const { return ZvDbClassTable::instance().at(stubs[index].cls); }
+
+    // ---- making and reading objects, without notices and undo
+    /// A new record block. The handle is given out when it is 0 or taken already.
+    std::uint32_t addStub(std::uint16_t cls, std::uint64_t handle, std::uint32_t owner, std::uint32_t record);
+    /// Puts a new object of no database into a new block, as it stands when a file is read or a drawing is made.
+    std::uint32_t adopt(ZvDbObject *object, std::uint32_t owner, std::uint64_t handle = 0);
+    /// Makes the block the object's own, with what the object kept for itself.
+    void attach(ZvDbObject *object, std::uint32_t index);
+    /// The object, decoded if need be; null where its record cannot be read. It is not open.
+    ZvDbObject *objectAt(std::uint32_t index);
+    /// The next handle to be given out.
+    std::uint64_t handleSeed() const { return m_handleSeed; }
+    void raiseHandleSeed(std::uint64_t seed) { m_handleSeed = std::max(m_handleSeed, seed); }
+    /// Empties the database before a file is read into it. No notices.
+    void clear();
+    /// To be called when a file was read or a drawing was made: finds the standard entries and what hangs on them.
+    void contentLoaded();
+
+    // ---- shared properties
+    const ZvDbEntityProperties &propertiesOf(std::uint32_t index) const { return propertiesTable.at(propertyNumbers[index]); }
+    void setProperties(std::uint32_t index, const ZvDbEntityProperties &value)
+    {
+        propertyNumbers[index] = propertiesTable.intern(value);
+    }
+
+    // ---- changes
+    /// Raises the stamps of the object, of the table, dictionary or block that owns it, and of the drawing.
+    void touch(std::uint32_t index);
+    void touchDatabase();
+    void notifyAppended(std::uint32_t index);
+    void notifyModified(std::uint32_t index);
+    void notifyErased(std::uint32_t index, bool erased);
+    void notifyVariable(const char *name);
+
+    // ---- variables
+    const ZvDbVariableValue &variable(int number) const { return variables[std::size_t(number)]; }
+    /// Undoable, with the notice where the value differs.
+    void setVariable(int number, const ZvDbVariableValue &value);
+    /// As a file has it: no undo, no notice.
+    void loadVariable(int number, const ZvDbVariableValue &value) { variables[std::size_t(number)] = value; }
+    void setDefaultVariables(bool metric);
+    /// Between the variables that a drawing keeps in its dictionary of variables and that dictionary: to be called after
+    /// a file was read, and before one is written. Writing changes only what differs.
+    void readDictionaryVariables();
+    void writeDictionaryVariables();
+    /// Whether the file that was read had the variable, or it was set since: variables that are neither are not added
+    /// to a file that has none of them.
+    std::vector<bool> variableInFile;
+
+    // ---- tables and dictionaries
+    std::uint32_t tables[kTableCount] = {};
+    std::uint32_t rootDictionary = 0;
+    ZvDbObjectId tableId(ZvDbTableKind kind) const { return idAt(tables[kind]); }
+    /// Record of a table by the table's name in a file ("LAYER", "LTYPE", ...) and its own; the null id where there is none.
+    ZvDbObjectId recordId(std::string_view table, const ZvString &name) const;
+    ZvDbSymbolTable *table(ZvDbTableKind kind) const;
+    /// Name of a table record or of an object in a dictionary, without opening it; empty where it has none.
+    ZvString nameOf(ZvDbObjectId id) const;
+    /// Dictionary under the root.
+    ZvDbObjectId dictionaryId(const char *name, bool create);
+
+    // ---- layouts
+    ZvDbLayout *layoutOfBlock(std::uint32_t block) const;
+    ZvDbLayout *layoutNamed(const ZvString &name) const;
+    /// The layouts in tab order, model space first.
+    std::vector<ZvDbLayout *> layouts() const;
+    ZvDbObjectId currentPaperBlock() const;
+
+    // ---- references to blocks, by position of the block
+    const std::vector<std::uint32_t> &blockReferences(std::uint32_t block);
+
+    ZvDbDatabase &q;
+    const std::uint32_t number;
+    ZvDbStubTable stubs;
+    /// By position; 0 for what is no entity. Beside the blocks, so that a scan over many entities reads nothing else.
+    std::vector<std::uint32_t> propertyNumbers;
+    ZvDbPropertiesTable propertiesTable;
+    ZvDbHandleTable handles;
+    std::unique_ptr<ZvDbFileSource> source;
+    ZvDb::FileVersion version = ZvDb::kR2018;
+    bool binary = false;
+    bool modified = false;
+
+    /// Extended data set since the file was read, by position; a null chain for none.
+    std::unordered_map<std::uint32_t, ZvDbSharedChain> xdata;
+    std::unordered_map<std::uint32_t, std::uint64_t> stamps;
+    std::uint64_t stamp = 1;
+    std::uint64_t openings = 0;
+    int openCount = 0;
+    int writeCount = 0; ///< Of them, those open for write.
+    int transientReads = 0;
+
+    std::vector<ZvDbVariableValue> variables;
+    std::vector<ZvDbUcs> ucsHistory[2]; ///< Model space and paper space, the latest last.
+    ZvDbUndo undo;
+
+    std::uint32_t layerZero = 0;
+    std::uint32_t byLayer = 0;
+    std::uint32_t byBlock = 0;
+    std::uint32_t continuous = 0;
+    std::uint32_t modelSpace = 0;
+
+private:
+    friend class ZvDbDatabase;
+    template<class F>
+    void deliver(F call);
+
+    std::vector<ZvDbDatabaseReactor *> m_reactors; // null: removed during a delivery
+    int m_delivering = 0;
+    std::uint64_t m_handleSeed = 1;
+    std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_blockReferences;
+    bool m_blockReferencesValid = false;
+};
+
+/// The way to what objects keep to themselves, for the units that read, make and restore them.
+class ZvDbObjectAccess
+{
+public:
+    static ZvDbStub *stub(const ZvDbObject *object) { return object->m_stub; }
+    static void setStub(ZvDbObject *object, ZvDbStub *stub) { object->m_stub = stub; }
+    /// An object of the class, of no database.
+    static ZvDbObject *make(std::uint16_t cls);
+    /// The same and put into its block: what ZvDbFileSource::decode() begins with.
+    static ZvDbObject *make(ZvDbDatabasePrivate &database, std::uint32_t index);
+    /// Copies an object's own data, without the shared properties of entities.
+    static std::unique_ptr<ZvDbObject> copyState(const ZvDbObject &object);
+    static void restoreState(ZvDbObject &object, const ZvDbObject &state);
+
+    static void setName(ZvDbSymbolTableRecord &record, const ZvString &name) { record.m_name = name; }
+    /// Puts an entry into a table without a check of any kind: files may hold two of a name.
+    static void addToTable(ZvDbSymbolTable &table, const ZvString &name, std::uint32_t index);
+    /// Positions of all records in table order, erased ones included.
+    static std::vector<std::uint32_t> recordsOf(const ZvDbSymbolTable &table);
+    static void renameInTable(ZvDbSymbolTable &table, std::uint32_t index, const ZvString &name);
+
+    static std::vector<std::uint32_t> &entitiesOf(ZvDbBlockTableRecord &block) { return block.m_entities; }
+    static void setLayout(ZvDbBlockTableRecord &block, ZvDbObjectId layout) { block.m_layout = layout; }
+    /// Puts an entry into a dictionary without a check.
+    static void addToDictionary(ZvDbDictionary &dictionary, const ZvString &name, ZvDbObjectId id);
+    static void renameInDictionary(ZvDbDictionary &dictionary, ZvDbObjectId id, const ZvString &name);
+    static void setBlock(ZvDbLayout &layout, ZvDbObjectId block) { layout.m_block = block; }
+    static void setLastViewport(ZvDbLayout &layout, ZvDbObjectId viewport) { layout.m_lastViewport = viewport; }
+};
+
+/// The shared properties of an entity, wherever it keeps them.
+const ZvDbEntityProperties &zvdbProperties(const ZvDbEntity &entity);
+/// What every setter of a shared property ends with: checks that the entity may be written, enters the undo record.
+/// Equal properties change nothing. eNotOpenForWrite.
+Zv::ErrorStatus zvdbSetProperties(ZvDbEntity &entity, const ZvDbEntityProperties &properties);
+/// Reads or writes the shared properties of an entity's record; stands beside ZvDbEntity. The record's "AcDbEntity" part
+/// is at hand when it is called.
+void zvdbPropertyFields(ZvDbFiler &filer, ZvDbEntityProperties &properties);
 
 #endif

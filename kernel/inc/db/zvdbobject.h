@@ -25,7 +25,6 @@ class ZV_EXPORT ZvDbObject : public ZvRxObject
     ZVRX_DECLARE_MEMBERS(ZvDbObject)
 public:
     ZvDbObject(const ZvDbObject &) = delete;
-    ZvDbObject &operator=(const ZvDbObject &) = delete;
     ~ZvDbObject() override;
 
     ZvDbObjectId objectId() const;
@@ -67,6 +66,9 @@ public:
 
 protected:
     ZvDbObject();
+    /// The object keeps its identity: which database it belongs to and its place in it. Derived classes copy their own
+    /// data; only clone() and copyFrom() use it.
+    ZvDbObject &operator=(const ZvDbObject &) { return *this; }
     /// To be called by every setter before its first change: true when the change may go on. It notes the undo state.
     bool assertWriteEnabled();
 

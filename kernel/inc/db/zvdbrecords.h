@@ -279,6 +279,8 @@ class ZV_EXPORT ZvDbBlockTableRecord : public ZvDbSymbolTableRecord
     ZVRX_DECLARE_MEMBERS(ZvDbBlockTableRecord)
 public:
     ZvDbBlockTableRecord() = default;
+    /// Copies what the record says of itself; the entities stay each block's own.
+    ZvDbBlockTableRecord &operator=(const ZvDbBlockTableRecord &other);
     bool isAnonymous() const;
     bool isFromExternalReference() const { return (m_blockFlags & 4) != 0; }
     bool isFromOverlayReference() const { return (m_blockFlags & 8) != 0; }

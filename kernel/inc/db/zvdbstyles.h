@@ -19,6 +19,7 @@ public:
 
 protected:
     ZvDbNamedObject() = default;
+    friend class ZvDbObjectAccess;
     ZvString m_name;
 };
 
@@ -54,6 +55,7 @@ public:
     void fileFields(ZvDbFiler &filer) override;
 
 private:
+    friend class ZvDbObjectAccess;
     ZvDbObjectId m_textStyle;
     ZvCmColor m_leaderColor;
     double m_textHeight = 4.0;
@@ -75,6 +77,7 @@ public:
     void fileFields(ZvDbFiler &filer) override;
 
 private:
+    friend class ZvDbObjectAccess;
     ZvString m_description;
     ZvDbObjectId m_textStyle;
     ZvArray<ZvString> m_cellStyles;

@@ -29,6 +29,7 @@ protected:
     ZvDbSymbolTableRecord() = default;
     void setFlag(int bit, bool on);
 
+    friend class ZvDbObjectAccess;
     ZvString m_name;
     int m_flags = 0;
 };
@@ -76,6 +77,7 @@ public:
 
 protected:
     ZvDbSymbolTable();
+    ZvDbSymbolTable &operator=(const ZvDbSymbolTable &other);
 
 private:
     friend class ZvDbObjectAccess;
