@@ -2,6 +2,9 @@
 find_package(GTest REQUIRED)
 find_package(Qt5 5.14 REQUIRED COMPONENTS Test)
 include(GoogleTest)
+# The distribution's own interpreter comes first: that is where the packaged ezdxf lives.
+find_program(ZEVA_PYTHON NAMES python3 PATHS /usr/bin NO_DEFAULT_PATH)
+find_program(ZEVA_PYTHON NAMES python3 REQUIRED)
 
 # Real drawings that tests open where the folder is present; such tests skip cleanly where it is not.
 set(ZEVA_DRAWINGS_DIR "${PROJECT_SOURCE_DIR}/../shared/drawings" CACHE PATH "Folder with real drawings for the tests")

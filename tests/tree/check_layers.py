@@ -31,6 +31,7 @@ class Tree:
         candidates = [file.parent / name, self.root / "kernel/inc" / name, self.root / "inc/qt" / name,
                       self.root / "src/qtutils" / name, self.root / "kernel" / name]
         candidates += [self.root / "kernel" / lib / name for lib in KERNEL]
+        candidates.append(self.root / "kernel/db/dxf" / name)
         candidates += [self.root / "kernel/inc" / lib / name for lib in KERNEL]
         for candidate in candidates:
             if candidate.is_file():
@@ -57,6 +58,10 @@ def storey(path):
     return None
 
 
+def is_tag_store(path):
+    return path.parts[:3] == ("kernel", "db", "dxf")
+
+
 def complaint(source, name, target):
     """What is wrong with the file at source including name, which is the file target of this tree or None."""
     here = storey(source)
@@ -73,6 +78,8 @@ def complaint(source, name, target):
                 return "a header of the interface includes one that is not"
             if other in KERNEL and lib in KERNEL and KERNEL.index(other) > KERNEL.index(lib):
                 return f"kernel/{lib} lies below kernel/{other}"
+            if is_tag_store(source) and other == "db" and not is_tag_store(target):
+                return "the tag store knows nothing of the database above it"
             if not other_public and other != lib:
                 return f"kernel/{lib} looks behind the interface of kernel/{other}"
     if here[0] == "qtutils":

@@ -10,13 +10,17 @@ import check_layers
 import check_words
 
 HEADERS = ["kernel/inc/base/zvstring.h", "kernel/inc/db/zvdb.h", "kernel/inc/core/zvsystem.h",
-           "kernel/inc/utils/zvimage.h", "kernel/base/inner.h", "kernel/db/record.h", "inc/qt/zevaqt.h",
-           "src/qtutils/private/shared.h", "apps/workbench/window.h"]
+           "kernel/inc/utils/zvimage.h", "kernel/base/inner.h", "kernel/db/record.h", "kernel/db/dxf/dxf_tag.h",
+           "inc/qt/zevaqt.h", "src/qtutils/private/shared.h", "apps/workbench/window.h"]
 
 ALLOWED = [
     ("kernel/base/a.cpp", "base/zvstring.h"),
     ("kernel/base/a.cpp", "inner.h"),
     ("kernel/db/a.cpp", "base/zvstring.h"),
+    ("kernel/db/a.cpp", "dxf/dxf_tag.h"),
+    ("kernel/db/a.cpp", "dxf_tag.h"),
+    ("kernel/db/dxf/a.cpp", "dxf_tag.h"),
+    ("kernel/db/dxf/a.cpp", "base/zvstring.h"),
     ("kernel/utils/a.cpp", "QtGui/QImage"),
     ("kernel/utils/a.cpp", "db/zvdb.h"),
     ("kernel/inc/db/a.h", "base/zvstring.h"),
@@ -34,6 +38,9 @@ REFUSED = [
     ("kernel/db/a.cpp", "qstring.h"),
     ("kernel/db/a.cpp", "core/zvsystem.h"),
     ("kernel/db/a.cpp", "../base/inner.h"),
+    ("kernel/db/dxf/a.cpp", "db/zvdb.h"),
+    ("kernel/db/dxf/a.cpp", "../record.h"),
+    ("kernel/utils/a.cpp", "../db/dxf/dxf_tag.h"),
     ("kernel/core/a.cpp", "utils/zvimage.h"),
     ("kernel/core/a.cpp", "../db/record.h"),
     ("kernel/core/a.cpp", "QtCore/QString"),
