@@ -6,8 +6,9 @@
 #include <initializer_list>
 
 /*! Looking into a record and changing it. Group codes repeat within a record: each `100` marker begins a part in which
-   a code has a meaning of its own, `102 {NAME` ... `102 }` holds an application's group, and `1001 NAME` begins
-   extended data. The oldest files have no markers; the whole record before the extended data is then one part. */
+   a code has a meaning of its own (and so does the `101` marker of an embedded object), `102 {NAME` ... `102 }` holds
+   an application's group, and `1001 NAME` begins extended data. The oldest files have no markers; the whole record
+   before the extended data is then one part. */
 namespace zvdxf {
 
 /*! Tags [first, last) of a record. */
@@ -21,8 +22,7 @@ struct TagRange
 
 /*! The record without its extended data. */
 TagRange bodyRange(const RecordView &record);
-/*! What stands before the first `100` marker: the `0` tag, handle, groups, owner. The whole body where there is no
- * marker. */
+/*! What stands before the first `100` marker: the `0` tag, handle, groups, owner. The body where there is no marker. */
 TagRange headRange(const RecordView &record);
 /*! What follows the marker up to the next one or the extended data; the marker itself is not in it. The whole body for
    a record without any marker; empty when there are markers but not this one. \a occurrence counts from 0. */
@@ -46,13 +46,13 @@ struct FieldEdit
     enum Action : std::uint8_t { Set, Remove };
 
     /*! Part the code stands in: a marker ("AcDbLine" and the like), or empty for the part before the first marker. In a
-        record without markers it plays no role. */
+        record without markers it plays no role; to one that has others it is added. */
     std::string_view marker;
     int code = 0;
-    std::string value; //!< as in OwnedTag
+    std::string value = {}; //!< as in OwnedTag
     /*! Where a missing tag goes: right after the last tag in the part that has one of these codes; none present or
        listed: at the end of the part. */
-    std::initializer_list<int> after = {};
+    std::vector<int> after = {};
     Action action = Set;
     int occurrence = 0; //!< which of several of the code in the part, counted from 0; one more than there are inserts
 };
@@ -95,6 +95,7 @@ public:
 
     bool isChanged() const { return m_changed; }
     const std::vector<OwnedTag> &tags() const { return m_tags; }
+    /*! Moves the tags out; the edit is over. */
     std::vector<OwnedTag> takeTags() { return std::move(m_tags); }
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "dxf_number.h"
 
+#include "dxf_tag.h"
+
 #include <charconv>
 #include <cmath>
 #include <system_error>
@@ -9,17 +11,9 @@ namespace zvdxf {
 
 namespace {
 
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
 std::string_view trimmedNumber(std::string_view text)
 {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
+    text = trimmed(text);
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
     return text;
@@ -97,10 +91,7 @@ bool parseInteger(std::string_view text, std::int64_t &value)
 bool parseHandle(std::string_view text, std::uint64_t &value)
 {
     value = 0;
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
+    text = trimmed(text);
     const char *const end = text.data() + text.size();
     std::uint64_t parsed = 0;
     const auto [stop, error] = std::from_chars(text.data(), end, parsed, 16);
@@ -157,10 +148,7 @@ std::string formatChunk(std::string_view bytes)
 bool parseChunk(std::string_view text, std::string &bytes)
 {
     bytes.clear();
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
+    text = trimmed(text);
     bytes.reserve(text.size() / 2);
     for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
         const int high = hexDigit(text[i]);

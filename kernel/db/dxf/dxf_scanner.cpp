@@ -34,14 +34,6 @@ std::uint32_t numberWidth(ValueKind kind)
     }
 }
 
-std::string_view withoutBlanks(std::string_view text)
-{
-    const std::size_t first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 template <class Scanner> void collect(Scanner scanner, std::vector<Tag> &tags)
 {
     tags.clear();
@@ -55,6 +47,13 @@ template <class Scanner> Tag firstTag(Scanner scanner)
     ScannedTag scanned{{0, 0, 0}, 0};
     scanner.next(scanned, nullptr);
     return scanned.tag;
+}
+
+template <class Scanner> std::uint32_t endOfFirstTag(Scanner scanner)
+{
+    ScannedTag scanned;
+    scanner.next(scanned, nullptr);
+    return scanner.position();
 }
 
 } // namespace
@@ -81,7 +80,7 @@ void AsciiScanner::passOver(LoadResult *diagnostics)
     if (!diagnostics)
         return;
     // Half a code, or the blanks with which some files end.
-    if (!lineEnd && withoutBlanks({line, std::size_t(m_end - line)}).empty())
+    if (!lineEnd && trimmed({line, std::size_t(m_end - line)}).empty())
         return;
     diagnostics->count(lineEnd ? WarningKind::OutOfStep : WarningKind::TruncatedValue, std::uint64_t(line - m_data));
 }
@@ -92,7 +91,7 @@ bool AsciiScanner::lastTag(ScannedTag &scanned, int code, const char *value, Loa
     const char *const valueEnd = std::max(value, m_end);
     m_position = m_end;
     // Without its line end a value may be half of one, except where only one thing can stand there.
-    const std::string_view text = withoutBlanks({value, std::size_t(valueEnd - value)});
+    const std::string_view text = trimmed({value, std::size_t(valueEnd - value)});
     if (code == 0 && (text == "EOF" || text == "ENDSEC")) {
         set(scanned, code, line, value, valueEnd);
         return true;
@@ -246,6 +245,12 @@ std::uint32_t tagStart(const Buffer &buffer, const FileStyle &style, const Tag &
     while (start > first && bytes[start - 1] != lineEnd)
         --start;
     return start;
+}
+
+std::uint32_t tagEnd(const Buffer &buffer, const FileStyle &style, std::uint32_t start)
+{
+    return style.binary ? endOfFirstTag(BinaryScanner(buffer, style, start, buffer.size()))
+                        : endOfFirstTag(AsciiScanner(buffer, style, start, buffer.size()));
 }
 
 void readTags(const Buffer &buffer, const FileStyle &style, std::uint32_t first, std::uint32_t last,

@@ -113,6 +113,9 @@ FileStyle detectStyle(const Buffer &buffer);
 /*! Start of a tag whose value is known. */
 std::uint32_t tagStart(const Buffer &buffer, const FileStyle &style, const Tag &tag);
 
+/*! One past the last byte, line end included, of the tag that starts at \a start. */
+std::uint32_t tagEnd(const Buffer &buffer, const FileStyle &style, std::uint32_t start);
+
 /*! Reads all tags in the bytes [first, last) into \a tags, which is overwritten. */
 void readTags(const Buffer &buffer, const FileStyle &style, std::uint32_t first, std::uint32_t last,
               std::vector<Tag> &tags);

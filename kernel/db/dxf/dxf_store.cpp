@@ -33,15 +33,6 @@ constexpr const char *warningTexts[std::size_t(WarningKind::Count_)] = {
     "a value in the HEADER section belongs to no variable",
 };
 
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
-        text.remove_suffix(1);
-    return text;
-}
-
 // Blanks, line ends, and the end-of-file character of old systems.
 bool isFiller(std::string_view bytes)
 {
@@ -373,6 +364,7 @@ private:
         if (!hasSections())
             return;
         m_store.m_records.push_back({m_recordStart, size - m_recordStart});
+        m_store.m_wholeRecords = std::uint32_t(m_store.m_records.size());
         closeSection(m_recordStart);
         if (!isFiller(m_store.m_buffer.view(end, size - end)))
             m_result.count(WarningKind::AfterEndOfFile, end);
@@ -387,6 +379,8 @@ private:
         finishRecord(end);
         if (!hasSections())
             return;
+        const bool endsWhole = !m_isInSection && m_store.m_sections.back().last == m_store.m_records.size();
+        m_store.m_wholeRecords = std::uint32_t(m_store.m_records.size()) - (endsWhole ? 0 : 1);
         closeSection(end);
         m_result.count(WarningKind::MissingEndOfFile, end);
         reportProgress(end);

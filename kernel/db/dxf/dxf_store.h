@@ -187,8 +187,7 @@ public:
     virtual void endSection(SectionKind kind); //!< also called where the ENDSEC is missing
     /*! Version, code page and text encoding are known from the first of these calls on. */
     virtual void headerVariable(std::string_view name, const RecordView &values);
-    /*! Every record but SECTION, ENDSEC and EOF; TABLE and ENDTAB are records. Not called for records outside of
-     * sections. */
+    /*! Every record within a section but ENDSEC; TABLE and ENDTAB are records. */
     virtual void record(SectionKind section, const RecordView &record) = 0;
 };
 
@@ -217,6 +216,9 @@ public:
        (comments) is the preamble. */
     const std::vector<Record> &records() const { return m_records; }
     std::uint32_t preambleLength() const;
+    /*! How many records, counted from the first, are whole: all, or all but the last where the file was cut off within
+       it. Whoever completes a cut file keeps these and calls Writer::end(). */
+    std::uint32_t wholeRecords() const { return m_wholeRecords; }
     const std::vector<Section> &sections() const { return m_sections; }
     /*! The first section of that kind, or null. */
     const Section *section(SectionKind kind) const;
@@ -250,6 +252,7 @@ private:
     std::string m_version;
     TextCodec m_codec;
     std::vector<Record> m_records;
+    std::uint32_t m_wholeRecords = 0;
     std::vector<Section> m_sections;
     std::vector<HeaderVariable> m_headerVariables;
     std::vector<Tag> m_headerTags;

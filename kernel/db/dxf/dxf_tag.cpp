@@ -63,6 +63,16 @@ constexpr SectionName sectionNames[] = {
 
 } // namespace
 
+std::string_view trimmed(std::string_view value)
+{
+    constexpr std::string_view blanks = " \t\r";
+    while (!value.empty() && blanks.find(value.front()) != std::string_view::npos)
+        value.remove_prefix(1);
+    while (!value.empty() && blanks.find(value.back()) != std::string_view::npos)
+        value.remove_suffix(1);
+    return value;
+}
+
 ValueKind valueKind(int code)
 {
     return isGroupCode(code) ? kindTable[std::size_t(code - firstCode)] : ValueKind::Text;

@@ -36,6 +36,9 @@ struct OwnedTag
     std::uint32_t source = noSource;
 };
 
+/*! A value without the blanks and tabs (and carriage returns) around it. */
+std::string_view trimmed(std::string_view value);
+
 /*! How a group code's value is written. */
 enum class ValueKind : std::uint8_t {
     Text, //!< any line of text; names, strings

@@ -3,8 +3,6 @@
 
 #include "dxf_store.h"
 
-#include <cstdio>
-
 namespace zvdxf {
 
 /*! Where a writer puts its bytes. */
@@ -41,6 +39,8 @@ public:
     AtomicFile(const AtomicFile &) = delete;
     AtomicFile &operator=(const AtomicFile &) = delete;
 
+    // Bytes go to the system as they are given; the Writer hands on large blocks.
+
     /*! Makes the new file in \a path's folder, under a name nobody can foresee. */
     bool open(const std::string &path);
     bool write(std::string_view bytes) override;
@@ -53,12 +53,10 @@ public:
 
 private:
     bool fail(const char *deed, int errorNumber);
-    bool flush();
 
     std::string m_path; //!< as asked for, for messages
     std::string m_target; //!< with links followed
     std::string m_temporary; //!< empty: nothing to remove
-    std::string m_pending;
     std::string m_error;
     int m_descriptor = -1;
 };
@@ -105,6 +103,10 @@ public:
     bool keepAll(); //!< preamble and all records
     bool record(const std::vector<OwnedTag> &tags); //!< also for loose tags in a new file
     bool tag(int code, std::string_view value); //!< one more tag; value as in OwnedTag
+
+    /*! Closes the section that is open, if any, and the file, if it is not: the end of a new file, or of one that was
+       cut off (see Store::wholeRecords). */
+    bool end();
 
     /*! Hands the rest to the output. True when everything went well; does not commit an AtomicFile. */
     bool finish();
