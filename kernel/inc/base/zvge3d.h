@@ -16,6 +16,7 @@ public:
     static const ZvGeVector3d kYAxis;
     static const ZvGeVector3d kZAxis;
     double length() const;
+    double lengthSqrd() const { return x * x + y * y + z * z; }
     double dotProduct(const ZvGeVector3d &v) const { return x * v.x + y * v.y + z * v.z; }
     ZvGeVector3d crossProduct(const ZvGeVector3d &v) const;
     /// Of length 1; the zero vector stays as it is.
