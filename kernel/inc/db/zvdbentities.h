@@ -393,7 +393,9 @@ private:
     bool m_gradient = false;
     ZvCmColor m_gradientColors[2];
     double m_gradientAngle = 0.0;
-    int m_hatchStyle = 0;
+    double m_patternAngle = 0.0; // already applied to the pattern's lines
+    double m_patternScale = 1.0; // the same
+    int m_hatchStyle = 0; // 0 by turns, 1 the outer area, 2 without islands
 };
 
 /// Any dimension: the picture is the block that the dimension names.
@@ -416,7 +418,15 @@ private:
     ZvDbObjectId m_style;
     ZvDbObjectId m_block;
     ZvString m_text;
-    std::vector<std::pair<int, ZvGePoint3d>> m_points; // by group code
+    const ZvGePoint3d *pointOf(int code) const;
+    void setPointOf(int code, const ZvGePoint3d &point);
+    void drawPlain(ZvGiWorldDraw &draw) const;
+
+    // By group code; 11, 12 and 16 in the coordinates of its plane, the others in the world's. 12 is by how much the
+    // picture is moved against its block.
+    std::vector<std::pair<int, ZvGePoint3d>> m_points;
+    ZvGeVector3d m_normal {0, 0, 1};
+    double m_rotation = 0.0; // of a linear dimension's line, in its plane
     double m_measurement = 0.0;
     int m_type = 0;
 };
@@ -493,6 +503,7 @@ class ZV_EXPORT ZvDbRasterImage : public ZvDbEntity
 
 protected:
     ZvDbObjectId m_definition;
+    ZvString m_path; // of the definition, read together with the image
     ZvGePoint3d m_position;
     ZvGeVector3d m_u {1, 0, 0};
     ZvGeVector3d m_v {0, 1, 0};
@@ -552,6 +563,9 @@ class ZV_EXPORT ZvDbProxyEntity : public ZvDbEntity
     ZVDB_ENTITY_COMMON(ZvDbProxyEntity, "ACAD_PROXY_ENTITY")
     /// Class name of the record in the file.
     ZvString originalFileName() const;
+
+private:
+    std::vector<ZvGePoint3d> m_points; // those of the record
 };
 
 #endif

@@ -66,10 +66,24 @@ public:
 
 protected:
     ZvDbEntity();
+    /// What a setter ends with: eNotOpenForWrite for an entity that may not be written.
+    template<class T>
+    Zv::ErrorStatus store(T &field, const T &value)
+    {
+        if (!assertWriteEnabled())
+            return Zv::eNotOpenForWrite;
+        field = value;
+        return Zv::eOk;
+    }
 
 private:
     friend class ZvDbObjectAccess;
     friend class ZvDbDatabase;
 };
+
+/// Adds a copy of an entity, moved by \a matrix, to a block of the same database, with all that the entity owns
+/// (attributes). The copy has the shared properties of its original and is closed. eInvalidInput for a kind of entity
+/// that the map cannot be applied to: nothing is added then.
+ZV_EXPORT Zv::ErrorStatus zvdbCopyEntity(ZvDbObjectId source, ZvDbObjectId block, const ZvGeMatrix3d &matrix, ZvDbObjectId &copy);
 
 #endif
