@@ -7,8 +7,8 @@
 # program start does not count. Median of R runs. Not part of CI: it needs LibreCAD and a quiet machine.
 #
 #   --sizes "N..."   entity counts, by default "10000 100000 500000"
-#   --kinds "K..."   plain (continuous) and typed (line types), by default plain; typed takes LibreCAD minutes from
-#                    100,000 entities on
+#   --kinds "K..."   plain (continuous), typed (line types) and metres (line types, drawing unit the metre), by default
+#                    plain. LibreCAD scales patterns by the unit: metres cost it milliseconds for each entity
 #   --build FOLDER   the build folder with bin/generate_drawing and bin/zvworkbench, by default build/release
 #   --runs R         runs for each cell, by default 3
 #   --limit SECONDS  a run is given up after that time, by default 900
@@ -115,7 +115,13 @@ for program in "${programs[@]}"; do
 done
 for kind in $kinds; do
     for size in $sizes; do
-        "$generator" "$folder/drawing.dxf" --entities "$size" "--$kind" >/dev/null
+        case "$kind" in
+        plain) options=(--plain) ;;
+        typed) options=(--typed) ;;
+        metres) options=(--typed --metres) ;;
+        *) usage >&2; exit 2 ;;
+        esac
+        "$generator" "$folder/drawing.dxf" --entities "$size" "${options[@]}" >/dev/null
         declare -A cell=()
         for program in "${programs[@]}"; do
             if ! cell[$program]=$(measure "$program" drawing); then

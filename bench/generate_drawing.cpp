@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Writes a drawing of any size for measurements, the same bytes for the same arguments on every machine.
 //
-//     generate_drawing FILE [--entities N | --size-mb M] [--plain | --typed | --layers L]
+//     generate_drawing FILE [--entities N | --size-mb M] [--plain | --typed | --layers L] [--metres]
 //
 // 60 % lines, 30 % circles, 10 % polylines of eight points, at random places of a square that grows with the count, so
 // that the drawing stays equally dense.
@@ -10,6 +10,7 @@
 //   --plain       ten layers, all continuous (the default)
 //   --typed       six layers with a line type each, and every fifth entity with a line type of its own
 //   --layers L    L layers, all continuous, used in turn
+//   --metres      the drawing unit is the metre, not the millimetre; some programs then draw patterns 1000 times finer
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -133,6 +134,7 @@ struct Options
     double megabytes = 0.0; // 0: the count decides
     long layers = 10;
     bool typed = false;
+    bool metres = false;
 };
 
 // Handles given out in advance; entities count on from firstFree.
@@ -187,6 +189,10 @@ private:
         // Higher than any handle a file of this program reaches, since the count is known only at its end.
         out.tag(9, "$HANDSEED");
         out.tag(5, "FFFFFFFF");
+        out.tag(9, "$INSUNITS");
+        out.tag(70, options.metres ? 6 : 4);
+        out.tag(9, "$MEASUREMENT");
+        out.tag(70, 1);
         out.tag(9, "$EXTMIN");
         out.point(10, 0, 0);
         out.tag(30, 0.0);
@@ -445,6 +451,8 @@ bool parse(int argc, char **argv, Options &options)
             options.layers = std::atol(argv[++i]);
         else if (word == "--typed")
             options.typed = true;
+        else if (word == "--metres")
+            options.metres = true;
         else if (word == "--plain")
             options.typed = false;
         else if (word.substr(0, 1) == "-" || options.path)
@@ -461,8 +469,9 @@ int main(int argc, char **argv)
 {
     Options options;
     if (!parse(argc, argv, options)) {
-        std::fputs("usage: generate_drawing FILE [--entities N | --size-mb M] [--plain | --typed | --layers L]\n",
-                   stderr);
+        std::fputs(
+            "usage: generate_drawing FILE [--entities N | --size-mb M] [--plain | --typed | --layers L] [--metres]\n",
+            stderr);
         return 2;
     }
     TagFile out(options.path);

@@ -26,20 +26,20 @@ LAYERS = [
     ("A-WALL-FILL", 253, (112, 122, 140), 13, "Continuous", "承重墙填充 Poché of bearing walls"),
     ("A-WALL-PRTN", 9, None, 35, "Continuous", "隔墙 Partitions"),
     ("A-WALL-PRTN-FILL", 8, (120, 128, 142), 9, "Continuous", "隔墙填充 Hatch of partitions"),
-    ("S-COLS", 254, (178, 186, 198), 50, "Continuous", "结构柱 Columns"),
+    ("S-COLS", 254, (156, 164, 178), 50, "Continuous", "结构柱 Columns"),
     ("A-DOOR", 30, (226, 152, 74), 25, "Continuous", "门 Doors"),
     ("A-GLAZ", 150, (84, 160, 226), 25, "Continuous", "窗 Windows"),
-    ("A-STRS", 9, (176, 172, 196), 25, "Continuous", "楼梯 Stairs"),
+    ("A-STRS", 9, (152, 148, 184), 25, "Continuous", "楼梯 Stairs"),
     ("A-ROOF-OVHD", 193, (150, 128, 204), 18, "DASHED", "屋檐投影 Roof above"),
     ("A-FLOR-PATT", 8, (104, 114, 130), 9, "Continuous", "地面铺装 Floor finishes"),
     ("A-CLNG 吊顶", 201, None, 13, "HIDDEN", "吊顶 Ceilings, frozen on this sheet"),
     ("轴线", 1, (214, 96, 92), 13, "CENTER", "轴线 Grid lines, locked"),
     ("轴号", 11, (226, 126, 118), 25, "Continuous", "轴号 Grid bubbles"),
     ("标注-尺寸", 3, (98, 176, 136), 13, "Continuous", "尺寸标注 Dimensions"),
-    ("标注-引线", 41, (222, 182, 104), 13, "Continuous", "引线 Leaders"),
+    ("标注-引线", 41, (210, 156, 72), 13, "Continuous", "引线 Leaders"),
     ("标注-符号", 221, (226, 104, 152), 35, "Continuous", "剖切与标高 Section and level marks"),
     ("文字-房间", 7, None, 25, "Continuous", "房间名称 Room tags"),
-    ("文字-说明", 254, (168, 176, 190), 18, "Continuous", "说明文字 Notes"),
+    ("文字-说明", 254, (142, 150, 166), 18, "Continuous", "说明文字 Notes"),
     ("家具", 71, (150, 172, 128), 18, "Continuous", "家具 Furniture"),
     ("卫生洁具", 131, (80, 178, 186), 18, "Continuous", "卫生洁具 Sanitary fixtures"),
     ("厨房设备", 33, (206, 158, 122), 18, "Continuous", "厨房设备 Kitchen"),
@@ -52,7 +52,7 @@ LAYERS = [
     ("L-POOL 水池", 140, (72, 148, 208), 25, "Continuous", "水池 Pool"),
     ("SITE$0$用地红线", 240, (226, 88, 88), 50, "PHANTOM", "用地红线 Site boundary, from the bound site drawing"),
     ("SITE$0$FENCE", 37, (170, 130, 92), 18, "FENCE_X", "围栏 Fence, from the bound site drawing"),
-    ("P-GAS 燃气", 51, (222, 190, 70), 25, "GAS_LINE", "燃气管 Gas"),
+    ("P-GAS 燃气", 51, (208, 166, 48), 25, "GAS_LINE", "燃气管 Gas"),
     ("P-WATR 给水", 141, (98, 172, 240), 25, "DASHED", "给水管 Water"),
     ("P-SANR 排水", 36, (176, 138, 100), 25, "DASHDOT", "排水管 Drainage"),
     ("E-POWR 插座", 1, None, 18, "Continuous", "插座 Sockets, off on this sheet"),
@@ -101,7 +101,7 @@ ROOMS = [
     ("餐厅", "Dining", (8700, 120, 12780, 4440), (10900, 3750)),
     ("走廊", "Hall", (1860, 4560, 8700, 6840), (5100, 5600)),
     ("洗衣", "Laundry", (120, 4560, 1740, 6840), (1200, 5650)),
-    ("次卧", "Bedroom", (120, 6960, 3840, 10680), (2950, 9850)),
+    ("次卧", "Bedroom", (120, 6960, 3840, 10680), (1750, 10030)),
     ("浴室", "Bath", (3960, 6960, 6240, 10680), (4830, 8950)),
     ("门厅", "Entrance", (6360, 6960, 8640, 10680), (7600, 8500)),
     ("厨房", "Kitchen", (8760, 6960, 12780, 10680), (10700, 8700)),
@@ -278,7 +278,7 @@ def add_stairs(plan):
     thin.circle(left + 135, middle, 45)
     thin.line(left + 180, middle, left + tread * 8.2, middle)
     thin.solid([(left + tread * 8.2, middle - 70), (left + tread * 8.2, middle + 70), (left + tread * 8.9, middle)])
-    plan.pen("文字-说明").text("上 17 UP", left + 230, middle + 110, 160, style="中文")
+    plan.pen("文字-说明").text("上 17 UP", left + 60, bottom + width + 90, 180, style="中文")
 
 
 def add_roof(plan):
@@ -323,8 +323,8 @@ def add_furniture(plan):
     pen.insert("BOOKSHELF", 3770, 400, rotation=90)
     pen.insert("ARMCHAIR", 800, 800, rotation=-40)
 
-    pen.insert("BED-SINGLE", 160, 9000)
-    pen.insert("WARDROBE-1800", 3830, 7300, rotation=90)
+    pen.insert("BED-SINGLE", 160, 8450)
+    pen.insert("WARDROBE-1800", 3830, 8700, rotation=90)
     pen.insert("BED-DOUBLE", 16960, 2250, rotation=180)
     pen.insert("ARMCHAIR", 13500, 620, rotation=-30)
     pen.insert("WARDROBE-1800", 14500, 6230)
@@ -401,7 +401,7 @@ def add_paving(plan):
         edge.rect(x - 300, y - 170, 620, 340, 90)
     for number in range(9):
         t = number / 8  # along a quadratic curve from the terrace to the carport
-        x = (1 - t) ** 2 * 13950 + 2 * t * (1 - t) * 18900 + t * t * 18900
+        x = (1 - t) ** 2 * 13950 + 2 * t * (1 - t) * 19300 + t * t * 18900
         y = (1 - t) ** 2 * -850 + 2 * t * (1 - t) * -1300 + t * t * 4550
         edge.rect(x - 260, y - 190, 540, 380, 110)
 
@@ -433,7 +433,7 @@ def add_plants(plan):
     tree, blossom, shrub = plan.pen("L-PLNT-TREE"), plan.pen("L-PLNT-BLOS"), plan.pen("L-PLNT-SHRB")
     for name, x, y, radius, turn in (
             ("ROUND", 22900, 600, 1850, 10), ("ROUND", 24200, -2600, 1250, 60), ("ROUND", 300, -2700, 1350, 25),
-            ("PINE", 22000, -3100, 780, 0), ("PINE", 24400, 3300, 900, 12),
+            ("PINE", 22250, -3100, 700, 0), ("PINE", 24400, 3300, 900, 12),
             ("PINE", 21300, 3400, 700, 30), ("PINE", 2000, -3600, 600, 5)):
         tree.insert(f"SITE$0$TREE-{name}", x, y, rotation=turn, xscale=radius / 1000, yscale=radius / 1000)
     for x, y, radius, turn in ((15500, 10300, 780, 0), (20000, -1300, 950, 40), (-300, 11650, 560, 80)):
@@ -488,20 +488,21 @@ def add_grid(plan):
         bubble("ABCDE"[number], BUBBLE_LEFT, y)
 
 
-def chain(plan, points, place, angle, style="建筑-75"):
+def chain(plan, points, place, angle, text_at=None):
     for a, b in zip(points, points[1:]):
         if angle == 0:
             p1, p2, base = (a, 12300), (b, 12300), (a, place)
         else:
             p1, p2, base = (-1500, a), (-1500, b), (place, a)
         render_dimension(plan.msp.add_linear_dim(
-            base=base, p1=p1, p2=p2, angle=angle, dimstyle=style, dxfattribs={"layer": "标注-尺寸"}))
+            base=base, p1=p1, p2=p2, location=text_at, angle=angle, dimstyle="建筑-75",
+            dxfattribs={"layer": "标注-尺寸"}))
 
 
 def add_dimensions(plan):
     chain(plan, [-120, 1200, 2700, 3900, 4800, 5700, 6300, 6900, 8100, 8700, 9600, 12000, 12900, 14400, 15600, 17220], 12950, 0)
     chain(plan, GRID_X, 13500, 0)
-    chain(plan, [-120, 17220], 14050, 0)
+    chain(plan, [-120, 17220], 14050, 0, text_at=(10800, 14205))
     chain(plan, [-120, 1500, 3000, 4500, 5400, 6000, 6900, 8000, 9800, 10920], -2350, 90)
     chain(plan, GRID_Y, -2950, 90)
     chain(plan, [-120, 10920], -3550, 90)
@@ -533,12 +534,12 @@ def add_room_tags(plan):
             {"NAME": chinese, "NAME-EN": english, "AREA": f"{area:.1f} m²"})
 
 
-LEADER_COLOR = (222, 182, 104)
+LEADER_COLOR = (210, 156, 72)
 
 
 def add_leaders(plan):
-    for text, target, insert in (("防腐木露台 Larch decking", (9950, -2650), (10750, -3500)),
-                                 ("泳池，水深 1.40 m\\PPool, 1.40 m deep", (17300, -2500), (18950, -2550))):
+    for text, target, insert in (("防腐木露台 Larch deck", (9950, -2650), (10750, -3500)),
+                                 ("泳池，水深 1.40 m\\PPool, 1.40 m deep", (17300, -2500), (19500, -2600))):
         builder = plan.msp.add_multileader_mtext("说明-75", dxfattribs={"layer": "标注-引线"})
         builder.set_content(text, style="中文", color=LEADER_COLOR, alignment=mleader.TextAlignment.left)
         builder.set_leader_properties(color=LEADER_COLOR, lineweight=13)
