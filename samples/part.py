@@ -19,7 +19,7 @@ LAYERS = [
     ("公差 Tolerances", 131, (88, 184, 190), 18, "Continuous", "形位公差与粗糙度 Geometric tolerances, roughness"),
     ("剖切 Section", 221, (226, 108, 156), 50, "Continuous", "剖切符号 Section and detail marks"),
     ("双点画线 Phantom", 191, (160, 138, 210), 18, "PHANTOM", "相邻件 Adjacent parts"),
-    ("文字 Text", 254, (196, 202, 212), 25, "Continuous", "文字 Notes"),
+    ("文字 Text", 254, (146, 154, 168), 25, "Continuous", "文字 Notes"),
     ("图框 Border", 7, None, 50, "Continuous", "图框 Border and title block"),
     ("图框-细 Border thin", 9, (140, 150, 166), 18, "Continuous", "图框细线 Thin lines of the border"),
     ("辅助线 Construction", 8, None, 13, "DOT", "辅助线 Construction lines, off and not plotted"),
@@ -45,7 +45,7 @@ AXIS_Y = BASE_Y + AXIS_HEIGHT
 SECTION_X = 268.0  # middle of the housing's length along its axis
 TOP_Y = 64.0
 DETAIL, DETAIL_SCALE = (372.0, 218.0), 4.0
-DETAIL_REACH, DETAIL_DROP = 20.0, 8.0  # from its middle to the left face and down to the seat, on paper
+DETAIL_REACH, DETAIL_DROP = 20.0, 8.0  # from its middle to the flange face and down to the seat, on paper
 
 
 class Part:
@@ -174,7 +174,10 @@ def bore_profile(left, right):
 
 
 def add_section(part):
-    """Section A-A: the housing cut by its middle plane, the flange on the left."""
+    """Section A-A: the housing cut by its middle plane and seen from the left, so the flange is on the right.
+
+    The outlines are put together with the flange on the left and mirrored.
+    """
     outline, centre, hatch = part.outline, part.centre, part.pen("剖面线 Hatch")
     x, y = SECTION_X, AXIS_Y
     left, right = x - HUB_LENGTH / 2, x + HUB_LENGTH / 2
@@ -195,14 +198,14 @@ def add_section(part):
               (x - foot + 3, floor), (x - web - FILLET, floor, 0.414), (x - web, floor + FILLET)]
     lower += [(x - web, y - FLANGE_R), (left + 1, y - FLANGE_R), (left, y - FLANGE_R + 1)]
     iron = part.doc.materials.get("HT200").dxf.handle
-    for region in (upper, lower):
+    for region in (mirror(upper, x), mirror(lower, x)):
         outline.with_(material_handle=iron).path(region, close=True)
         hatch.hatch("ANSI31", 0.9, region)
     # Edges of the bore seen behind the cut.
     for px, radius in ((left, SEAT_R + 1.5), (left + 1.5, SEAT_R), (left + GROOVE_AT, GROOVE_R),
                        (left + GROOVE_AT + GROOVE_WIDTH, GROOVE_R), (left + SEAT_DEPTH, SEAT_R),
                        (right - SEAL_DEPTH, THROUGH_R), (right, SEAL_R)):
-        outline.line(px, y - radius, px, y + radius)
+        outline.line(2 * x - px, y - radius, 2 * x - px, y + radius)
     centre.line(left - 8, y, right + 8, y)
     centre.line(x, BASE_Y - 5, x, floor + 30)
 
@@ -211,9 +214,9 @@ def add_section(part):
         construction.line(FRONT_X, y + radius, right, y + radius)
 
     mark = part.pen("剖切 Section")
-    mark.with_(lineweight=18).circle(left + GROOVE_AT + 1.5, y + SEAT_R + 1, 8)
-    mark.with_(lineweight=18).line(left + 1, y + SEAT_R + 8, left - 8, y + SEAT_R + 27)
-    mark.text("B", left - 10, y + SEAT_R + 29, 5, align="BOTTOM_CENTER")
+    mark.with_(lineweight=18).circle(right - GROOVE_AT - 1.5, y + SEAT_R + 1, 8)
+    mark.with_(lineweight=18).line(right - 1, y + SEAT_R + 8, right + 7, y + SEAT_R + 27)
+    mark.text("B", right + 9, y + SEAT_R + 29, 5, align="BOTTOM_CENTER")
     mark.text("A–A", x, y + FLANGE_R + 24, 6, align="BOTTOM_CENTER")
 
 
@@ -259,7 +262,7 @@ def add_detail(part):
     x, y = DETAIL
 
     def at(along, radius):
-        return (x - DETAIL_REACH + along * DETAIL_SCALE,
+        return (x + DETAIL_REACH - along * DETAIL_SCALE,
                 y - DETAIL_DROP + (radius - SEAT_R) * DETAIL_SCALE)
     surface = [at(0, SEAT_R + 1.5), at(1.5, SEAT_R), at(GROOVE_AT, SEAT_R), at(GROOVE_AT, GROOVE_R),
                at(GROOVE_AT + GROOVE_WIDTH, GROOVE_R), at(GROOVE_AT + GROOVE_WIDTH, SEAT_R), at(10.0, SEAT_R)]
@@ -277,8 +280,8 @@ def add_dimensions(part):
     layer_name = {"layer": "尺寸 Dimensions"}
     msp = part.msp
 
-    def linear(base, p1, p2, angle=0, style="机械 GB-3", text="<>", **override):
-        render_dimension(msp.add_linear_dim(base=base, p1=p1, p2=p2, angle=angle, dimstyle=style, text=text,
+    def linear(base, p1, p2, angle=0, style="机械 GB-3", location=None, **override):
+        render_dimension(msp.add_linear_dim(base=base, p1=p1, p2=p2, angle=angle, dimstyle=style, location=location,
                                             override=override, dxfattribs=dict(layer_name)))
     x, y, half = FRONT_X, AXIS_Y, BASE_LENGTH / 2
     linear((x, BASE_Y - 20), (x - half, BASE_Y), (x + half, BASE_Y))
@@ -287,23 +290,21 @@ def add_dimensions(part):
     linear((x - half - 10, y), (x - half, BASE_Y), (x - half - 4, y), 90, dimtol=1, dimtp=0.05, dimtm=0.05, dimtdec=2)
     linear((x + half + 8, BASE_Y), (x + half, BASE_Y), (x + half, BASE_Y + BASE_HEIGHT), 90)
     render_dimension(msp.add_diameter_dim(center=(x, y), radius=BOLT_R, angle=160, dimstyle="机械 GB-3",
-                                          override={"dimtix": 0, "dimtmove": 0, "dimtoh": 1},
+                                          location=(x - 11.0, y + 6.5),
                                           dxfattribs=dict(layer_name)))
     render_dimension(msp.add_angular_dim_cra(center=(x, y), radius=FLANGE_R + 4, start_angle=45, end_angle=90,
                                              distance=6, dimstyle="机械 GB-3", dxfattribs=dict(layer_name)))
 
     left, right = SECTION_X - HUB_LENGTH / 2, SECTION_X + HUB_LENGTH / 2
-    linear((SECTION_X, y + FLANGE_R + 15), (left, y + FLANGE_R), (right, y + HUB_R))
-    linear((left - 32, y), (left, y - FLANGE_R), (left, y + FLANGE_R), 90, "直径 Diameter")
-    linear((left - 13, y), (left, y - SEAT_R), (left, y + SEAT_R), 90, "公差 Tolerance",
-           dimpost="%%c<>H7")
-    linear((right + 12, y), (right, y - SEAL_R), (right, y + SEAL_R), 90, "直径 Diameter", dimtol=1, dimtp=0.1, dimtm=0.0)
-    linear((right + 24, y), (right, y - HUB_R), (right, y + HUB_R), 90, "直径 Diameter")
+    linear((SECTION_X, y + FLANGE_R + 15), (left, y + HUB_R), (right, y + FLANGE_R))
+    linear((right + 26, y), (right, y - FLANGE_R), (right, y + FLANGE_R), 90, "直径 Diameter")
+    linear((right + 13, y), (right, y - SEAT_R), (right, y + SEAT_R), 90, "公差 Tolerance", dimpost="%%c<>H7")
+    linear((left - 12, y), (left, y - SEAL_R), (left, y + SEAL_R), 90, "直径 Diameter", dimtol=1, dimtp=0.1, dimtm=0.0)
+    linear((left - 24, y), (left, y - HUB_R), (left, y + HUB_R), 90, "直径 Diameter")
     linear((SECTION_X, BASE_Y - 12), (SECTION_X - BASE_DEPTH / 2, BASE_Y), (SECTION_X + BASE_DEPTH / 2, BASE_Y))
-    linear((left + SEAT_DEPTH / 2, y + 18), (left, y + 18), (left + SEAT_DEPTH, y + 18), dimtol=1, dimtp=0.1, dimtm=0.0)
-    linear((right - SEAL_DEPTH / 2, y - 12), (right - SEAL_DEPTH, y - 12), (right, y - 12))
-    linear((left + FLANGE_THICKNESS / 2, y + FLANGE_R + 6), (left, y + FLANGE_R),
-           (left + FLANGE_THICKNESS, y + FLANGE_R))
+    linear((right - 4, y + 18), (right - SEAT_DEPTH, y + 18), (right, y + 18))
+    linear((left + 4, y - 12), (left, y - 12), (left + SEAL_DEPTH, y - 12))
+    linear((right - 4, y + FLANGE_R + 6), (right - FLANGE_THICKNESS, y + FLANGE_R), (right, y + FLANGE_R))
 
     linear((x + half + 10, TOP_Y), (x + HOLE_SPACING / 2, TOP_Y - 20), (x + HOLE_SPACING / 2, TOP_Y + 20), 90)
     render_dimension(msp.add_radius_dim(center=(x - half + 8, TOP_Y + BASE_DEPTH / 2 - 8), radius=8, angle=135,
@@ -312,11 +313,12 @@ def add_dimensions(part):
 
     dx, dy = DETAIL
     bottom = dy - DETAIL_DROP
-    groove = dx - DETAIL_REACH + GROOVE_AT * DETAIL_SCALE
-    shoulder = groove + GROOVE_WIDTH * DETAIL_SCALE
-    linear((dx, bottom - 17), (groove, bottom), (shoulder, bottom), style="放大 4-1", dimpost="<>H13")
-    linear((dx, bottom - 8), (dx - DETAIL_REACH, bottom + 1.5 * DETAIL_SCALE), (groove, bottom), style="放大 4-1")
-    linear((dx + 27, dy), (shoulder, bottom), (shoulder, bottom + (GROOVE_R - SEAT_R) * DETAIL_SCALE), 90, "放大 4-1")
+    groove = dx + DETAIL_REACH - GROOVE_AT * DETAIL_SCALE
+    shoulder = groove - GROOVE_WIDTH * DETAIL_SCALE
+    linear((dx, bottom - 17), (shoulder, bottom), (groove, bottom), style="放大 4-1",
+           location=(shoulder - 9, bottom - 14.5), dimpost="<>H13")
+    linear((dx, bottom - 8), (groove, bottom), (dx + DETAIL_REACH, bottom + 1.5 * DETAIL_SCALE), style="放大 4-1")
+    linear((dx - 27, dy), (shoulder, bottom), (shoulder, bottom + (GROOVE_R - SEAT_R) * DETAIL_SCALE), 90, "放大 4-1")
 
 
 def add_symbols(part):
@@ -334,21 +336,21 @@ def add_symbols(part):
 
     pen = part.pen("公差 Tolerances")
     left, right = SECTION_X - HUB_LENGTH / 2, SECTION_X + HUB_LENGTH / 2
-    for x, y, value in ((right - 16, AXIS_Y + HUB_R, "Ra 6.3"), (left + 15, AXIS_Y - SEAT_R, "Ra 1.6"),
-                        (SECTION_X + 14, BASE_Y + BASE_HEIGHT, "Ra 6.3")):
+    for x, y, value in ((left + 6, AXIS_Y + HUB_R, "Ra 6.3"), (right - 22, AXIS_Y - SEAT_R, "Ra 1.6")):
         pen.insert("ROUGHNESS", x, y).add_auto_attribs({"RA": value})
     pen.insert("DATUM", SECTION_X - 22, BASE_Y).add_auto_attribs({"DATUM": "C"})
 
     # Feature control frame: the bore axis parallel to the base within 0.02.
-    x, y = right + 14, AXIS_Y + 46
+    x, y = left - 50, AXIS_Y + 50
     for offset, width in ((0, 8), (8, 14), (22, 8)):
         pen.rect(x + offset, y, width, 7)
     pen.line(x + 2, y + 1.5, x + 4.2, y + 5.5)
     pen.line(x + 4, y + 1.5, x + 6.2, y + 5.5)
     pen.text("%%c0.02", x + 15, y + 3.5, 2.8, align="MIDDLE_CENTER")
     pen.text("C", x + 26, y + 3.5, 3.2, align="MIDDLE_CENTER")
-    pen.path([(x, y + 3.5), (right + 6, y + 3.5), (right + 6, AXIS_Y + 4)])
-    pen.solid([(right + 6, AXIS_Y), (right + 5.2, AXIS_Y + 4), (right + 6.8, AXIS_Y + 4)])
+    end = left - 5
+    pen.path([(x + 30, y + 3.5), (end, y + 3.5), (end, AXIS_Y + 4)])
+    pen.solid([(end, AXIS_Y), (end - 0.8, AXIS_Y + 4), (end + 0.8, AXIS_Y + 4)])
 
     note = part.pen("尺寸 Dimensions")
     x, y = FRONT_X + HOLE_SPACING / 2, TOP_Y - 20
