@@ -4,7 +4,7 @@
 import math
 
 from drafting import (
-    Pen, current_names, layer, material, new_document, rectangle, render_dimension, table_style)
+    Pen, current_names, layer, material, new_document, render_dimension, table_style)
 
 SHEET = (0.0, 0.0, 420.0, 297.0)
 FRAME = (25.0, 5.0, 415.0, 292.0)
@@ -144,7 +144,8 @@ def add_front_view(part):
                   (x - half + 3, BASE_Y + BASE_HEIGHT)])
     slope = (PEDESTAL_FOOT - PEDESTAL_TOP) / (AXIS_HEIGHT - 25 - BASE_HEIGHT)
     for side in (-1, 1):
-        outline.line(x + side * (half - 3), BASE_Y + BASE_HEIGHT, x + side * (PEDESTAL_FOOT + FILLET), BASE_Y + BASE_HEIGHT)
+        outline.line(x + side * (half - 3), BASE_Y + BASE_HEIGHT,
+                     x + side * (PEDESTAL_FOOT + FILLET), BASE_Y + BASE_HEIGHT)
         foot = x + side * PEDESTAL_FOOT
         outline.path([(x + side * (PEDESTAL_FOOT + FILLET), BASE_Y + BASE_HEIGHT, -side * 0.36),
                       (foot - side * slope * FILLET, BASE_Y + BASE_HEIGHT + FILLET)])

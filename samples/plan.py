@@ -500,7 +500,8 @@ def chain(plan, points, place, angle, text_at=None):
 
 
 def add_dimensions(plan):
-    chain(plan, [-120, 1200, 2700, 3900, 4800, 5700, 6300, 6900, 8100, 8700, 9600, 12000, 12900, 14400, 15600, 17220], 12950, 0)
+    chain(plan, [-120, 1200, 2700, 3900, 4800, 5700, 6300, 6900, 8100, 8700, 9600, 12000,
+                 12900, 14400, 15600, 17220], 12950, 0)
     chain(plan, GRID_X, 13500, 0)
     chain(plan, [-120, 17220], 14050, 0, text_at=(10800, 14205))
     chain(plan, [-120, 1500, 3000, 4500, 5400, 6000, 6900, 8000, 9800, 10920], -2350, 90)
@@ -668,8 +669,8 @@ def finish(plan):
 STEPS = [
     add_layers, add_styles, add_views, lambda plan: define_blocks(plan.doc), add_sheet, add_site, add_lawn, add_paving,
     add_pool, add_floors, add_roof, add_grid, add_services, add_walls, add_openings, add_stairs, add_furniture,
-    add_fixtures, add_plants, add_dimensions, add_marks, add_leaders, add_room_tags, add_legend, add_schedule, add_paper,
-    finish,
+    add_fixtures, add_plants, add_dimensions, add_marks, add_leaders, add_room_tags, add_legend, add_schedule,
+    add_paper, finish,
 ]
 
 
