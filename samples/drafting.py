@@ -5,6 +5,7 @@ import math
 
 import ezdxf
 from ezdxf.entities import factory
+from ezdxf.entities.dxfclass import DXFClass
 from ezdxf.lldxf.extendedtags import ExtendedTags
 
 LATIN = "DejaVu Sans"
@@ -66,6 +67,10 @@ def save(doc, path):
     """Saves the drawing; the class definitions go in by name, since the writer takes them from an unordered set."""
     for name in sorted(doc.entitydb.dxf_types_in_use()):
         doc.classes.add_class(name)
+        if name == "MULTILEADER":  # ezdxf 0.18 defines the class only under the name MLEADER
+            doc.classes.register(DXFClass.new(dxfattribs={
+                "name": name, "cpp_class_name": "AcDbMLeader", "app_name": "ACDB_MLEADER_CLASS", "flags": 1025,
+                "is_an_entity": 1}))
     doc.saveas(path)
 
 

@@ -104,6 +104,7 @@ class SamplesTest(unittest.TestCase):
         self.assertGreaterEqual(types.count("MULTILEADER"), 2)
         self.assertGreaterEqual(types.count("HATCH"), 15)
         self.assertGreaterEqual(types.count("INSERT"), 80)
+        self.assertIn("MULTILEADER", [dxf_class.dxf.name for dxf_class in doc.classes])
         self.assertTrue(any(entity.has_xdata("ZEVA_SAMPLES") for entity in doc.modelspace()))
         self.assertTrue(any(insert.attribs for insert in doc.modelspace().query("INSERT")))
 
