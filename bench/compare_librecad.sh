@@ -64,19 +64,14 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 export QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR="$folder" XDG_CONFIG_HOME="$folder/config" HOME="$folder"
 
-# The command of a program for a drawing. dxf2pdf writes its file beside the drawing's base name in the working folder.
-command_of() {
-    local program=$1 drawing=$2
-    case "$program" in
-    librecad) echo "librecad dxf2pdf -a $drawing.dxf" ;;
-    workbench) echo "$workbench $drawing.dxf --export $drawing.pdf --quit" ;;
-    esac
-}
-
 # Prints "seconds kilobytes": median processor time and median peak memory of the runs of one program on one drawing.
 measure() {
-    local program=$1 drawing=$2
-    (cd "$folder" && /usr/bin/env python3 - "$runs" "$limit" "$drawing.pdf" $(command_of "$program" "$drawing") <<'PYTHON'
+    local program=$1 drawing=$2 command=()
+    case "$program" in
+    librecad) command=(librecad dxf2pdf -a "$drawing.dxf") ;; # writes into the working folder
+    workbench) command=("$workbench" "$drawing.dxf" --export "$drawing.pdf" --quit) ;;
+    esac
+    (cd "$folder" && /usr/bin/env python3 - "$runs" "$limit" "$drawing.pdf" "${command[@]}" <<'PYTHON'
 import os, signal, statistics, sys
 
 runs, limit, result, command = int(sys.argv[1]), int(sys.argv[2]), sys.argv[3], sys.argv[4:]
