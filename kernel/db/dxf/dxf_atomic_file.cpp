@@ -68,7 +68,12 @@ AtomicFile::~AtomicFile()
 
 bool AtomicFile::fail(const char *deed, int errorNumber)
 {
-    m_error = std::string("cannot ") + deed + " " + m_path + ": " + std::strerror(errorNumber);
+    return fail(deed, std::strerror(errorNumber));
+}
+
+bool AtomicFile::fail(const char *deed, const char *reason)
+{
+    m_error = std::string("cannot ") + deed + " " + m_path + ": " + reason;
     discard();
     return false;
 }
@@ -91,7 +96,7 @@ bool AtomicFile::open(const std::string &path)
     if (exists && S_ISDIR(old.st_mode))
         return fail("save", EISDIR);
     if (exists && !S_ISREG(old.st_mode))
-        return fail("save", EINVAL);
+        return fail("save", "it is not a regular file");
     // A rename needs no right on the file it replaces, but people who write-protect a file mean it.
     if (exists && ::faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0)
         return fail("save", errno);

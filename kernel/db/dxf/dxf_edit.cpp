@@ -276,9 +276,10 @@ void RecordEdit::apply(const FieldEdit &edit)
     std::size_t position = range.last;
     const EditedTags tags{m_tags};
     for (std::size_t i = range.first; i < range.last;) {
-        if (std::find(edit.after.begin(), edit.after.end(), tags.code(i)) != edit.after.end())
-            position = i + 1;
+        const bool isAnchor = std::find(edit.after.begin(), edit.after.end(), tags.code(i)) != edit.after.end();
         i = opensGroup(tags, i) ? groupEnd(tags, i, range.last) : i + 1;
+        if (isAnchor)
+            position = i;
     }
     m_tags.insert(m_tags.begin() + std::ptrdiff_t(position), OwnedTag{edit.code, edit.value});
     m_changed = true;

@@ -625,7 +625,7 @@ std::string Store::asciiValue(const Tag &tag) const
     switch (kind) {
     case ValueKind::Text:
     case ValueKind::Handle:
-        return std::string(bytes);
+        return oneLine(bytes);
     case ValueKind::Chunk:
         return formatChunk(bytes);
     case ValueKind::Real:

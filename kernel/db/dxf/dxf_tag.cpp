@@ -73,6 +73,21 @@ std::string_view trimmed(std::string_view value)
     return value;
 }
 
+std::string oneLine(std::string_view value)
+{
+    std::string line;
+    line.reserve(value.size());
+    for (const char c : value) {
+        if (c == '\n')
+            line += "^J";
+        else if (c == '\r')
+            line += "^M";
+        else
+            line += c;
+    }
+    return line;
+}
+
 ValueKind valueKind(int code)
 {
     return isGroupCode(code) ? kindTable[std::size_t(code - firstCode)] : ValueKind::Text;

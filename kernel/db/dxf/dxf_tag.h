@@ -39,6 +39,9 @@ struct OwnedTag
 /*! A value without the blanks and tabs (and carriage returns) around it. */
 std::string_view trimmed(std::string_view value);
 
+/*! A value with its line ends as `^J` and `^M`, which is how a value on one line holds them. */
+std::string oneLine(std::string_view value);
+
 /*! How a group code's value is written. */
 enum class ValueKind : std::uint8_t {
     Text, //!< any line of text; names, strings

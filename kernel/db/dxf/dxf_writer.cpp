@@ -168,9 +168,7 @@ struct Writer::Private
         if (int(line.size()) < style.codeWidth)
             line.insert(0, std::size_t(style.codeWidth) - line.size(), ' ');
         line += lineEnd;
-        // One value is one line, whatever it was given.
-        for (const char c : value)
-            line += c == '\n' || c == '\r' ? ' ' : c;
+        line += oneLine(value); // whatever it was given
         line += lineEnd;
         return put(line);
     }
@@ -395,6 +393,8 @@ struct Writer::Private
 
     bool keep(std::uint32_t first, std::uint32_t count)
     {
+        if (count == 0)
+            return error.empty();
         const Section *const header = source->section(SectionKind::Header);
         const std::uint32_t special = header ? header->first : source->sections().front().first;
         if (headerEdits.empty() || special < first || special >= first + count)

@@ -53,6 +53,7 @@ public:
 
 private:
     bool fail(const char *deed, int errorNumber);
+    bool fail(const char *deed, const char *reason);
 
     std::string m_path; //!< as asked for, for messages
     std::string m_target; //!< with links followed
