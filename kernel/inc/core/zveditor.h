@@ -125,12 +125,18 @@ private:
 
 /// Queues a menu macro. It runs when the editor is next idle in the host's event loop, or when the queue is run to its
 /// end. "^C" cancels the running command; ";", a line end and the macro's own end mean Enter, and so does a blank
-/// unless the prompt at hand takes text with blanks. The whole macro is unseen when the display context's command echo
-/// is off at the time of the call. \a resume is accepted as told by the callers and has no effect here.
+/// unless the prompt at hand takes text with blanks. The end right behind ";" or a line end is no second Enter. The whole
+/// macro is unseen when the display context's command echo is off at the time of the call. \a resume is accepted as told
+/// by the callers and has no effect here.
 ZV_EXPORT int zvedMenuMacro(const ZvString &macro, bool resume);
-/// One line of a script or of the command line: as a macro, but "^C" and ";" stand for themselves.
-ZV_EXPORT int zvedCommandLine(const ZvString &line);
-/// Runs the queue until it is empty. A command that asks for more than the queue holds waits for the host's input, or is
+/// One line of a script or of the command line: as a macro, but "^C" and ";" stand for themselves, and an empty line is
+/// Enter, too.
+ZV_EXPORT int zvedCommandLine(const ZvString &line, bool fromScript = false);
+/// What a view feeds: a point in world coordinates, picked entities, Enter.
+ZV_EXPORT void zvedFeedPoint(const ZvGePoint3d &point);
+ZV_EXPORT void zvedFeedSelection(const std::vector<ZvDbObjectId> &ids);
+ZV_EXPORT void zvedFeedEnter();
+/// Runs the queue until it is empty. Does nothing while a command runs: that takes what is queued. A command that asks for more than the queue holds waits for the host's input, or is
 /// cancelled where there is no host. False when a command failed or a word was no command; the text tells which.
 ZV_EXPORT bool zvedRunQueue(ZvString *error = nullptr);
 /// True while there is something queued.
@@ -163,6 +169,7 @@ struct ZV_EXPORT ZvEdPrompt
     ZvGePoint3d base; ///< Point to draw a rubber band from.
     bool hasBase = false;
     bool allowNone = false;
+    bool allowOther = false; ///< A text that is no value and no keyword comes as if it were a keyword.
 };
 
 ZV_EXPORT ZvEdInput zvedGetPoint(const ZvEdPrompt &prompt, ZvGePoint3d &point, ZvString *keyword = nullptr);
@@ -174,8 +181,8 @@ ZV_EXPORT ZvEdInput zvedGetReal(const ZvEdPrompt &prompt, double &value, ZvStrin
 ZV_EXPORT ZvEdInput zvedGetInteger(const ZvEdPrompt &prompt, int &value, ZvString *keyword = nullptr);
 /// A text; with blanks up to the end of the line for kStringWithBlanks.
 ZV_EXPORT ZvEdInput zvedGetString(const ZvEdPrompt &prompt, ZvString &text);
-/// One of the keywords, or any text when \a allowOther.
-ZV_EXPORT ZvEdInput zvedGetKeyword(const ZvEdPrompt &prompt, ZvString &keyword, bool allowOther = false);
+/// One of the keywords.
+ZV_EXPORT ZvEdInput zvedGetKeyword(const ZvEdPrompt &prompt, ZvString &keyword);
 /// Entities: the pick-first set where the command uses it and it is not empty; otherwise picks, "ALL", "Window",
 /// "Crossing", "Last", "Previous", "LAyer", handles, until Enter.
 ZV_EXPORT ZvEdInput zvedGetSelection(const ZvEdPrompt &prompt, std::vector<ZvDbObjectId> &ids);

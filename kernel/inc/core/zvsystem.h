@@ -86,6 +86,8 @@ public:
     ZvApApplication *application() const;
 
 private:
+    friend ZvApDocManager *zvDocManagerPtr();
+    static ZvApDocManager *documentsOfRunningSystem();
     CHcSystem();
     ~CHcSystem();
     struct Private;

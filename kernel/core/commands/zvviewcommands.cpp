@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: MIT
+#include "db/zvdbrecords.h"
+#include "zvcommands_p.h"
+
+#include <charconv>
+
+namespace {
+
+void change(const ZvEdHost::ViewRequest &request)
+{
+    if (ZvEdHost *host = zvedHost())
+        host->changeView(request);
+}
+
+ZvEdHost::ViewRequest request(ZvEdHost::ViewRequest::Kind kind)
+{
+    ZvEdHost::ViewRequest result;
+    result.kind = kind;
+    return result;
+}
+
+/// "2" and "2x": a factor on what is seen now.
+bool parseFactor(const ZvString &text, double &factor)
+{
+    const std::string plain = text.toStdString();
+    const char *end = plain.data() + plain.size();
+    const auto result = std::from_chars(plain.data(), end, factor);
+    const bool suffix = end - result.ptr == 1 && (*result.ptr == 'x' || *result.ptr == 'X');
+    return result.ec == std::errc() && (result.ptr == end || suffix) && factor > 0.0;
+}
+
+void zoomWindow(const ZvGePoint3d &first)
+{
+    auto window = request(ZvEdHost::ViewRequest::kWindow);
+    window.first = first;
+    if (zvedGetPoint(zvcorePromptFrom(ZvEdPrompt::kCorner, L"Opposite corner:", first), window.second) == ZvEdInput::kNormal)
+        change(window);
+}
+
+void zoomScale()
+{
+    ZvString text;
+    auto scale = request(ZvEdHost::ViewRequest::kScale);
+    if (zvedGetString(zvcorePrompt(ZvEdPrompt::kString, L"Scale factor:"), text) != ZvEdInput::kNormal)
+        return;
+    if (parseFactor(text, scale.value))
+        change(scale);
+    else
+        zvedFailCommand(L"The scale factor must be a number above 0.");
+}
+
+void zoomCenter()
+{
+    auto center = request(ZvEdHost::ViewRequest::kCenter);
+    if (zvedGetPoint(zvcorePrompt(ZvEdPrompt::kPoint, L"Centre point:"), center.first) != ZvEdInput::kNormal
+        || zvedGetDistance(zvcorePromptFrom(ZvEdPrompt::kDistance, L"Height:", center.first), center.value) != ZvEdInput::kNormal)
+        return;
+    if (center.value > 0.0)
+        change(center);
+    else
+        zvedFailCommand(L"The height must be above 0.");
+}
+
+void zoom()
+{
+    ZvEdPrompt prompt = zvcorePrompt(ZvEdPrompt::kPoint,
+                                     L"First corner, scale factor (nX) or [All/Center/Extents/Previous/Scale/Window] <Extents>:",
+                                     L"All Center Extents Previous Scale Window");
+    prompt.allowNone = true;
+    prompt.allowOther = true;
+    ZvGePoint3d first;
+    ZvString keyword;
+    switch (zvedGetPoint(prompt, first, &keyword)) {
+    case ZvEdInput::kNormal:
+        zoomWindow(first);
+        return;
+    case ZvEdInput::kCancel:
+        return;
+    case ZvEdInput::kNone:
+        keyword = L"Extents";
+        break;
+    case ZvEdInput::kKeyword:
+        break;
+    }
+    auto scale = request(ZvEdHost::ViewRequest::kScale);
+    if (keyword == L"All" || keyword == L"Extents") {
+        change(request(ZvEdHost::ViewRequest::kExtents));
+    } else if (keyword == L"Previous") {
+        change(request(ZvEdHost::ViewRequest::kPrevious));
+    } else if (keyword == L"Scale") {
+        zoomScale();
+    } else if (keyword == L"Center") {
+        zoomCenter();
+    } else if (keyword == L"Window") {
+        if (zvedGetPoint(zvcorePrompt(ZvEdPrompt::kPoint, L"First corner:"), first) == ZvEdInput::kNormal)
+            zoomWindow(first);
+    } else if (parseFactor(keyword, scale.value)) {
+        change(scale);
+    } else {
+        zvedFailCommand(ZvString(L"Not a valid answer: ") + keyword);
+    }
+}
+
+void pan()
+{
+    auto shift = request(ZvEdHost::ViewRequest::kPan);
+    if (zvedGetPoint(zvcorePrompt(ZvEdPrompt::kPoint, L"Base point:"), shift.first) == ZvEdInput::kNormal
+        && zvedGetPoint(zvcorePromptFrom(ZvEdPrompt::kPoint, L"Second point:", shift.first), shift.second) == ZvEdInput::kNormal)
+        change(shift);
+}
+
+void regenerate()
+{
+    change(request(ZvEdHost::ViewRequest::kRegen));
+}
+
+/// The directions from which the preset views look, by their keywords.
+struct PresetView
+{
+    const wchar_t *keyword;
+    ZvGeVector3d direction;
+};
+const PresetView kPresets[] = {
+    {L"TOP", {0, 0, 1}},      {L"BOTTOM", {0, 0, -1}}, {L"LEFT", {-1, 0, 0}},   {L"RIGHT", {1, 0, 0}},  {L"FRONT", {0, -1, 0}},
+    {L"BACK", {0, 1, 0}},     {L"SWISO", {-1, -1, 1}}, {L"SEISO", {1, -1, 1}},  {L"NEISO", {1, 1, 1}},  {L"NWISO", {-1, 1, 1}},
+};
+
+ZvDbObjectId findView(ZvDbDatabase &database, const ZvString &name)
+{
+    const ZvDbObjectPointer<ZvDbViewTable> table(database.viewTableId(), ZvDb::kForRead);
+    return table ? table->getIdAt(name) : ZvDbObjectId();
+}
+
+void restoreView(ZvDbDatabase &database, const ZvString &name)
+{
+    auto named = request(ZvEdHost::ViewRequest::kNamed);
+    named.view = findView(database, name);
+    ZvDbObjectPointer<ZvDbViewTableRecord> record(named.view, ZvDb::kForRead);
+    if (!record) {
+        zvedFailCommand(ZvString(L"There is no view named ") + name);
+        return;
+    }
+    const bool paper = record->isPaperspaceView();
+    record.close();
+    if (database.tilemode() == paper)
+        database.setTilemode(!paper);
+    change(named);
+}
+
+void saveView(ZvDbDatabase &database, const ZvString &name)
+{
+    ZvEdHost::ViewState state;
+    if (!zvedHost() || !zvedHost()->currentView(state)) {
+        zvedFailCommand(L"There is no view to save.");
+        return;
+    }
+    ZvDbObjectId id = findView(database, name);
+    if (id.isNull()) {
+        auto *record = new ZvDbViewTableRecord;
+        ZvDbObjectPointer<ZvDbViewTable> table(database.viewTableId(), ZvDb::kForWrite);
+        if (!table || record->setName(name) != Zv::eOk || table->add(record, id) != Zv::eOk) {
+            delete record;
+            zvedFailCommand(ZvString(L"Not a valid name: ") + name);
+            return;
+        }
+        record->close();
+    }
+    if (ZvDbObjectPointer<ZvDbViewTableRecord> record(id, ZvDb::kForWrite); record) {
+        record->setCenterPoint(state.center);
+        record->setWidth(state.width);
+        record->setHeight(state.height);
+        record->setTarget(state.target);
+        record->setViewDirection(state.direction);
+        record->setViewTwist(state.twist);
+        record->setIsPaperspaceView(!database.tilemode());
+    }
+}
+
+void deleteView(ZvDbDatabase &database, const ZvString &name)
+{
+    ZvDbObjectPointer<ZvDbViewTableRecord> record(findView(database, name), ZvDb::kForWrite);
+    if (record)
+        record->erase();
+    else
+        zvedFailCommand(ZvString(L"There is no view named ") + name);
+}
+
+void view()
+{
+    ZvDbDatabase &database = *zvcoreCurrentDatabase();
+    ZvString keyword;
+    if (zvedGetKeyword(zvcorePrompt(ZvEdPrompt::kKeyword,
+                                    L"View [Restore/Save/Delete/TOP/BOTTOM/LEFT/RIGHT/FRONT/BACK/SWISO/SEISO/NEISO/NWISO]:",
+                                    L"Restore Save Delete TOP BOTTOM LEFT RIGHT FRONT BACK SWISO SEISO NEISO NWISO"),
+                       keyword)
+        != ZvEdInput::kKeyword)
+        return;
+    for (const PresetView &preset : kPresets) {
+        if (keyword == preset.keyword) {
+            auto direction = request(ZvEdHost::ViewRequest::kDirection);
+            direction.direction = preset.direction;
+            change(direction);
+            return;
+        }
+    }
+    ZvString name;
+    if (!zvcoreAskName(L"View name:", name))
+        return;
+    if (keyword == L"Restore")
+        restoreView(database, name);
+    else if (keyword == L"Save")
+        saveView(database, name);
+    else
+        deleteView(database, name);
+}
+
+/// Model space, a layout by name, and work on the paper or in a viewport.
+void layout()
+{
+    ZvDbDatabase &database = *zvcoreCurrentDatabase();
+    ZvString name;
+    if (zvcoreAskName(L"Layout name:", name) && database.setCurrentLayout(name) != Zv::eOk)
+        zvedFailCommand(ZvString(L"There is no layout named ") + name);
+}
+
+constexpr int kView = ZvEdCommand::kNoUndoMark | ZvEdCommand::kUsePickSet | ZvEdCommand::kKeepPickSet | ZvEdCommand::kTransparent;
+constexpr int kChange = ZvEdCommand::kUsePickSet | ZvEdCommand::kKeepPickSet;
+const ZvBuiltInCommand kCommands[] = {
+    {"ZOOM", kView, zoom}, {"PAN", kView, pan},   {"REGEN", kView, regenerate},
+    {"-VIEW", kChange, view}, {"VIEW", kChange, view}, {"LAYOUT", ZvEdCommand::kModal, layout},
+};
+
+}
+
+ZvBuiltInCommands zvcoreViewCommands()
+{
+    return kCommands;
+}
