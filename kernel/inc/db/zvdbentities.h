@@ -338,6 +338,7 @@ class ZV_EXPORT ZvDbBlockReference : public ZvDbEntity
 
 protected:
     friend class ZvDbObjectAccess;
+    friend Zv::ErrorStatus zvdbCopyEntity(ZvDbObjectId source, ZvDbObjectId block, const ZvGeMatrix3d &matrix, ZvDbObjectId &copy);
     ZvDbObjectId m_block;
     ZvGePoint3d m_position; // in the coordinates of its plane
     ZvGeVector3d m_scale {1, 1, 1};
