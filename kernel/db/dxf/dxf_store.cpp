@@ -353,8 +353,13 @@ private:
 
     bool hasSections()
     {
-        return !m_store.m_sections.empty()
-            || fail(LoadStatus::NotDxf, "the file is not a DXF file: no section begins in it");
+        if (!m_store.m_sections.empty())
+            return true;
+        std::string text = "the file is not a DXF file: no section begins in it";
+        const Warning &outOfStep = m_result.warning(WarningKind::OutOfStep);
+        if (outOfStep.count > 0 && !m_store.m_style.binary)
+            text += ", and line " + std::to_string(m_store.lineAt(outOfStep.firstOffset)) + " is no group code";
+        return fail(LoadStatus::NotDxf, std::move(text));
     }
 
     /*! Takes the `0 EOF` record, which is open, and all that stands behind it. */
@@ -435,7 +440,9 @@ private:
         const std::size_t firstVariable = m_store.m_headerVariables.size();
         if (kind == SectionKind::Header)
             readHeader(nameTag + 1);
-        if (kind == SectionKind::Header || !m_hasCodec)
+        // Once more only for the first HEADER, should it not be the first section: choosing may look at the whole file.
+        const bool isFirstHeader = kind == SectionKind::Header && !std::exchange(m_hasHeader, true);
+        if (isFirstHeader || m_store.m_sections.size() == 1)
             chooseCodec();
         if (!m_visitor)
             return;
@@ -478,7 +485,6 @@ private:
 
     void chooseCodec()
     {
-        m_hasCodec = true;
         m_store.m_version = headerText("$ACADVER");
         const std::string codePage = headerText("$DWGCODEPAGE");
         TextCodec codec(m_store.m_version, codePage);
@@ -533,7 +539,7 @@ private:
     bool m_isInRecord = false;
     bool m_isInSection = false;
     bool m_isLast = false; //!< the record being finished is the last one of a file that is cut off
-    bool m_hasCodec = false;
+    bool m_hasHeader = false;
 };
 
 // ---- Store

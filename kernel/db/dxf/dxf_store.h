@@ -210,6 +210,7 @@ public:
     const Buffer &buffer() const { return m_buffer; }
     const FileStyle &style() const { return m_style; }
     const std::string &version() const { return m_version; } //!< $ACADVER, "AC1027"; empty where the file has none
+    /*! Serves one thread at a time, and with it all reading of text; another thread takes a copy. */
     const TextCodec &codec() const { return m_codec; }
 
     /*! All records in file order, `0 SECTION`, `0 ENDSEC` and `0 EOF` among them. What stands before the first

@@ -93,6 +93,16 @@ TEST(DxfStore, utf8InAnOldFileIsSeenWhateverIsDeclared)
     }
 }
 
+TEST(DxfStore, theHeaderMayStandBehindOtherSections)
+{
+    const Pairs header{{9, "$ACADVER"}, {1, "AC1015"}, {9, "$DWGCODEPAGE"}, {3, "ANSI_936"}};
+    const Pairs line{{0, "LINE"}, {8, "0"}};
+    Store store;
+    ASSERT_TRUE(load(store, ascii(section("ENTITIES", line) + section("HEADER", header) + Pairs{{0, "EOF"}})));
+    EXPECT_EQ(store.version(), "AC1015");
+    EXPECT_EQ(store.codec().codePage(), "ANSI_936");
+}
+
 TEST(DxfStore, tagsReadAgainAreTheSame)
 {
     for (const FileStyle &style : {FileStyle(), binaryStyle(true), binaryStyle(false)}) {
@@ -355,7 +365,7 @@ TEST(DxfStore, whatIsNoDrawingGivesItsOwnError)
         {"zeros", std::string(10000, '\0'), LoadStatus::Empty, "empty"},
         {"drawing of the other kind", "AC1027" + std::string(200, '\1'), LoadStatus::IsDwg, "AC1027"},
         {"an old one of them", "AC2.10" + std::string(200, '\1'), LoadStatus::IsDwg, "AC2.10"},
-        {"text", "Dear reader,\nthis is a letter.\n", LoadStatus::NotDxf, "not a DXF file"},
+        {"text", "Dear reader,\nthis is a letter.\n", LoadStatus::NotDxf, "line 1 is no group code"},
         {"picture", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16), LoadStatus::NotDxf, "not a DXF file"},
         {"only an end mark", "0\nEOF\n", LoadStatus::NotDxf, "not a DXF file"},
         {"numbers", "1\n2\n3\n4\n", LoadStatus::NotDxf, "not a DXF file"},
