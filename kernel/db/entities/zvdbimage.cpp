@@ -9,23 +9,33 @@ using namespace zvdbgeo;
 namespace {
 enum DisplayFlag { kShowImage = 1, kUseClip = 4 };
 
-/// Outline of what is shown: the clip boundary where it is in use, the whole picture otherwise.
-std::vector<ZvGePoint3d> outlineOf(const ZvDbRasterImage &image, bool clipped)
+/// The clip boundary in fractions of the width and height, y up; empty where there is none.
+std::vector<ZvGePoint2d> clipOf(const ZvDbRasterImage &image)
 {
     const ZvGePoint2d size = image.imageSize();
-    std::vector<ZvGePoint2d> pixels;
-    if (clipped && image.clipBoundary().size() == 2) { // two opposite corners
-        const ZvGePoint2d a = image.clipBoundary()[0];
-        const ZvGePoint2d b = image.clipBoundary()[1];
-        pixels = {a, {b.x, a.y}, b, {a.x, b.y}};
-    } else if (clipped && image.clipBoundary().size() > 2) {
-        pixels = image.clipBoundary();
-    } else {
-        pixels = {{0.0, 0.0}, {size.x, 0.0}, {size.x, size.y}, {0.0, size.y}};
-    }
+    std::vector<ZvGePoint2d> pixels = image.clipBoundary();
+    if (pixels.size() < 2 || !(size.x > 0.0) || !(size.y > 0.0))
+        return {};
+    if (pixels.size() == 2) // opposite corners
+        pixels = {pixels[0], {pixels[1].x, pixels[0].y}, pixels[1], {pixels[0].x, pixels[1].y}};
+    for (ZvGePoint2d &pixel : pixels)
+        pixel = ZvGePoint2d((pixel.x + 0.5) / size.x, 1.0 - (pixel.y + 0.5) / size.y);
+    return pixels;
+}
+
+/// Outline of what is shown: the clip boundary where there is one, the whole picture otherwise.
+std::vector<ZvGePoint3d> outlineOf(const ZvDbRasterImage &image, bool clipped)
+{
+    std::vector<ZvGePoint2d> fractions;
+    if (clipped)
+        fractions = clipOf(image);
+    if (fractions.empty())
+        fractions = {{0.0, 0.0}, {1.0, 0.0}, {1.0, 1.0}, {0.0, 1.0}};
+    const ZvGeVector3d width = image.pixelU() * image.imageSize().x;
+    const ZvGeVector3d height = image.pixelV() * image.imageSize().y;
     std::vector<ZvGePoint3d> outline;
-    for (const ZvGePoint2d &pixel : pixels) {
-        const ZvGePoint3d point = image.position() + image.pixelU() * pixel.x + image.pixelV() * (size.y - pixel.y);
+    for (const ZvGePoint2d &fraction : fractions) {
+        const ZvGePoint3d point = image.position() + width * fraction.x + height * fraction.y;
         if (isUsable(point))
             outline.push_back(point);
     }
@@ -73,8 +83,7 @@ void ZvDbRasterImage::worldDraw(ZvGiWorldDraw &draw) const
     if (!isUsable(m_position) || !isUsable(width) || !isUsable(height))
         return;
     if (m_displayFlags & kShowImage) {
-        static const std::vector<ZvGePoint2d> whole;
-        draw.image(imagePath(), m_position, width, height, clipped ? m_clip : whole);
+        draw.image(imagePath(), m_position, width, height, clipped ? clipOf(*this) : std::vector<ZvGePoint2d>());
         return;
     }
     const std::vector<ZvGePoint3d> outline = outlineOf(*this, clipped);

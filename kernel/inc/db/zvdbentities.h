@@ -509,7 +509,7 @@ protected:
     ZvGeVector3d m_u {1, 0, 0};
     ZvGeVector3d m_v {0, 1, 0};
     ZvGePoint2d m_size;
-    std::vector<ZvGePoint2d> m_clip; // pixels, from the upper left corner of the upper left pixel
+    std::vector<ZvGePoint2d> m_clip; // pixels, y down; the middle of the upper left pixel is (0, 0)
     int m_displayFlags = 7;
 };
 

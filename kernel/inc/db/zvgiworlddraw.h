@@ -110,7 +110,8 @@ public:
     virtual void fill(const ZvGiFill &fill) = 0;
     virtual void text(const ZvGiText &text) = 0;
     virtual void mtext(const ZvGiMText &text) = 0;
-    /// The image file, with its lower left corner and the vectors of its whole width and height.
+    /// The image file, with its lower left corner and the vectors of its whole width and height. \a clip is a polygon in
+    /// fractions of them, (0, 0) the lower left and (1, 1) the upper right corner; empty for the whole image.
     virtual void image(const ZvString &path, const ZvGePoint3d &origin, const ZvGeVector3d &u, const ZvGeVector3d &v,
                        const std::vector<ZvGePoint2d> &clip) = 0;
     /// The content of a block under a map from its coordinates; \a traits of the reference give "by block" its meaning.
