@@ -93,21 +93,22 @@ public:
     ZvDbStub &operator[](std::uint32_t index) const { return m_chunks[index / kChunkSize]->stubs[index % kChunkSize]; }
     void clear();
 
-    static ZvDbDatabasePrivate *databaseOf(const ZvDbStub *stub) { return chunkOf(stub)->database; }
+    static ZvDbDatabasePrivate *databaseOf(const ZvDbStub *stub) { return chunkOf(stub)->head.database; }
     static std::uint32_t indexOf(const ZvDbStub *stub)
     {
         const Chunk *chunk = chunkOf(stub);
-        return chunk->number * kChunkSize + std::uint32_t(stub - chunk->stubs);
+        return chunk->head.number * kChunkSize + std::uint32_t(stub - chunk->stubs);
     }
 
 private:
+    struct Head
+    {
+        ZvDbDatabasePrivate *database;
+        std::uint32_t number;
+    };
     union Chunk {
-        struct
-        {
-            ZvDbDatabasePrivate *database;
-            std::uint32_t number;
-        };
-        ZvDbStub stubs[kChunkSize];
+        Head head;
+        ZvDbStub stubs[kChunkSize]; // the first one is the head
         Chunk() { }
     };
     static constexpr std::size_t kChunkBytes = sizeof(ZvDbStub) * kChunkSize;
