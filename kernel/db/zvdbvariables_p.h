@@ -58,7 +58,7 @@ struct ZvDbVariableValue
 struct ZvDbVariableNumbers
 {
     int cecolor, celtype, celweight, clayer, cmaterial, textstyle, dimstyle, cmleaderstyle, ctablestyle, cannoscale;
-    int celtscale, ltscale, lwdisplay, pstylemode, cpsntype, cpsnid, tilemode, ctab, cvport, handseed, insunits, measurement;
+    int celtscale, ltscale, lwdisplay, pstylemode, cpsntype, cpsnid, tilemode, ctab, cplotstyle, cvport, handseed, insunits, measurement;
     /// Of model space and of paper space.
     int ucsname[2], ucsorg[2], ucsxdir[2], ucsydir[2], ucsorthoview[2];
     int limmin[2], limmax[2], extmin[2], extmax[2];
@@ -69,5 +69,7 @@ const ZvDbVariable &zvdbVariable(int number);
 /// -1 for a name that is none. Case ignored, without "$".
 int zvdbVariableNumber(const ZvString &name);
 const ZvDbVariableNumbers &zvdbVariableNumbers();
+/// The name under which a change of the variable is told: several make up "CPLOTSTYLE", "UCS" and "PUCS".
+const char *zvdbVariableNotice(int number);
 
 #endif
