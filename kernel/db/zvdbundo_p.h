@@ -83,6 +83,7 @@ public:
     /// What is about to change goes on record. Opens a step of its own outside of any; it ends when the last object
     /// that is open for write closes.
     void noteState(ZvDbStub &stub);
+    /// The same for everything but an object's own data.
     void note(ZvDbChange &&change);
     /// To be called when an object that was open for write has closed, and after a variable was set.
     void endImplicitStep();
@@ -117,8 +118,6 @@ private:
     void push(Level::Kind kind, const ZvString &name);
     void pop();
     void commit();
-    /// Puts back, or forth, changes [from, end) and raises the notices of all of them.
-    void exchange(std::vector<ZvDbChange> &changes, std::size_t from, bool backward);
 
     ZvDbDatabasePrivate &m_database;
     std::vector<Level> m_levels;
