@@ -65,6 +65,8 @@ public:
     }
     /// True for an id of this database, of whatever state.
     bool owns(ZvDbObjectId id) const { return of(id) == this; }
+    /// Records that no drawing may be without: erase() refuses them.
+    bool isIndispensable(std::uint32_t index) const;
     /// True for an id of this database whose object is not erased and of the class.
     bool isUsable(ZvDbObjectId id, const ZvRxClass *cls) const;
     const ZvDbClass &classAt(std::uint32_t index) const { return ZvDbClassTable::instance().at(stubs[index].cls); }
@@ -77,7 +79,7 @@ public:
     /// Makes the block the object's own, with what the object kept for itself.
     void attach(ZvDbObject *object, std::uint32_t index);
     /// The object, decoded if need be; null where its record cannot be read. It is not open.
-    ZvDbObject *objectAt(std::uint32_t index);
+    ZvDbObject *objectAt(std::uint32_t index) const;
     /// The next handle to be given out.
     std::uint64_t handleSeed() const { return m_handleSeed; }
     void raiseHandleSeed(std::uint64_t seed) { m_handleSeed = std::max(m_handleSeed, seed); }
@@ -85,6 +87,9 @@ public:
     void clear();
     /// To be called when a file was read or a drawing was made: finds the standard entries and what hangs on them.
     void contentLoaded();
+
+    void countOpened(bool write);
+    void countClosed(bool write);
 
     // ---- shared properties
     const ZvDbEntityProperties &propertiesOf(std::uint32_t index) const { return propertiesTable.at(propertyNumbers[index]); }
@@ -101,14 +106,23 @@ public:
     void notifyModified(std::uint32_t index);
     void notifyErased(std::uint32_t index, bool erased);
     void notifyVariable(const char *name);
+    void notifyDying();
+    void addReactor(ZvDbDatabaseReactor *reactor);
+    void removeReactor(ZvDbDatabaseReactor *reactor);
 
     // ---- variables
     const ZvDbVariableValue &variable(int number) const { return variables[std::size_t(number)]; }
     /// Undoable, with the notice where the value differs.
     void setVariable(int number, const ZvDbVariableValue &value);
+    /// The same without the notice; true where the value differed. The caller ends with undo.endImplicitStep().
+    bool storeVariable(int number, const ZvDbVariableValue &value);
+    /// Id behind a name, or name behind an id, in the table or dictionary that the variable refers to.
+    ZvDbObjectId idOfVariable(int number, const ZvString &name);
     /// As a file has it: no undo, no notice.
     void loadVariable(int number, const ZvDbVariableValue &value) { variables[std::size_t(number)] = value; }
     void setDefaultVariables(bool metric);
+    /// Gives every setting that names an object one that is there: the standard entries, the first layout.
+    void settleSettings();
     /// Between the variables that a drawing keeps in its dictionary of variables and that dictionary: to be called after
     /// a file was read, and before one is written. Writing changes only what differs.
     void readDictionaryVariables();
@@ -124,17 +138,22 @@ public:
     /// Record of a table by the table's name in a file ("LAYER", "LTYPE", ...) and its own; the null id where there is none.
     ZvDbObjectId recordId(std::string_view table, const ZvString &name) const;
     ZvDbSymbolTable *table(ZvDbTableKind kind) const;
+    /// Gives a record its name and tells its table.
+    void renameRecord(ZvDbSymbolTableRecord &record, const ZvString &name);
     /// Name of a table record or of an object in a dictionary, without opening it; empty where it has none.
     ZvString nameOf(ZvDbObjectId id) const;
     /// Dictionary under the root.
     ZvDbObjectId dictionaryId(const char *name, bool create);
 
     // ---- layouts
-    ZvDbLayout *layoutOfBlock(std::uint32_t block) const;
-    ZvDbLayout *layoutNamed(const ZvString &name) const;
     /// The layouts in tab order, model space first.
-    std::vector<ZvDbLayout *> layouts() const;
-    ZvDbObjectId currentPaperBlock() const;
+    std::vector<ZvDbLayout *> layouts();
+    /// The paper layout that is or was current, the first one where there was none yet; null without any.
+    ZvDbObjectId paperLayoutAtHand();
+    /// The viewport that stands for the paper itself of a layout's block; null where it has none.
+    ZvDbObjectId overallViewport(ZvDbObjectId block);
+    /// The viewport entity worked in; null for the paper, and in model space.
+    ZvDbObjectId viewportWorkedIn() const;
 
     // ---- references to blocks, by position of the block
     const std::vector<std::uint32_t> &blockReferences(std::uint32_t block);
@@ -171,7 +190,6 @@ public:
     std::uint32_t modelSpace = 0;
 
 private:
-    friend class ZvDbDatabase;
     template<class F>
     void deliver(F call);
 
@@ -196,19 +214,31 @@ public:
     static std::unique_ptr<ZvDbObject> copyState(const ZvDbObject &object);
     static void restoreState(ZvDbObject &object, const ZvDbObject &state);
 
+    /// Extended data of all applications as it is now; null for none.
+    static ZvDbSharedChain xData(const ZvDbObject &object);
     static void setName(ZvDbSymbolTableRecord &record, const ZvString &name) { record.m_name = name; }
     /// Puts an entry into a table without a check of any kind: files may hold two of a name.
     static void addToTable(ZvDbSymbolTable &table, const ZvString &name, std::uint32_t index);
     /// Positions of all records in table order, erased ones included.
     static std::vector<std::uint32_t> recordsOf(const ZvDbSymbolTable &table);
+    /// Empty for a position that is no record of the table.
+    static ZvString nameInTable(const ZvDbSymbolTable &table, std::uint32_t index);
     static void renameInTable(ZvDbSymbolTable &table, std::uint32_t index, const ZvString &name);
 
     static std::vector<std::uint32_t> &entitiesOf(ZvDbBlockTableRecord &block) { return block.m_entities; }
     static void setLayout(ZvDbBlockTableRecord &block, ZvDbObjectId layout) { block.m_layout = layout; }
     /// Puts an entry into a dictionary without a check.
     static void addToDictionary(ZvDbDictionary &dictionary, const ZvString &name, ZvDbObjectId id);
-    static void renameInDictionary(ZvDbDictionary &dictionary, ZvDbObjectId id, const ZvString &name);
+    /// Replaces all entries: what reading a dictionary's record ends with.
+    static void setEntries(ZvDbDictionary &dictionary, std::vector<std::pair<ZvString, ZvDbObjectId>> entries);
+    static void makeDictionaryWithDefault(ZvDbDictionary &dictionary, ZvDbObjectId id);
+    static void setName(ZvDbNamedObject &object, const ZvString &name) { object.m_name = name; }
     static void setBlock(ZvDbLayout &layout, ZvDbObjectId block) { layout.m_block = block; }
+    /// Tab and page of a new drawing's layout: a sheet of A3.
+    static void setPage(ZvDbLayout &layout, int tabOrder);
+    static void setTextStyle(ZvDbMLeaderStyle &style, ZvDbObjectId id) { style.m_textStyle = id; }
+    static void setTextStyle(ZvDbTableStyle &style, ZvDbObjectId id) { style.m_textStyle = id; }
+    static void makeAnnotative(ZvDbTextStyleTableRecord &style);
     static void setLastViewport(ZvDbLayout &layout, ZvDbObjectId viewport) { layout.m_lastViewport = viewport; }
 };
 

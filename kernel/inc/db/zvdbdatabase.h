@@ -258,6 +258,10 @@ protected:
     explicit ZvDbDatabase(bool metric);
 
 private:
+    Zv::ErrorStatus setIdVariable(int number, ZvDbObjectId id);
+    Zv::ErrorStatus setScaleVariable(int number, double scale);
+    Zv::ErrorStatus switchLayout(bool model, ZvDbObjectId paper);
+
     ZvDbDatabasePrivate *d;
 };
 

@@ -4,6 +4,7 @@
 
 #include "db/zvdbobject.h"
 
+#include <unordered_map>
 #include <vector>
 
 /// Walks a dictionary in its order. Entries may have empty names and ids that are not valid. Deleted by the caller.
@@ -53,7 +54,13 @@ private:
         ZvString name;
         ZvDbObjectId id;
     };
+    /// Position of an entry, the number of entries for an unknown name.
+    std::size_t find(const ZvString &name) const;
+    void append(const ZvString &name, ZvDbObjectId id);
+    void reindex();
+
     std::vector<Entry> m_entries;
+    std::unordered_multimap<std::size_t, std::uint32_t> m_positions; // by folded hash of the name
     ZvDbObjectId m_default;
     bool m_withDefault = false;
     bool m_hardOwner = false;
