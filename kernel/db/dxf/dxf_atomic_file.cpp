@@ -9,6 +9,7 @@
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace zvdxf {
 
@@ -38,7 +39,8 @@ bool followLinks(std::string &path)
         if (length < 0)
             return errno == EINVAL || errno == ENOENT; // no link, or nothing there
         const std::string next(target, std::size_t(length));
-        path = next.front() == '/' ? next : split(path).folder + next;
+        std::string folder = next.front() == '/' ? std::string() : split(path).folder;
+        path = std::move(folder.append(next));
     }
     errno = ELOOP;
     return false;

@@ -148,6 +148,14 @@ std::string aligned(int code, std::string value, std::string_view old)
     return value;
 }
 
+/*! 0 and -0 are equal numbers, but not the same value. */
+std::uint64_t bitsOf(double number)
+{
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
 bool isSameTag(const OwnedTag &a, const OwnedTag &b)
 {
     return a.code == b.code && sameValue(a.code, a.value, b.value);
@@ -163,8 +171,7 @@ bool sameValue(int code, std::string_view a, std::string_view b)
     if (kind == ValueKind::Real) {
         double x = 0;
         double y = 0;
-        // Compared as bits: 0 and -0 are equal numbers but not the same value.
-        return parseReal(a, x) && parseReal(b, y) && std::memcmp(&x, &y, sizeof x) == 0;
+        return parseReal(a, x) && parseReal(b, y) && bitsOf(x) == bitsOf(y);
     }
     if (isWholeNumber(kind)) {
         std::int64_t x = 0;

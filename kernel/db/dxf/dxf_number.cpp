@@ -124,7 +124,7 @@ std::string formatInteger(std::int64_t value)
 
 std::string formatHandle(std::uint64_t value)
 {
-    char digits[16];
+    char digits[16] = {};
     char *const end = std::to_chars(digits, digits + sizeof digits, value, 16).ptr;
     for (char *c = digits; c != end; ++c) {
         if (*c >= 'a')

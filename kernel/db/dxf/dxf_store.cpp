@@ -17,8 +17,6 @@ namespace zvdxf {
 
 namespace {
 
-constexpr std::uint64_t progressStep = 1024 * 1024;
-
 constexpr const char *warningTexts[std::size_t(WarningKind::Count_)] = {
     "a line stood where a group code belongs and was passed over",
     "a number could not be read and counts as 0",

@@ -16,6 +16,9 @@ namespace zvdxf {
 /*! Called about once per MiB with bytes done and bytes in all, and once at the end; returning false cancels. */
 using Progress = std::function<bool(std::uint64_t done, std::uint64_t total)>;
 
+/*! How many bytes pass between two calls. */
+constexpr std::uint64_t progressStep = std::uint64_t(1024) * 1024;
+
 /*! Why a file could not be read. */
 enum class LoadStatus : std::uint8_t {
     Ok,

@@ -13,8 +13,7 @@ namespace zvdxf {
 
 namespace {
 
-constexpr std::size_t blockSize = 256 * 1024;
-constexpr std::uint64_t progressStep = 1024 * 1024;
+constexpr std::size_t blockSize = std::size_t(256) * 1024;
 constexpr std::size_t longestChunk = 254; //!< bytes in one binary tag; its length is one byte
 
 template <class Number> std::string_view bytesOf(const Number &number)
