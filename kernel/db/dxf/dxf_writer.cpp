@@ -6,7 +6,7 @@
 #include "dxf_scanner.h"
 
 #include <algorithm>
-#include <cstring>
+#include <charconv>
 #include <utility>
 
 namespace zvdxf {
@@ -163,13 +163,23 @@ struct Writer::Private
 
     bool putAscii(int code, std::string_view value)
     {
-        std::string line = std::to_string(code);
-        if (int(line.size()) < style.codeWidth)
-            line.insert(0, std::size_t(style.codeWidth) - line.size(), ' ');
-        line += lineEnd;
-        line += oneLine(value); // whatever it was given
-        line += lineEnd;
-        return put(line);
+        if (!error.empty())
+            return false;
+        char digits[12];
+        const char *const end = std::to_chars(digits, digits + sizeof digits, code).ptr;
+        const std::size_t length = std::size_t(end - digits);
+        const std::size_t width = std::size_t(std::max(style.codeWidth, 0));
+        pending.append(width > length ? width - length : 0, ' ');
+        pending.append(digits, length);
+        pending += lineEnd;
+        // One value is one line, whatever it was given.
+        if (value.find_first_of("\r\n") == std::string_view::npos)
+            pending += value;
+        else
+            pending += oneLine(value);
+        pending += lineEnd;
+        lastByte = lineEnd.back();
+        return pending.size() < blockSize || flush();
     }
 
     bool putBinaryCode(int code)
@@ -252,9 +262,11 @@ struct Writer::Private
 
     bool putOwned(const OwnedTag &tag)
     {
-        if (copiesBytes && tag.source != OwnedTag::noSource)
-            return copyTag(tag.code, tag.source);
-        return putTag(tag.code, tag.value);
+        if (!copiesBytes || tag.source == OwnedTag::noSource)
+            return putTag(tag.code, tag.value);
+        if (tag.code == 0)
+            noteRecord(trimmed(tag.value));
+        return copyTag(tag.code, tag.source);
     }
 
     /*! Source bytes [first, last), which hold whole tags. */

@@ -316,6 +316,27 @@ TEST(DxfWriter, aCutFileIsCompletedWithoutItsHalfRecord)
     EXPECT_EQ(output.bytes(), whole.substr(0, whole.find("  0\nTEXT")) + "  0\nENDSEC\n  0\nEOF\n");
 }
 
+TEST(DxfWriter, endKnowsTheRecordsItIsBehind)
+{
+    const std::string bytes = ascii(plainDrawing());
+    Store store;
+    ASSERT_TRUE(load(store, bytes));
+    const std::uint32_t count = std::uint32_t(store.records().size());
+    // Kept or handed over one by one, whole or without its last records: it ends as it should.
+    for (const bool isKept : {true, false}) {
+        for (const std::uint32_t missing : {0u, 1u, 2u}) {
+            MemoryOutput output;
+            Writer writer(store, output);
+            writer.keepPreamble();
+            for (std::uint32_t i = 0; i < count - missing; ++i)
+                EXPECT_TRUE(isKept ? writer.keep(i, 1) : writer.record(RecordEdit(store, i).tags()));
+            writer.end();
+            ASSERT_TRUE(writer.finish());
+            EXPECT_EQ(output.bytes(), bytes) << isKept << missing;
+        }
+    }
+}
+
 TEST(DxfWriter, tagsBehindAnUnfinishedLineBeginOnTheirOwn)
 {
     const std::string whole = ascii(section("ENTITIES", lineAndText()));
