@@ -331,6 +331,15 @@ TEST(DxfStore, blanksBehindTheEndMarkAreNothing)
     EXPECT_EQ(allTags(store), plainDrawing());
 }
 
+TEST(DxfStore, whatStandsBehindTheEndMarkIsKeptButNoTag)
+{
+    const std::string bytes = ascii(plainDrawing() + Pairs{{8, "0"}, {0, "LINE"}, {8, "0"}});
+    Store store;
+    ASSERT_TRUE(load(store, bytes));
+    EXPECT_EQ(allTags(store), plainDrawing());
+    EXPECT_EQ(rewritten(store), bytes);
+}
+
 TEST(DxfStore, recordsOutsideOfSectionsAreNotTold)
 {
     Store store;
