@@ -13,12 +13,12 @@ public:
     void make()
     {
         makeTables();
+        d.registerApplication(L"ACAD");
         makeLinetypes();
         makeDictionaries();
         makeTextStyles();
         makeDimStyles();
         makeLayers();
-        addRecord(kRegAppTable, new ZvDbRegAppTableRecord, L"ACAD");
         makeViewport();
         makeLayouts();
         makeStyles();
@@ -98,7 +98,6 @@ private:
         annotative->setFontFileName(L"txt");
         ZvDbObjectAccess::makeAnnotative(*annotative);
         addRecord(kTextStyleTable, annotative, L"Annotative");
-        addRecord(kRegAppTable, new ZvDbRegAppTableRecord, L"AcadAnnotative");
     }
 
     void makeDimStyles()
@@ -149,6 +148,15 @@ private:
         ZvDbBlockTableRecord *paper = addRecord(kBlockTable, new ZvDbBlockTableRecord, L"*Paper_Space");
         addLayout(*model, L"Model", 0);
         addLayout(*paper, L"Layout1", 1);
+
+        ZvDbViewport *sheet = new ZvDbViewport;
+        ZvDbObjectAccess::setSheet(*sheet, 420.0, 297.0);
+        ZvDbEntityProperties properties;
+        properties.layer = d.recordId("LAYER", L"0");
+        properties.linetype = d.recordId("LTYPE", L"ByLayer");
+        const std::uint32_t index = d.adopt(sheet, paper->objectId().index());
+        d.setProperties(index, properties);
+        ZvDbObjectAccess::entitiesOf(*paper).push_back(index);
     }
 
     void addLayout(ZvDbBlockTableRecord &block, const wchar_t *name, int tabOrder)
@@ -209,6 +217,17 @@ void ZvDbObjectAccess::makeAnnotative(ZvDbTextStyleTableRecord &style)
     buffers[4].resval.rint = 1;
     buffers[5].resval.rstring = close;
     style.setXData(buffers);
+}
+
+void ZvDbObjectAccess::setSheet(ZvDbViewport &viewport, double width, double height)
+{
+    viewport.m_center = ZvGePoint3d(width / 2.0, height / 2.0);
+    viewport.m_width = width;
+    viewport.m_height = height;
+    viewport.m_viewCenter = ZvGePoint2d(width / 2.0, height / 2.0);
+    viewport.m_viewHeight = height;
+    viewport.m_number = 1;
+    viewport.m_status = 1;
 }
 
 void ZvDbObjectAccess::setPage(ZvDbLayout &layout, int tabOrder)

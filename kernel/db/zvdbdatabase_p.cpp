@@ -115,8 +115,13 @@ void ZvDbDatabasePrivate::attach(ZvDbObject *object, std::uint32_t index)
     }
     if (ZvDbStub *own = ZvDbObjectAccess::stub(object)) {
         ZvDbDetachedStub *detached = static_cast<ZvDbDetachedStub *>(own);
-        if (detached->xdata)
+        if (detached->xdata) {
             xdata[index] = detached->xdata;
+            for (const ZvResBuf *data = detached->xdata.get(); data; data = data->rbnext) {
+                if (data->restype == 1001)
+                    registerApplication(data->text());
+            }
+        }
         delete detached;
     }
     stub.object = object;
@@ -304,6 +309,16 @@ ZvDbObjectId ZvDbDatabasePrivate::recordId(std::string_view name, const ZvString
             return candidate->getIdAt(record);
     }
     return ZvDbObjectId();
+}
+
+void ZvDbDatabasePrivate::registerApplication(const ZvString &name)
+{
+    ZvDbSymbolTable *applications = table(kRegAppTable);
+    if (!applications || applications->has(name))
+        return;
+    ZvDbRegAppTableRecord *record = new ZvDbRegAppTableRecord;
+    ZvDbObjectAccess::setName(*record, name);
+    ZvDbObjectAccess::addToTable(*applications, name, adopt(record, tables[kRegAppTable]));
 }
 
 void ZvDbDatabasePrivate::renameRecord(ZvDbSymbolTableRecord &record, const ZvString &name)

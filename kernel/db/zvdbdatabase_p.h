@@ -4,7 +4,7 @@
 
 #include "base/zvcmcolor.h"
 #include "db/zvdbdatabase.h"
-#include "db/zvdbentity.h"
+#include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
 #include "zvdbstub_p.h"
@@ -15,6 +15,10 @@
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+class ZvDb2dPolyline;
+class ZvDbBlockReference;
+class ZvDbFiler;
 
 /// The drawing file behind a database: whoever read it decodes its objects when they are first opened. Owned by the
 /// database.
@@ -138,6 +142,9 @@ public:
     /// Record of a table by the table's name in a file ("LAYER", "LTYPE", ...) and its own; the null id where there is none.
     ZvDbObjectId recordId(std::string_view table, const ZvString &name) const;
     ZvDbSymbolTable *table(ZvDbTableKind kind) const;
+    /// Files name in a table of their own every application that keeps extended data. What is registered stays, and is
+    /// no change that undo or a notice would tell of.
+    void registerApplication(const ZvString &name);
     /// Gives a record its name and tells its table.
     void renameRecord(ZvDbSymbolTableRecord &record, const ZvString &name);
     /// Name of a table record or of an object in a dictionary, without opening it; empty where it has none.
@@ -204,6 +211,16 @@ private:
 class ZvDbObjectAccess
 {
 public:
+    // ---- parts of records that have no class of their own
+    /// The BLOCK record of a block. A new one is put on \a layer.
+    static void blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &filer, ZvDbObjectId layer);
+    /// The VERTEX record of a polyline's vertex.
+    static void vertexFields(ZvDb2dPolyline &polyline, std::size_t number, ZvDbFiler &filer);
+    /// Reads one more vertex.
+    static void addVertex(ZvDb2dPolyline &polyline, ZvDbFiler &filer);
+    static void setAttributes(ZvDbBlockReference &reference, std::vector<ZvDbObjectId> attributes);
+    static void setLinetype(ZvDbLayerTableRecord &layer, ZvDbObjectId id) { layer.m_linetype = id; }
+
     static ZvDbStub *stub(const ZvDbObject *object) { return object->m_stub; }
     static void setStub(ZvDbObject *object, ZvDbStub *stub) { object->m_stub = stub; }
     /// An object of the class, of no database.
@@ -236,6 +253,8 @@ public:
     static void setBlock(ZvDbLayout &layout, ZvDbObjectId block) { layout.m_block = block; }
     /// Tab and page of a new drawing's layout: a sheet of A3.
     static void setPage(ZvDbLayout &layout, int tabOrder);
+    /// The viewport of the paper itself, which shows the whole sheet.
+    static void setSheet(ZvDbViewport &viewport, double width, double height);
     static void setTextStyle(ZvDbMLeaderStyle &style, ZvDbObjectId id) { style.m_textStyle = id; }
     static void setTextStyle(ZvDbTableStyle &style, ZvDbObjectId id) { style.m_textStyle = id; }
     static void makeAnnotative(ZvDbTextStyleTableRecord &style);

@@ -510,6 +510,8 @@ Zv::ErrorStatus ZvDbObject::setXData(const ZvResBuf *chain)
 
     ZvDbDatabasePrivate &d = *ZvDbStubTable::databaseOf(m_stub);
     const std::uint32_t index = ZvDbStubTable::indexOf(m_stub);
+    for (const ZvResBuf *data = value.get(); data; data = endOfApplication(data))
+        d.registerApplication(data->text());
     auto payload = std::make_unique<ZvDbXDataPayload>();
     const auto it = d.xdata.find(index);
     payload->isSet = it != d.xdata.end();

@@ -351,7 +351,8 @@ void ZvDbDatabasePrivate::readDictionaryVariables()
             value.id = idOfVariable(i, kept->value());
         else
             value.text = kept->value();
-        variableInFile[std::size_t(i)] = true;
+        // What names nothing stays as it is until the variable is set.
+        variableInFile[std::size_t(i)] = variable.type != ZvDbVariable::kObjectId || !value.id.isNull();
     }
 }
 
@@ -368,8 +369,14 @@ void ZvDbDatabasePrivate::writeDictionaryVariables()
         ZvDbObjectPointer<ZvDbDictionary> dictionary(id, ZvDb::kForRead);
         const ZvDbObjectId entry = dictionary ? dictionary->getIdAt(variable.name) : ZvDbObjectId();
         dictionary.close();
-        if (ZvDbObjectPointer<ZvDbDictionaryVar> kept {entry, ZvDb::kForWrite}) {
-            kept->setValue(text);
+        ZvDbObjectPointer<ZvDbDictionaryVar> kept(entry, ZvDb::kForWrite);
+        if (kept) {
+            // Another spelling of the name it has is no change.
+            const bool same = variable.type == ZvDbVariable::kObjectId
+                ? idOfVariable(i, kept->value()) == variables[std::size_t(i)].id
+                : kept->value() == text;
+            if (!same)
+                kept->setValue(text);
         } else if (ZvDbObjectPointer<ZvDbDictionary> writer {id, ZvDb::kForWrite}) {
             ZvDbDictionaryVar *added = new ZvDbDictionaryVar;
             added->setValue(text);

@@ -346,8 +346,12 @@ ZvGeExtents3d zvdbBlockExtents(ZvDbObjectId block)
     const std::uint64_t high = block.asInt64() & ~std::uint64_t(0xFFFFFFFF);
     for (std::uint32_t index : record->entityIndices()) {
         ZvDbObjectPointer<ZvDbEntity> entity(ZvDbObjectId::fromInt64(high | index), ZvDb::kForRead);
+        if (!entity || entity->visibility() != ZvDb::kVisible)
+            continue;
+        // References show their attributes in the place of the definitions.
+        const auto *definition = zvrxCast<ZvDbAttributeDefinition>(entity.get());
         ZvGeExtents3d one;
-        if (entity && entity->visibility() == ZvDb::kVisible && entity->getGeomExtents(one) == Zv::eOk)
+        if ((!definition || definition->isConstant()) && entity->getGeomExtents(one) == Zv::eOk)
             box.add(one);
     }
     s_open.pop_back();

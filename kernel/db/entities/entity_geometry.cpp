@@ -314,7 +314,7 @@ void bisect(const Curve &curve, double t0, const ZvGePoint3d &from, double t1, c
 
 constexpr int kDeepest = 10;
 
-/// Where no deviation is given: a five-hundredth of the size of what is drawn.
+/// Where no deviation is given a box is wanted: a hundred-thousandth of the size of the curve.
 double usableDeviation(double deviation, const std::vector<ZvGePoint3d> &points)
 {
     if (deviation > 0.0 && isUsable(deviation))
@@ -322,7 +322,7 @@ double usableDeviation(double deviation, const std::vector<ZvGePoint3d> &points)
     ZvGeExtents3d box;
     for (const ZvGePoint3d &p : points)
         addPoint(box, p);
-    return box.isEmpty() ? 1.0 : std::max(box.minimum.distanceTo(box.maximum) / 500.0, 1e-12);
+    return box.isEmpty() ? 1.0 : std::max(box.minimum.distanceTo(box.maximum) / 1e5, 1e-12);
 }
 
 void dropUnusable(std::vector<ZvGePoint3d> &points)

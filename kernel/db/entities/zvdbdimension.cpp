@@ -380,7 +380,7 @@ void ZvDbDimension::drawPlain(ZvGiWorldDraw &draw) const
         measured = p10.distanceTo(p15);
         along = p15 - p10;
         textMiddle = middleOf(p10, p15);
-        prefix = ZvString(wchar_t(0x2205));
+        prefix = "%%c"; // the diameter sign, whichever the font has
         break;
     case kRadius:
         picture.line(p10, p15);

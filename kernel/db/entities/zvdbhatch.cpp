@@ -112,6 +112,12 @@ void samplePolylineLoop(const Loop &loop, double deviation, std::vector<ZvGePoin
     }
 }
 
+/// The same corner, told by two edges.
+bool isSame(const ZvGePoint3d &a, const ZvGePoint3d &b)
+{
+    return a.distanceTo(b) <= 1e-10 * (1.0 + std::fabs(a.x) + std::fabs(a.y));
+}
+
 /// Joins the edges into one outline. Edges may be given against the walk; each is turned the way that joins better.
 template<class Loop>
 void sampleEdgeLoop(const Loop &loop, double deviation, std::vector<ZvGePoint3d> &points)
@@ -138,7 +144,7 @@ void sampleEdgeLoop(const Loop &loop, double deviation, std::vector<ZvGePoint3d>
         }
         if (points.back().distanceTo(edge.back()) < points.back().distanceTo(edge.front()))
             std::reverse(edge.begin(), edge.end());
-        const bool joined = points.back().distanceTo(edge.front()) == 0.0;
+        const bool joined = isSame(points.back(), edge.front());
         points.insert(points.end(), edge.begin() + (joined ? 1 : 0), edge.end());
     }
 }
@@ -186,7 +192,7 @@ void ZvDbHatch::describe(ZvGiFill &fill, double deviation) const
             samplePolylineLoop(loop, deviation, points);
         else
             sampleEdgeLoop(loop, deviation, points);
-        if (points.size() > 1 && points.front().distanceTo(points.back()) == 0.0)
+        if (points.size() > 1 && isSame(points.front(), points.back()))
             points.pop_back();
         if (points.size() < 2)
             continue;

@@ -503,6 +503,8 @@ class ZV_EXPORT ZvDbRasterImage : public ZvDbEntity
     const std::vector<ZvGePoint2d> &clipBoundary() const { return m_clip; }
 
 protected:
+    void imageFields(ZvDbFiler &filer, const char *marker);
+
     ZvDbObjectId m_definition;
     ZvString m_path; // of the definition, read together with the image
     ZvGePoint3d m_position;
@@ -544,6 +546,7 @@ class ZV_EXPORT ZvDbViewport : public ZvDbEntity
     bool isLayerFrozen(ZvDbObjectId layer) const;
 
 private:
+    friend class ZvDbObjectAccess;
     ZvGePoint3d m_center;
     double m_width = 0.0;
     double m_height = 0.0;

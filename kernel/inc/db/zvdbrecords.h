@@ -53,6 +53,7 @@ public:
 
 private:
     friend class ZvDbLayerTable;
+    friend class ZvDbObjectAccess;
     ZvCmColor m_color;
     ZvDbObjectId m_linetype;
     ZvDbObjectId m_plotStyle;
