@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: MIT
+#include "utils/zventityimage.h"
+
+#include "db/zvdbentities.h"
+#include "render/gi_drawer.h"
+#include "render/gi_painter_sink.h"
+#include "utils/zvrenderer.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <cmath>
+#include <list>
+#include <unordered_map>
+
+namespace {
+
+constexpr int kStandardSize = 100;
+constexpr int kMaxSize = 16384;
+constexpr std::size_t kMaxKept = 512;
+constexpr double kMargin = 0.05; ///< Of the picture's size, on each side, where there is height and width to fit.
+
+std::uint64_t g_drawn = 0;
+unsigned g_displayBackground = 0x0021211E;
+
+/// What decides a picture of one plain line, which is what lists of line types are full of.
+struct PictureKey
+{
+    std::uint64_t linetype = 0;
+    std::uint64_t linetypeStamp = 0;
+    std::uint32_t database = 0;
+    int width = 0;
+    int height = 0;
+    std::uint32_t background = 0;
+    std::uint32_t color = 0;
+    int alpha = 0;
+    int weight = 0;
+    bool showsWeights = false;
+    double scale = 0.0;
+    double length = 0.0;
+    double angle = 0.0;
+
+    bool operator==(const PictureKey &o) const
+    {
+        return linetype == o.linetype && linetypeStamp == o.linetypeStamp && database == o.database && width == o.width
+            && height == o.height && background == o.background && color == o.color && alpha == o.alpha && weight == o.weight && showsWeights == o.showsWeights
+            && scale == o.scale && length == o.length && angle == o.angle;
+    }
+};
+
+struct PictureKeyHash
+{
+    std::size_t operator()(const PictureKey &key) const
+    {
+        std::size_t hash = 0;
+        const auto mix = [&hash](std::size_t value) { hash = (hash ^ value) * 0x9E3779B97F4A7C15ull + (hash >> 29); };
+        mix(key.linetype);
+        mix(key.linetypeStamp);
+        mix(std::size_t(key.width) << 32 | std::size_t(key.height));
+        mix(std::size_t(key.background) << 32 | key.color);
+        mix(std::hash<double>()(key.scale));
+        mix(std::hash<double>()(key.length));
+        return hash;
+    }
+};
+
+/// Pictures that were drawn last, the most recently used first.
+class KeptPictures
+{
+public:
+    ZvGiRasterImagePtr find(const PictureKey &key)
+    {
+        const auto found = m_byKey.find(key);
+        if (found == m_byKey.end())
+            return nullptr;
+        m_pictures.splice(m_pictures.begin(), m_pictures, found->second);
+        return found->second->second;
+    }
+    void add(const PictureKey &key, const ZvGiRasterImagePtr &picture)
+    {
+        m_pictures.emplace_front(key, picture);
+        m_byKey[key] = m_pictures.begin();
+        if (m_pictures.size() > kMaxKept) {
+            m_byKey.erase(m_pictures.back().first);
+            m_pictures.pop_back();
+        }
+    }
+
+private:
+    std::list<std::pair<PictureKey, ZvGiRasterImagePtr>> m_pictures;
+    std::unordered_map<PictureKey, std::list<std::pair<PictureKey, ZvGiRasterImagePtr>>::iterator, PictureKeyHash> m_byKey;
+};
+
+KeptPictures &keptPictures()
+{
+    static KeptPictures pictures;
+    return pictures;
+}
+
+/// True when the picture hangs on nothing but the key: one level line of no database, with properties of its own.
+bool describeLine(ZvDbDatabase *database, ZvDbEntity &entity, PictureKey &key)
+{
+    if (entity.database() || !entity.isKindOf(ZvDbLine::desc()))
+        return false;
+    const auto &line = static_cast<const ZvDbLine &>(entity);
+    key.alpha = entity.transparency().method() == ZvCmTransparency::kByAlpha ? entity.transparency().alpha() : -1;
+    const ZvGeVector3d along = line.endPoint() - line.startPoint();
+    key.database = database->number();
+    key.linetype = entity.linetypeId().asInt64();
+    key.linetypeStamp = database->changeStamp(database->linetypeTableId());
+    key.color = entity.color().color();
+    key.weight = entity.lineWeight();
+    key.scale = entity.linetypeScale() * database->celtscale();
+    key.length = along.length();
+    key.angle = std::atan2(along.y, along.x);
+    key.showsWeights = database->lineWeightDisplay();
+    // What is by layer hangs on the layer too, which is left to drawing anew; a line of no layer has plain defaults.
+    return along.z == 0.0 && entity.layerId().isNull() && entity.linetypeId() != database->byLayerLinetype();
+}
+
+ZvGiRasterImagePtr wrap(const QImage &image)
+{
+    return zvutImageWrap(image.constBits(), std::uint32_t(image.width()), std::uint32_t(image.height()), 32);
+}
+
+ZvGeExtents3d extentsOf(ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities, GiStyles &styles)
+{
+    ZvGeExtents3d all;
+    for (const ZvSmartPtr<ZvDbEntity> &entity : entities) {
+        ZvGeExtents3d one;
+        if (entity && giExtents(*entity, styles, one))
+            all.add(one);
+    }
+    return all;
+}
+
+void drawEntities(QImage &image, unsigned background, ZvDbDatabase *database, ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities)
+{
+    GiStyles styles(database);
+    const ZvGeExtents3d extents = extentsOf(entities, styles);
+    if (extents.isEmpty())
+        return;
+    const double width = image.width();
+    const double height = image.height();
+    const double spanX = extents.maximum.x - extents.minimum.x;
+    const double spanY = extents.maximum.y - extents.minimum.y;
+    // What is as good as a line in one direction is fitted in the other alone, and may use the whole of it.
+    const double scaleX = spanX > 0.0 ? width * (1.0 - 2.0 * kMargin) / spanX : 0.0;
+    const double scaleY = spanY > 0.0 ? height * (1.0 - 2.0 * kMargin) / spanY : 0.0;
+    double scale = scaleX > 0.0 && scaleY > 0.0 ? std::min(scaleX, scaleY) : std::max(scaleX, scaleY);
+    if (!(scale > 0.0) || !std::isfinite(scale))
+        scale = 1.0;
+    ZvGiView view;
+    view.target = ZvGePoint3d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2, 0.0);
+    view.height = height / scale;
+    // A level line comes to lie on the middle of a row of pixels: it would be blurred between two.
+    if (spanY == 0.0 && image.height() % 2 == 0)
+        view.center.y = 0.5 / scale;
+    if (spanX == 0.0 && image.width() % 2 == 0)
+        view.center.x = 0.5 / scale;
+
+    ZvGiRenderer::Options options;
+    options.background = background;
+    options.lineWeights = database->lineWeightDisplay();
+    QPainter painter(&image);
+    GiPainterSink sink(painter, true);
+    GiTarget target;
+    target.sink = &sink;
+    target.clip = QRectF(0, 0, width, height);
+    target.unitsPerMillimetre = options.pixelsPerMillimetre;
+    GiBlocks blocks(database, styles);
+    GiImages images;
+    GiDrawer drawer(database, styles, blocks, images, options, target);
+    drawer.setView(view, width, height);
+    for (const ZvSmartPtr<ZvDbEntity> &entity : entities) {
+        if (!entity)
+            continue;
+        // An entity of no drawing is shown as it would be made: with the scale for new entities, and without the one
+        // of the drawing, which would make the lists of line types useless in drawings of a large scale.
+        drawer.setLinetypeScale(entity->database() ? database->ltscale() : database->celtscale());
+        drawer.drawEntity(*entity);
+    }
+}
+
+}
+
+ZvSmartPtr<ZvGiRasterImage> zvsiutCreateEntityImage(ZvDbDatabasePtr database, ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities,
+                                                    ZvJsonPtr options)
+{
+    int width = kStandardSize;
+    int height = kStandardSize;
+    int packedBackground = -1;
+    if (options) {
+        options->GetDataI("width", width);
+        options->GetDataI("height", height);
+        options->GetDataI("background", packedBackground);
+    }
+    if (width < 1 || height < 1 || width > kMaxSize || height > kMaxSize)
+        return nullptr;
+    const auto background = std::uint32_t(packedBackground);
+
+    PictureKey key;
+    const bool isKept = database && entities.length() == 1 && entities[0] && describeLine(database, *entities[0], key);
+    if (isKept) {
+        key.width = width;
+        key.height = height;
+        key.background = background;
+        if (ZvGiRasterImagePtr kept = keptPictures().find(key))
+            return kept;
+    }
+    QImage image(width, height, QImage::Format_RGBA8888_Premultiplied);
+    if (image.isNull())
+        return nullptr; // no memory for one so large
+    image.fill(QColor(int(background & 0xFF), int((background >> 8) & 0xFF), int((background >> 16) & 0xFF)));
+    if (database && !entities.isEmpty())
+        drawEntities(image, background, database, entities);
+    ++g_drawn;
+    const ZvGiRasterImagePtr picture = wrap(image);
+    if (isKept && picture)
+        keptPictures().add(key, picture);
+    return picture;
+}
+
+std::uint64_t zvsiutEntityImagesDrawn()
+{
+    return g_drawn;
+}
+
+const std::uint32_t *zvsiutCurPalette()
+{
+    if (const std::uint32_t *palette = zvcmAcadPalette(g_displayBackground))
+        return palette;
+    static const std::uint32_t none[256] = {};
+    return none;
+}
+
+void zvsiutSetDisplayBackground(unsigned background)
+{
+    g_displayBackground = background & 0x00FFFFFFu;
+}
+
+unsigned zvsiutDisplayBackground()
+{
+    return g_displayBackground;
+}
