@@ -129,6 +129,11 @@ GiDrawer::GiDrawer(ZvDbDatabase *database, GiStyles &styles, GiBlocks &blocks, G
     m_frame.look.linetype = database->continuousLinetype();
 }
 
+GiDrawer::~GiDrawer()
+{
+    m_target.sink->flush();
+}
+
 void GiDrawer::setRows(Frame &frame, const ZvGeMatrix3d &toDisplay, double scale, const QPointF &origin) const
 {
     double longest = 0.0;
@@ -578,7 +583,9 @@ void GiDrawer::strokePoints(std::vector<QPointF> &points)
         double sum = 0.0;
         for (std::size_t i = 1; i < points.size(); ++i)
             sum += length(points[i] - points[i - 1]);
-        const QRectF near = m_target.clip.adjusted(-64.0, -64.0, 64.0, 64.0);
+        // The raster engine cuts thin lines at its own clip without turning their pattern on, so they end there.
+        const double margin = stroke.width > 1.5 ? stroke.width : 0.0;
+        const QRectF near = m_target.clip.adjusted(-margin, -margin, margin, margin);
         const double inView = near.contains(box) ? sum : std::min(sum, double(points.size()) * (near.width() + near.height()));
         if (inView / total * double(stroke.dashes->size()) > kMaxDashes) {
             stroke.dashes = nullptr;

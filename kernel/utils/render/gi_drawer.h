@@ -35,6 +35,8 @@ class GiDrawer : public ZvGiWorldDraw
 public:
     GiDrawer(ZvDbDatabase *database, GiStyles &styles, GiBlocks &blocks, GiImages &images,
              const ZvGiRenderer::Options &options, const GiTarget &target);
+    /// Brings out what the sink still holds: its patterns are the drawer's.
+    ~GiDrawer() override;
 
     /// \a width and \a height in device units.
     void setView(const ZvGiView &view, double width, double height);

@@ -35,7 +35,7 @@ public:
     ZvDbObjectId addLine(double x1, double y1, double x2, double y2, int color = 7, ZvDbObjectId layer = ZvDbObjectId(),
                          ZvDbObjectId block = ZvDbObjectId())
     {
-        auto *line = new ZvRxObjectImpl<ZvDbLine>(ZvGePoint3d(x1, y1, 0), ZvGePoint3d(x2, y2, 0));
+        auto *line = new ZvDbLine(ZvGePoint3d(x1, y1, 0), ZvGePoint3d(x2, y2, 0));
         line->setLayer(layer.isNull() ? database->layerZero() : layer);
         line->setLinetype(database->byLayerLinetype());
         line->setColor(aci(color));
@@ -44,7 +44,7 @@ public:
     /// A solid with these corners in circular order.
     ZvDbObjectId addSolid(const std::vector<ZvGePoint3d> &corners, int color = 7)
     {
-        auto *solid = new ZvRxObjectImpl<ZvDbSolid>();
+        auto *solid = new ZvDbSolid();
         const int zigzag[4] = {0, 1, 3, 2};
         for (int i = 0; i < 4; ++i)
             solid->setPointAt(zigzag[i], corners[std::size_t(i)]);
@@ -56,7 +56,7 @@ public:
     {
         ZvDbBlockTable *table = nullptr;
         database->getSymbolTable(table, ZvDb::kForWrite);
-        auto *record = new ZvRxObjectImpl<ZvDbBlockTableRecord>();
+        auto *record = new ZvDbBlockTableRecord();
         record->setName(name);
         ZvDbObjectId id;
         table->add(record, id);
@@ -67,7 +67,7 @@ public:
     ZvDbObjectId addReference(ZvDbObjectId block, const ZvGePoint3d &at, int color = 256, ZvDbObjectId layer = ZvDbObjectId(),
                               ZvDbObjectId into = ZvDbObjectId())
     {
-        auto *reference = new ZvRxObjectImpl<ZvDbBlockReference>();
+        auto *reference = new ZvDbBlockReference();
         reference->setBlockTableRecord(block);
         reference->setPosition(at);
         reference->setLayer(layer.isNull() ? database->layerZero() : layer);
@@ -78,7 +78,7 @@ public:
     {
         ZvDbLayerTable *table = nullptr;
         database->getSymbolTable(table, ZvDb::kForWrite);
-        auto *record = new ZvRxObjectImpl<ZvDbLayerTableRecord>();
+        auto *record = new ZvDbLayerTableRecord();
         record->setName(name);
         record->setColor(aci(color));
         record->setLinetypeObjectId(database->continuousLinetype());
@@ -92,7 +92,7 @@ public:
     {
         ZvDbLinetypeTable *table = nullptr;
         database->getSymbolTable(table, ZvDb::kForWrite);
-        auto *record = new ZvRxObjectImpl<ZvDbLinetypeTableRecord>();
+        auto *record = new ZvDbLinetypeTableRecord();
         record->setName(name);
         record->setDashes(dashes);
         ZvDbObjectId id;
