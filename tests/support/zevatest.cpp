@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "zevatest.h"
 
+#include "base/zvlog.h"
+#include "db/zvdbdatabase.h"
+
 #include <QFont>
 #include <QLocale>
 #include <QStringList>
@@ -10,51 +13,89 @@
 
 namespace {
 
-struct MessageWatch
+/// What was announced, and what came without.
+struct Watch
 {
-    QtMessageHandler previous = nullptr;
     QStringList expected;
     QStringList unexpected;
+
+    void start()
+    {
+        expected.clear();
+        unexpected.clear();
+    }
+    /// True when it was announced.
+    bool take(const QString &text)
+    {
+        if (expected.removeOne(text))
+            return true;
+        unexpected << text;
+        return false;
+    }
+    /// Empty when all is well.
+    QByteArray complaint() const
+    {
+        if (!unexpected.isEmpty())
+            return "Unexpected: " + unexpected.join(QLatin1Char('\n')).toUtf8();
+        if (!expected.isEmpty())
+            return "Never came: " + expected.join(QLatin1Char('\n')).toUtf8();
+        return QByteArray();
+    }
 };
 
-MessageWatch &messageWatch()
+Watch s_messages;
+Watch s_assertions;
+QtMessageHandler s_previousMessageHandler = nullptr;
+ZvAssertHandler s_previousAssertHandler = nullptr;
+
+/// What the offscreen platform says of windows it does not really show.
+bool isOfThePlatform(const QString &text)
 {
-    static MessageWatch watch;
-    return watch;
+    return text.startsWith(QLatin1String("This plugin does not support "));
 }
 
 void watchMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    MessageWatch &watch = messageWatch();
-    if (type != QtDebugMsg && type != QtInfoMsg) {
-        if (watch.expected.removeOne(text))
-            return;
-        watch.unexpected << text;
-    }
-    watch.previous(type, context, text);
+    if (isOfThePlatform(text))
+        return;
+    const bool isHarmless = type == QtDebugMsg || type == QtInfoMsg;
+    if (!isHarmless && s_messages.take(text))
+        return;
+    s_previousMessageHandler(type, context, text);
+}
+
+void watchAssertion(const char *text, const char *, int)
+{
+    s_assertions.take(QString::fromUtf8(text));
 }
 
 } // namespace
 
 void ZevaTest::expectWarning(const QString &text)
 {
-    messageWatch().expected << text;
+    s_messages.expected << text;
+}
+
+void ZevaTest::expectAssertion(const QString &text)
+{
+    s_assertions.expected << text;
 }
 
 void ZevaTest::init()
 {
-    MessageWatch &watch = messageWatch();
-    watch.expected.clear();
-    watch.unexpected.clear();
-    watch.previous = qInstallMessageHandler(watchMessage);
+    s_messages.start();
+    s_assertions.start();
+    s_previousMessageHandler = qInstallMessageHandler(watchMessage);
+    s_previousAssertHandler = zvSetAssertHandler(watchAssertion);
 }
 
 void ZevaTest::cleanup()
 {
-    MessageWatch &watch = messageWatch();
-    qInstallMessageHandler(watch.previous);
-    QVERIFY2(watch.unexpected.isEmpty(), qPrintable(QStringLiteral("Unexpected: ") + watch.unexpected.join(QLatin1Char('\n'))));
-    QVERIFY2(watch.expected.isEmpty(), qPrintable(QStringLiteral("Never came: ") + watch.expected.join(QLatin1Char('\n'))));
+    qInstallMessageHandler(s_previousMessageHandler);
+    zvSetAssertHandler(s_previousAssertHandler);
+    QVERIFY2(s_messages.complaint().isEmpty(), s_messages.complaint().constData());
+    QVERIFY2(s_assertions.complaint().isEmpty(), s_assertions.complaint().constData());
+    QCOMPARE(zvdbOpenObjectCount(), 0);
 
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     const QWidgetList left = QApplication::topLevelWidgets();

@@ -8,14 +8,17 @@
 
 /// Base of the test classes: checks after every test function that the test left the world as it found it.
 ///
-/// A test fails that leaves a top-level widget behind, that lets out a warning nobody announced, or whose announced
-/// warning never came. A class with an init() or cleanup() of its own calls these.
+/// A test fails that leaves a top-level widget or an open drawing object behind, that lets out a warning or raises a
+/// kernel assertion nobody announced, or in which an announced one never came. A class with an init() or cleanup() of
+/// its own calls these.
 class ZevaTest : public QObject
 {
     Q_OBJECT
 public:
     /// Announces one message of level warning or above, with exactly this \a text, in the running test function.
     static void expectWarning(const QString &text);
+    /// The same for one assertion of the kernel (ZvAssert).
+    static void expectAssertion(const QString &text);
 
 protected Q_SLOTS:
     void init();
@@ -28,15 +31,15 @@ void zevaPinEnvironment();
 /// The rest of it, to be called when the application object is made.
 void zevaPinApplication();
 
-#define ZEVA_TEST_MAIN(TestClass)               \
-    int main(int argc, char *argv[])            \
-    {                                           \
-        zevaPinEnvironment();                   \
-        QApplication application(argc, argv);   \
-        zevaPinApplication();                   \
-        TestClass test;                         \
-        QTEST_SET_MAIN_SOURCE_PATH              \
-        return QTest::qExec(&test, argc, argv); \
+#define ZEVA_TEST_MAIN(TestClass)                                                                                      \
+    int main(int argc, char *argv[])                                                                                   \
+    {                                                                                                                  \
+        zevaPinEnvironment();                                                                                          \
+        QApplication application(argc, argv);                                                                          \
+        zevaPinApplication();                                                                                          \
+        TestClass test;                                                                                                \
+        QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
+        return QTest::qExec(&test, argc, argv);                                                                        \
     }
 
 #endif
