@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "zvqtcommonuisvr.h"
+
+#include "common/qt_messagebox.h"
+#include "private/zvdialogparent.h"
+#include "zevaqt.h"
+
+namespace {
+
+/// Makes a dialog with its adapter; null on failure. \a name is null for a dialog that has none.
+typedef ZvRxObjectPtr (*DialogMaker)(QWidget *parent, const char *name);
+
+template <class T> ZvRxObjectPtr makeModeDialog(QWidget *parent, const char *name)
+{
+    typedef ZvQtRxObjectImpl<ZvQtModeDialog<T>, ZvQtModeDialog<T>> Adapter;
+    const ZvSmartPtr<Adapter> adapter = ZvSmartPtr<Adapter>::adopt(new Adapter());
+    if (!adapter->createDialog(parent, Qt::WindowFlags(), name))
+        return ZvRxObjectPtr();
+    return adapter;
+}
+
+struct DialogRow
+{
+    const wchar_t *serviceName;
+    ZvDialogParent parent;
+    const char *dialogName;
+    DialogMaker make; ///< Null: the library has no such dialog.
+};
+
+constexpr DialogRow kDialogs[] = {
+    {L"MessageBox", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtMessageBox>},
+    {L"FileDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
+    {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
+    {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog", nullptr},
+    {L"TaskDialog", ZvDialogParent::kGiven, nullptr, nullptr},
+    {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, nullptr},
+};
+
+const DialogRow *findDialog(const ZvString &name)
+{
+    for (const DialogRow &row : kDialogs) {
+        if (name.compareNoCase(row.serviceName) == 0)
+            return &row;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ZvQtCommonUISvr::ZvQtCommonUISvr() = default;
+
+ZvQtCommonUISvr::~ZvQtCommonUISvr() = default;
+
+ZvUiDialogBasePtr ZvQtCommonUISvr::createDialog(const ZvString &name, void *parentHandle)
+{
+    const DialogRow *row = findDialog(name);
+    if (!row || !row->make)
+        return ZvUiDialogBasePtr();
+    const ZvRxObjectPtr dialog = row->make(zvDialogParent(row->parent, parentHandle), row->dialogName);
+    if (!dialog)
+        return ZvUiDialogBasePtr();
+    return ZvUiDialogBasePtr(zvqt_queryRequired<ZvUiDialogBase>(dialog));
+}
