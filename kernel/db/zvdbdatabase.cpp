@@ -90,6 +90,8 @@ Zv::ErrorStatus ZvDbDatabase::addObject(ZvDbObject *object, ZvDbObjectId &id, Zv
     d->undo.note(std::move(change));
     d->touch(index);
     id = d->idAt(index);
+    if (d->classAt(index).isBlockReference)
+        d->copyAttributes(static_cast<ZvDbBlockReference &>(*object));
     return Zv::eOk;
 }
 

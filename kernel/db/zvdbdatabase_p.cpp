@@ -34,6 +34,7 @@ ZvDbDatabasePrivate::ZvDbDatabasePrivate(ZvDbDatabase &database, bool metric)
 ZvDbDatabasePrivate::~ZvDbDatabasePrivate()
 {
     clear();
+    forgetOpenObjects();
     databases()[number] = nullptr;
 }
 
@@ -126,6 +127,30 @@ void ZvDbDatabasePrivate::attach(ZvDbObject *object, std::uint32_t index)
     }
     stub.object = object;
     ZvDbObjectAccess::setStub(object, &stub);
+}
+
+void ZvDbDatabasePrivate::copyAttributes(ZvDbBlockReference &reference)
+{
+    if (reference.attributeIds().empty())
+        return;
+    std::vector<ZvDbObjectId> copies;
+    for (ZvDbObjectId id : reference.attributeIds()) {
+        if (!isUsable(id, ZvDbAttribute::desc()))
+            continue;
+        const ZvDbObject *attribute = objectAt(id.index());
+        const ZvDbBlockReference *original = zvrxCast<ZvDbBlockReference>(objectAt(stubs[id.index()].owner));
+        if (!attribute || !original)
+            continue;
+        // The copy may have been moved already; its attributes follow.
+        ZvDbAttribute *copy = static_cast<ZvDbAttribute *>(attribute->clone());
+        copy->transformBy(reference.blockTransform() * original->blockTransform().inverse());
+        ZvDbObjectId copied;
+        if (q.addObject(copy, copied, reference.objectId()) == Zv::eOk) {
+            copy->close();
+            copies.push_back(copied);
+        }
+    }
+    ZvDbObjectAccess::setAttributes(reference, std::move(copies));
 }
 
 ZvDbObject *ZvDbDatabasePrivate::objectAt(std::uint32_t index) const

@@ -82,6 +82,8 @@ public:
     std::uint32_t adopt(ZvDbObject *object, std::uint32_t owner, std::uint64_t handle = 0);
     /// Makes the block the object's own, with what the object kept for itself.
     void attach(ZvDbObject *object, std::uint32_t index);
+    /// A copied reference comes with the ids of its original's attributes: gives it copies of its own.
+    void copyAttributes(ZvDbBlockReference &reference);
     /// The object, decoded if need be; null where its record cannot be read. It is not open.
     ZvDbObject *objectAt(std::uint32_t index) const;
     /// The next handle to be given out.
@@ -94,6 +96,8 @@ public:
 
     void countOpened(bool write);
     void countClosed(bool write);
+    /// What is open when the database dies counts no more.
+    void forgetOpenObjects();
 
     // ---- shared properties
     const ZvDbEntityProperties &propertiesOf(std::uint32_t index) const { return propertiesTable.at(propertyNumbers[index]); }

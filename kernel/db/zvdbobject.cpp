@@ -223,6 +223,12 @@ void ZvDbDatabasePrivate::countClosed(bool write)
     --openObjects;
 }
 
+void ZvDbDatabasePrivate::forgetOpenObjects()
+{
+    openObjects -= openCount;
+    openCount = 0;
+}
+
 int zvdbOpenObjectCount()
 {
     return openObjects;

@@ -3,6 +3,7 @@
 
 #include "zvdbdatabase_p.h"
 
+#include <unordered_map>
 #include <unordered_set>
 
 ZVRX_DEFINE_MEMBERS(ZvDbLayerTableRecord, ZvDbSymbolTableRecord)
@@ -420,10 +421,15 @@ Zv::ErrorStatus ZvDbBlockTableRecord::getBlockReferenceIds(ZvArray<ZvDbObjectId>
     ZvDbDatabasePrivate *d = ZvDbDatabasePrivate::of(this);
     if (!d)
         return Zv::eNoDatabase;
+    std::unordered_map<std::uint32_t, bool> listed; // by the block that the reference stands in
     for (std::uint32_t reference : d->blockReferences(objectId().index())) {
-        std::unordered_set<std::uint32_t> visited;
         const std::uint32_t owner = d->stubs[reference].owner;
-        if (!d->stubs[owner].isErased() && (!directOnly || isShown(*d, owner, visited)))
+        const auto found = listed.emplace(owner, false);
+        if (found.second) {
+            std::unordered_set<std::uint32_t> visited;
+            found.first->second = !d->stubs[owner].isErased() && (!directOnly || isShown(*d, owner, visited));
+        }
+        if (found.first->second)
             ids.append(d->idAt(reference));
     }
     return Zv::eOk;

@@ -112,8 +112,10 @@ ZvDbClassTable &ZvDbClassTable::instance()
 
 ZvDbClassTable::ZvDbClassTable()
 {
-    zvdbListObjectClasses(m_classes);
-    zvdbListEntityClasses(m_classes);
+    std::deque<ZvDbClass> classes;
+    zvdbListObjectClasses(classes);
+    zvdbListEntityClasses(classes);
+    m_classes.assign(classes.begin(), classes.end());
     for (std::uint16_t i = 0; i < size(); ++i) {
         m_numbers.emplace(m_classes[i].descriptor, i);
         if (m_classes[i].fileName)

@@ -185,7 +185,7 @@ public:
 
 private:
     ZvDbClassTable();
-    std::deque<ZvDbClass> m_classes;
+    std::vector<ZvDbClass> m_classes;
     std::unordered_map<const ZvRxClass *, std::uint16_t> m_numbers;
     std::unordered_map<std::string_view, std::uint16_t> m_fileNames;
 };

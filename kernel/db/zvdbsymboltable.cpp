@@ -379,7 +379,11 @@ void ZvDbLayerTable::generateUsageData()
     std::vector<bool> usedCombinations(database->propertiesTable.end());
     for (std::uint32_t index = 1; index < database->stubs.end(); ++index) {
         const std::uint32_t number = database->propertyNumbers[index];
-        if (number != 0 && !database->stubs[index].isErased())
+        if (number == 0)
+            continue;
+        // What an erased block or reference owns is gone with it.
+        const ZvDbStub &stub = database->stubs[index];
+        if (!stub.isErased() && (stub.owner == 0 || !database->stubs[stub.owner].isErased()))
             usedCombinations[number] = true;
     }
     std::vector<bool> usedLayers(database->stubs.end());

@@ -397,3 +397,79 @@ TEST_F(Objects, equalPropertiesHaveEqualNumbers)
     EXPECT_EQ(number(a), number(b));
     EXPECT_NE(number(a), 0u);
 }
+
+TEST_F(Objects, aCopiedReferenceHasAttributesOfItsOwn)
+{
+    // A reference with an attribute, as a file has it.
+    const char text[] = "0\nSECTION\n2\nENTITIES\n"
+                        "0\nINSERT\n5\nA1\n330\n0\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockReference\n66\n1\n2\nDoor\n10\n5\n20\n0\n"
+                        "30\n0\n0\nATTRIB\n5\nA2\n330\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbText\n10\n6\n20\n1\n30\n0\n40\n2.5\n"
+                        "1\nD7\n100\nAcDbAttribute\n2\nNUMBER\n70\n0\n0\nSEQEND\n5\nA3\n330\nA1\n100\nAcDbEntity\n8\n0\n"
+                        "0\nENDSEC\n0\nEOF\n";
+    const ZvDbDatabasePtr read = ZvDbDatabase::create();
+    ZvDbFileReport report;
+    ASSERT_EQ(read->readStream(text, sizeof(text) - 1, report), Zv::eOk) << report.message.toStdString();
+    const ZvDbObjectId original = read->idOfHandle(0xA1);
+    ZvDbBlockReference *copy = nullptr;
+    {
+        ZvDbObjectPointer<ZvDbBlockReference> reference(original, ZvDb::kForRead);
+        ASSERT_TRUE(bool(reference));
+        ASSERT_EQ(reference->attributeIds().size(), 1u);
+        copy = static_cast<ZvDbBlockReference *>(reference->clone());
+    }
+    copy->transformBy(ZvGeMatrix3d::translation(ZvGeVector3d(100, 0, 0)));
+    ZvDbObjectId id;
+    ASSERT_EQ(read->appendEntity(copy, read->modelSpaceId(), id, false), Zv::eOk);
+    ZvDbObjectId attribute;
+    {
+        ZvDbObjectPointer<ZvDbBlockReference> reference(id, ZvDb::kForRead);
+        ASSERT_EQ(reference->attributeIds().size(), 1u);
+        attribute = reference->attributeIds()[0];
+        ZvDbObjectPointer<ZvDbAttribute> own(attribute, ZvDb::kForRead);
+        ASSERT_TRUE(bool(own));
+        EXPECT_EQ(own->ownerId(), id);
+        EXPECT_EQ(own->textString(), L"D7");
+        EXPECT_NEAR(own->position().x, 106.0, 1e-9);
+        EXPECT_NEAR(own->position().y, 1.0, 1e-9);
+    }
+    EXPECT_TRUE(read->undo());
+    EXPECT_TRUE(id.isErased());
+    EXPECT_TRUE(attribute.isErased());
+    EXPECT_FALSE(read->canUndo()) << "one step";
+}
+
+TEST_F(Objects, objectsDroppedAfterAPassOverTheDrawing)
+{
+    const char text[] = "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbLine\n10\n1\n20\n2\n11\n3\n21\n4\n"
+                        "0\nENDSEC\n0\nEOF\n";
+    const ZvDbDatabasePtr read = ZvDbDatabase::create();
+    ZvDbFileReport report;
+    ASSERT_EQ(read->readStream(text, sizeof(text) - 1, report), Zv::eOk);
+    const ZvDbObjectId id = read->idOfHandle(0xA1);
+    const auto x = [&] {
+        ZvDbObjectPointer<ZvDbLine> line(id, ZvDb::kForRead);
+        return line->startPoint().x;
+    };
+    {
+        const ZvDbDatabase::TransientReads pass(*read);
+        EXPECT_EQ(x(), 1.0);
+        ZvDbObjectPointer<ZvDbLine> outer(id, ZvDb::kForRead);
+        EXPECT_EQ(x(), 1.0);
+        EXPECT_EQ(outer->startPoint().x, 1.0) << "still held";
+        outer.close();
+        // What was changed is no copy of the file any more, and stays.
+        edit<ZvDbLine>(id, [](ZvDbLine &line) { line.setStartPoint(ZvGePoint3d(9, 9)); });
+        EXPECT_EQ(x(), 9.0);
+    }
+    EXPECT_EQ(x(), 9.0);
+    EXPECT_TRUE(read->undo());
+    EXPECT_EQ(x(), 1.0);
+}
+
+TEST_F(Objects, whatIsOpenWhenADatabaseDiesCountsNoMore)
+{
+    const ZvDbDatabasePtr dying = ZvDbDatabase::create();
+    ZvDbObject *held = nullptr;
+    ASSERT_EQ(zvdbOpenObject(held, dying->layerZero(), ZvDb::kForRead), Zv::eOk);
+    EXPECT_EQ(zvdbOpenObjectCount(), 1);
+}
