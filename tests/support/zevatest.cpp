@@ -48,15 +48,17 @@ Watch s_assertions;
 QtMessageHandler s_previousMessageHandler = nullptr;
 ZvAssertHandler s_previousAssertHandler = nullptr;
 
-/// What the offscreen platform says of windows it does not really show.
-bool isOfThePlatform(const QString &text)
+/// What the platforms say on their own account: offscreen of windows it does not really show, X11 of windows that are
+/// gone by the time the server answers.
+bool isOfThePlatform(const QMessageLogContext &context, const QString &text)
 {
-    return text.startsWith(QLatin1String("This plugin does not support "));
+    return text.startsWith(QLatin1String("This plugin does not support "))
+        || QLatin1String(context.category).startsWith(QLatin1String("qt.qpa."));
 }
 
 void watchMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
-    if (isOfThePlatform(text))
+    if (isOfThePlatform(context, text))
         return;
     const bool isHarmless = type == QtDebugMsg || type == QtInfoMsg;
     if (!isHarmless && s_messages.take(text))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "x11client.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 
 const int X11Client::kButtonRelease = ButtonRelease;
@@ -28,6 +29,13 @@ unsigned long X11Client::rootWindow() const
     return DefaultRootWindow(display(m_display));
 }
 
+void X11Client::setResources(int screen, const QByteArray &resources)
+{
+    XChangeProperty(display(m_display), RootWindow(display(m_display), screen), XA_RESOURCE_MANAGER, XA_STRING, 8,
+                    PropModeReplace, reinterpret_cast<const unsigned char *>(resources.constData()), resources.size());
+    XSync(display(m_display), False);
+}
+
 QRect X11Client::geometryOf(unsigned long window) const
 {
     Window root = 0;
@@ -46,6 +54,19 @@ QRect X11Client::geometryOf(unsigned long window) const
 void X11Client::listenToRoot()
 {
     XSelectInput(display(m_display), rootWindow(), SubstructureNotifyMask);
+    XSync(display(m_display), False);
+}
+
+void X11Client::pressCloseButton(unsigned long window)
+{
+    XEvent event = {};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display(m_display), "_NET_CLOSE_WINDOW", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = CurrentTime;
+    event.xclient.data.l[1] = 2; // from a pager or a task list: on the user's behalf
+    XSendEvent(display(m_display), rootWindow(), False, SubstructureRedirectMask | SubstructureNotifyMask, &event);
     XSync(display(m_display), False);
 }
 

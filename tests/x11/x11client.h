@@ -43,10 +43,14 @@ public:
 
     bool isConnected() const { return m_display != nullptr; }
     unsigned long rootWindow() const;
+    /// The resources that programs on a screen start with, such as "Xft.dpi:\t144\n".
+    void setResources(int screen, const QByteArray &resources);
     /// Where \a window is now, without its frame, in pixels of the root window.
     QRect geometryOf(unsigned long window) const;
     /// Receives what is sent to the root window's substructure listeners.
     void listenToRoot();
+    /// Asks for \a window to be closed, as the button in its frame does.
+    void pressCloseButton(unsigned long window);
     void listenToButtonRelease(unsigned long window);
     /// Client messages and button releases that have arrived, oldest first. \a application is the display of the
     /// application under test: all that it has asked for by now is done before.

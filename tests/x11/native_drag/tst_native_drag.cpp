@@ -238,7 +238,7 @@ void TestNativeDrag::windowFollowsThePointer()
 {
     QFETCH(int, section);
     QFETCH(QMargins, edges);
-    DragWindow window {Qt::WindowFrameSection(section)};
+    DragWindow window{Qt::WindowFrameSection(section)};
     window.setGeometry(300, 300, 240, 180);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -246,15 +246,15 @@ void TestNativeDrag::windowFollowsThePointer()
     const QRect before = window.geometry();
     const QPoint start = before.center();
     const QPoint shift(60, 40);
-    const QRect wanted = before.adjusted(edges.left() * shift.x(), edges.top() * shift.y(),
-                                         edges.right() * shift.x(), edges.bottom() * shift.y());
+    const QRect wanted = before.adjusted(edges.left() * shift.x(), edges.top() * shift.y(), edges.right() * shift.x(),
+                                         edges.bottom() * shift.y());
     QVERIFY(movePointer(start));
     {
         const HeldButton button;
         QVERIFY(button.isPressed());
         QTRY_COMPARE(window.presses, 1);
-        // The window manager tells the application of a mere move at the end only, so the server is asked. Motion counts
-        // from when the window manager has taken the request: the pointer moves until the window does.
+        // The window manager tells the application of a mere move at the end only, so the server is asked. Motion
+        // counts from when the window manager has taken the request: the pointer moves until the window does.
         const X11Client client;
         int nudges = 0;
         const auto hasMoved = [&] {
