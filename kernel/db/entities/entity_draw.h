@@ -41,6 +41,10 @@ Zv::ErrorStatus zvdbExtentsOfPicture(const ZvDbEntity &entity, ZvGeExtents3d &ex
 /// changes. A block that refers to itself, and what is nested more than 32 deep, counts as empty.
 ZvGeExtents3d zvdbBlockExtents(ZvDbObjectId block);
 
+/// Whether an entity may refer to the object: it lives, is of the class, and of the entity's own drawing (any drawing for
+/// an entity of none).
+bool zvdbMayReferTo(const ZvDbEntity &entity, ZvDbObjectId id, const ZvRxClass *cls);
+
 /// What an entity's picture starts with.
 ZvGiTraits zvdbTraitsOf(const ZvDbEntity &entity);
 

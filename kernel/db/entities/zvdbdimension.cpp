@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 
 using namespace zvdbgeo;
 
@@ -167,16 +168,14 @@ ZvDbObjectId ZvDbDimension::dimensionStyle() const
 
 Zv::ErrorStatus ZvDbDimension::setDimensionStyle(ZvDbObjectId id)
 {
-    const ZvRxClass *cls = id.objectClass();
-    if (!cls || !cls->isDerivedFrom(ZvDbDimStyleTableRecord::desc()) || id.isErased())
+    if (!zvdbMayReferTo(*this, id, ZvDbDimStyleTableRecord::desc()))
         return Zv::eInvalidInput;
     return store(m_style, id);
 }
 
 Zv::ErrorStatus ZvDbDimension::setDimstyleData(ZvDbObjectId id)
 {
-    const ZvRxClass *cls = id.objectClass();
-    if (!cls || !cls->isDerivedFrom(ZvDbDimStyleTableRecord::desc()) || id.isErased())
+    if (!zvdbMayReferTo(*this, id, ZvDbDimStyleTableRecord::desc()))
         return Zv::eInvalidInput;
     if (!assertWriteEnabled())
         return Zv::eNotOpenForWrite;
@@ -208,8 +207,7 @@ Zv::ErrorStatus ZvDbDimension::setDimstyleData(ZvDbObjectId id)
         setXData(chain);
     if (chain)
         zvutRelRb(chain);
-    // The block shows the old style; without it the dimension is drawn from its points.
-    m_block = ZvDbObjectId();
+    makePicture(); // the block at hand shows the old style
     return Zv::eOk;
 }
 
@@ -245,11 +243,83 @@ bool isInPlane(int code)
     return code == 11 || code == 12 || code == 16;
 }
 
+/// A new, empty block for a dimension's picture; the null id where it cannot be made.
+ZvDbObjectId newPictureBlock(ZvDbDatabase &database, const ZvGePoint3d &origin)
+{
+    ZvDbBlockTable *table = nullptr;
+    if (database.getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk)
+        return ZvDbObjectId();
+    auto *record = new ZvDbBlockTableRecord;
+    record->setName("*D"); // the table adds the number
+    record->setOrigin(origin);
+    ZvDbObjectId id;
+    if (table->add(record, id) == Zv::eOk)
+        record->close();
+    else
+        delete record;
+    table->close();
+    return id;
+}
+
+/// Makes entities of what a dimension draws by itself: lines, arrow heads, an arc, a text.
+class PictureMaker : public ZvGiWorldDraw
+{
+public:
+    std::vector<std::unique_ptr<ZvDbEntity>> entities;
+
+    ZvGiTraits &traits() override { return m_traits; }
+    double deviation() const override { return 0.0; }
+    void polyline(const ZvGePoint3d *points, int count, bool) override
+    {
+        for (int i = 1; i < count; ++i)
+            entities.push_back(std::make_unique<ZvDbLine>(points[i - 1], points[i]));
+    }
+    void arc(const ZvGePoint3d &center, double radius, const ZvGeVector3d &, double start, double sweep) override
+    {
+        entities.push_back(std::make_unique<ZvDbArc>(center, radius, start, start + sweep));
+    }
+    void fill(const ZvGiFill &fill) override
+    {
+        for (const std::vector<ZvGePoint3d> &loop : fill.loops) {
+            if (loop.size() != 3)
+                continue;
+            auto solid = std::make_unique<ZvDbSolid>();
+            for (int i = 0; i < 4; ++i)
+                solid->setPointAt(i, loop[std::size_t(std::min(i, 2))]);
+            entities.push_back(std::move(solid));
+        }
+    }
+    void mtext(const ZvGiMText &text) override
+    {
+        auto block = std::make_unique<ZvDbMText>();
+        block->setContents(text.contents);
+        block->setLocation(text.position);
+        block->setDirection(text.direction);
+        block->setTextHeight(text.height);
+        block->setAttachment(text.attachment);
+        if (!text.style.isNull())
+            block->setTextStyle(text.style);
+        entities.push_back(std::move(block));
+    }
+    void widePolyline(const ZvGePoint3d *, const double *, const double *, int, bool, const ZvGeVector3d &) override { }
+    void ellipse(const ZvGePoint3d &, const ZvGeVector3d &, const ZvGeVector3d &, double, double) override { }
+    void point(const ZvGePoint3d &) override { }
+    void ray(const ZvGePoint3d &, const ZvGeVector3d &, bool) override { }
+    void text(const ZvGiText &) override { }
+    void image(const ZvString &, const ZvGePoint3d &, const ZvGeVector3d &, const ZvGeVector3d &,
+               const std::vector<ZvGePoint2d> &) override
+    {
+    }
+    void block(ZvDbObjectId, const ZvGeMatrix3d &) override { }
+    void viewport(ZvDbObjectId) override { }
+
+private:
+    ZvGiTraits m_traits;
+};
+
 /// A copy of a dimension's picture under a map, in a block of its own; the null id where that cannot be made.
 ZvDbObjectId copyPicture(ZvDbObjectId block, const ZvGeMatrix3d &matrix)
 {
-    ZvDbDatabase *database = block.database();
-    ZvDbBlockTable *table = nullptr;
     std::vector<ZvDbObjectId> entities;
     ZvGePoint3d origin;
     {
@@ -264,25 +334,40 @@ ZvDbObjectId copyPicture(ZvDbObjectId block, const ZvGeMatrix3d &matrix)
                 entities.push_back(id);
         }
     }
-    if (database->getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk)
-        return ZvDbObjectId();
-    auto *record = new ZvDbBlockTableRecord;
-    record->setName("*D");
-    record->setOrigin(origin);
-    ZvDbObjectId copy;
-    if (table->add(record, copy) != Zv::eOk) {
-        delete record;
-        table->close();
-        return ZvDbObjectId();
-    }
-    record->close();
-    table->close();
+    const ZvDbObjectId copy = newPictureBlock(*block.database(), origin);
+    if (copy.isNull())
+        return copy;
     for (ZvDbObjectId id : entities) {
         ZvDbObjectId entity;
         zvdbCopyEntity(id, copy, matrix, entity);
     }
     return copy;
 }
+}
+
+void ZvDbDimension::makePicture()
+{
+    ZvDbDatabase *owner = database() ? database() : m_style.database();
+    PictureMaker maker;
+    if (owner)
+        drawPlain(maker, ZvGeVector3d::kZAxis);
+    m_block = maker.entities.empty() ? ZvDbObjectId() : newPictureBlock(*owner, ZvGePoint3d());
+    if (pointOf(12))
+        setPointOf(12, ZvGePoint3d());
+    ZvDbObjectPointer<ZvDbBlockTableRecord> block(m_block, ZvDb::kForWrite);
+    if (!block) {
+        m_block = ZvDbObjectId(); // drawn from its points, then
+        return;
+    }
+    ZvCmColor byBlock;
+    byBlock.setColorMethod(ZvCm::kByBlock); // the dimension's own colour
+    for (std::unique_ptr<ZvDbEntity> &entity : maker.entities) {
+        ZvDbObjectId id;
+        entity->setColor(byBlock);
+        entity->transformBy(ZvGeMatrix3d::planeToWorld(m_normal));
+        if (block->appendEntity(entity.get(), id) == Zv::eOk)
+            entity.release()->close();
+    }
 }
 
 Zv::ErrorStatus ZvDbDimension::transformBy(const ZvGeMatrix3d &matrix)
@@ -294,15 +379,14 @@ Zv::ErrorStatus ZvDbDimension::transformBy(const ZvGeMatrix3d &matrix)
         return Zv::eNotOpenForWrite;
     const ZvGePoint3d *moved = pointOf(12);
     const ZvGePoint3d before = Plane(m_normal).toWorld(moved ? *moved : ZvGePoint3d());
+    const bool sameSize = std::fabs(map.scale() - 1.0) < 1e-9;
     if (map.keepsDirections()) {
         // A move shifts the picture as a whole; its block may serve several copies of the dimension.
         const ZvGeVector3d shift(matrix.entry[0][3], matrix.entry[1][3], matrix.entry[2][3]);
         if (!m_block.isNull())
             setPointOf(12, Plane(m_normal).fromWorld(before + shift));
-    } else if (!m_block.isNull()) {
-        // A picture of another size would still show the old number: then the dimension is drawn from its points.
-        const bool sameSize = std::fabs(map.scale() - 1.0) < 1e-9;
-        m_block = sameSize ? copyPicture(m_block, matrix * ZvGeMatrix3d::translation(before.asVector())) : ZvDbObjectId();
+    } else if (sameSize && !m_block.isNull()) {
+        m_block = copyPicture(m_block, matrix * ZvGeMatrix3d::translation(before.asVector()));
         if (moved)
             setPointOf(12, ZvGePoint3d());
     }
@@ -319,6 +403,8 @@ Zv::ErrorStatus ZvDbDimension::transformBy(const ZvGeMatrix3d &matrix)
     if (dimensionType() != kAngular && dimensionType() != kAngularThreePoint)
         m_measurement *= map.scale();
     m_normal = map.normal();
+    if (!sameSize && !m_block.isNull())
+        makePicture(); // the old one shows the old number
     return Zv::eOk;
 }
 
@@ -330,7 +416,7 @@ Zv::ErrorStatus ZvDbDimension::getGeomExtents(ZvGeExtents3d &extents) const
 void ZvDbDimension::worldDraw(ZvGiWorldDraw &draw) const
 {
     if (m_block.isNull() || m_block.isErased()) {
-        drawPlain(draw);
+        drawPlain(draw, m_normal);
         return;
     }
     const ZvGePoint3d *moved = pointOf(12);
@@ -338,11 +424,13 @@ void ZvDbDimension::worldDraw(ZvGiWorldDraw &draw) const
     draw.block(m_block, ZvGeMatrix3d::translation(offset.asVector()));
 }
 
-void ZvDbDimension::drawPlain(ZvGiWorldDraw &draw) const
+/// Draws the dimension from its points, in the plane of \a normal: its own, or Z for a picture in its own coordinates.
+void ZvDbDimension::drawPlain(ZvGiWorldDraw &draw, const ZvGeVector3d &normal) const
 {
     const Plane plane(m_normal);
+    const Plane shown(normal);
     const DimLook look = lookOf(dimensionStyle());
-    const PlainDimension picture(draw, plane, look);
+    const PlainDimension picture(draw, shown, look);
     const auto flat = [&](int code) {
         const ZvGePoint3d *point = pointOf(code);
         return !point ? ZvGePoint3d() : isInPlane(code) ? *point : plane.fromWorld(*point);

@@ -5,6 +5,7 @@
 #include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
+#include "entity_draw.h"
 #include "entity_geometry.h"
 #include "zvdbdatabase_p.h"
 
@@ -57,12 +58,6 @@ ZvDbObjectId entryOf(ZvDbObjectId dictionaryId, const ZvString &name)
     return dictionary ? dictionary->getIdAt(name) : ZvDbObjectId();
 }
 
-bool isRecord(ZvDbObjectId id, const ZvRxClass *wanted)
-{
-    const ZvRxClass *cls = id.objectClass();
-    return cls && cls->isDerivedFrom(wanted) && !id.isErased();
-}
-
 /// Sets one property of the entity and, if asked, of the attributes that it owns.
 template<class T>
 Zv::ErrorStatus change(ZvDbEntity &entity, T ZvDbEntityProperties::*member, const T &value, bool doSubents)
@@ -80,6 +75,12 @@ Zv::ErrorStatus change(ZvDbEntity &entity, T ZvDbEntityProperties::*member, cons
     }
     return status;
 }
+}
+
+bool zvdbMayReferTo(const ZvDbEntity &entity, ZvDbObjectId id, const ZvRxClass *cls)
+{
+    const ZvRxClass *actual = id.objectClass();
+    return actual && actual->isDerivedFrom(cls) && !id.isErased() && (!entity.database() || entity.database() == id.database());
 }
 
 ZvCmColor ZvDbEntity::color() const
@@ -113,7 +114,7 @@ Zv::ErrorStatus ZvDbEntity::setLayer(const ZvString &name, bool doSubents, bool 
 
 Zv::ErrorStatus ZvDbEntity::setLayer(ZvDbObjectId id, bool doSubents, bool allowHidden)
 {
-    if (!isRecord(id, ZvDbLayerTableRecord::desc()))
+    if (!zvdbMayReferTo(*this, id, ZvDbLayerTableRecord::desc()))
         return Zv::eInvalidInput;
     if (!allowHidden) {
         ZvDbObjectPointer<ZvDbLayerTableRecord> layer(id, ZvDb::kForRead);
@@ -158,7 +159,7 @@ Zv::ErrorStatus ZvDbEntity::setLinetype(const ZvString &name, bool doSubents)
 
 Zv::ErrorStatus ZvDbEntity::setLinetype(ZvDbObjectId id, bool doSubents)
 {
-    if (!isRecord(id, ZvDbLinetypeTableRecord::desc()))
+    if (!zvdbMayReferTo(*this, id, ZvDbLinetypeTableRecord::desc()))
         return Zv::eInvalidInput;
     // By layer is the null id: equal properties must be equal values.
     const bool isByLayer = id == id.database()->byLayerLinetype();

@@ -2,6 +2,7 @@
 #include "db/zvdbentities.h"
 
 #include "db/zvdbrecords.h"
+#include "db/zvdbstyles.h"
 #include "entity_draw.h"
 #include "entity_geometry.h"
 
@@ -49,7 +50,7 @@ ZvDbBlockReference::ZvDbBlockReference() = default;
 
 Zv::ErrorStatus ZvDbBlockReference::setBlockTableRecord(ZvDbObjectId id)
 {
-    if (!id.isNull() && !id.isValid())
+    if (!zvdbMayReferTo(*this, id, ZvDbBlockTableRecord::desc()))
         return Zv::eInvalidInput;
     return store(m_block, id);
 }
@@ -180,7 +181,7 @@ ZVRX_DEFINE_MEMBERS(ZvDbTable, ZvDbBlockReference)
 
 Zv::ErrorStatus ZvDbTable::setTableStyle(ZvDbObjectId id)
 {
-    if (!id.isNull() && !id.isValid())
+    if (!zvdbMayReferTo(*this, id, ZvDbTableStyle::desc()))
         return Zv::eInvalidInput;
     return store(m_tableStyle, id);
 }

@@ -80,8 +80,7 @@ ZvDbMLeader::ZvDbMLeader() = default;
 
 Zv::ErrorStatus ZvDbMLeader::setMLeaderStyle(ZvDbObjectId id)
 {
-    const ZvRxClass *cls = id.objectClass();
-    if (!cls || !cls->isDerivedFrom(ZvDbMLeaderStyle::desc()) || id.isErased())
+    if (!zvdbMayReferTo(*this, id, ZvDbMLeaderStyle::desc()))
         return Zv::eInvalidInput;
     return store(m_style, id);
 }

@@ -2,6 +2,7 @@
 #include "db/zvdbentities.h"
 
 #include "db/zvdbdatabase.h"
+#include "db/zvdbrecords.h"
 #include "entity_draw.h"
 #include "entity_geometry.h"
 
@@ -53,7 +54,7 @@ ZvDbObjectId ZvDbText::textStyle() const
 
 Zv::ErrorStatus ZvDbText::setTextStyle(ZvDbObjectId id)
 {
-    if (!id.isNull() && !id.isValid())
+    if (!zvdbMayReferTo(*this, id, ZvDbTextStyleTableRecord::desc()))
         return Zv::eInvalidInput;
     return store(m_style, id);
 }
@@ -195,6 +196,32 @@ Zv::ErrorStatus ZvDbMText::setTextHeight(double height)
     return store(m_height, height);
 }
 
+ZvGeVector3d ZvDbMText::direction() const
+{
+    ZvGiMText text;
+    describe(text);
+    return text.direction;
+}
+
+Zv::ErrorStatus ZvDbMText::setDirection(const ZvGeVector3d &direction)
+{
+    const double length = direction.length();
+    if (!(length > 0.0) || !isUsable(length))
+        return Zv::eInvalidInput;
+    if (!assertWriteEnabled())
+        return Zv::eNotOpenForWrite;
+    m_direction = direction / length;
+    m_rotation = Plane(m_normal).angleOf(m_direction); // both say the same, whichever a reader takes
+    return Zv::eOk;
+}
+
+Zv::ErrorStatus ZvDbMText::setAttachment(int attachment)
+{
+    if (attachment < 1 || attachment > 9)
+        return Zv::eInvalidInput;
+    return store(m_attachment, attachment);
+}
+
 ZvDbObjectId ZvDbMText::textStyle() const
 {
     return styleOr(m_style, *this);
@@ -202,7 +229,7 @@ ZvDbObjectId ZvDbMText::textStyle() const
 
 Zv::ErrorStatus ZvDbMText::setTextStyle(ZvDbObjectId id)
 {
-    if (!id.isNull() && !id.isValid())
+    if (!zvdbMayReferTo(*this, id, ZvDbTextStyleTableRecord::desc()))
         return Zv::eInvalidInput;
     return store(m_style, id);
 }

@@ -300,6 +300,11 @@ class ZV_EXPORT ZvDbMText : public ZvDbEntity
     double textHeight() const { return m_height; }
     Zv::ErrorStatus setTextHeight(double height);
     double width() const { return m_width; }
+    ZvGeVector3d direction() const;
+    Zv::ErrorStatus setDirection(const ZvGeVector3d &direction);
+    /// 1 top left, 2 top centre, 3 top right, 4 to 6 middle, 7 to 9 bottom.
+    int attachment() const { return m_attachment; }
+    Zv::ErrorStatus setAttachment(int attachment);
     ZvDbObjectId textStyle() const;
     Zv::ErrorStatus setTextStyle(ZvDbObjectId id);
     void describe(ZvGiMText &text) const;
@@ -421,7 +426,8 @@ private:
     ZvString m_text;
     const ZvGePoint3d *pointOf(int code) const;
     void setPointOf(int code, const ZvGePoint3d &point);
-    void drawPlain(ZvGiWorldDraw &draw) const;
+    void drawPlain(ZvGiWorldDraw &draw, const ZvGeVector3d &normal) const;
+    void makePicture();
 
     // By group code; 11, 12 and 16 in the coordinates of its plane, the others in the world's. 12 is by how much the
     // picture is moved against its block.

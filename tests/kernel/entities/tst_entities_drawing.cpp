@@ -350,6 +350,9 @@ TEST_F(DrawnEntities, stylesOfTextsAndDimensions)
     ZvDbObjectPointer<ZvDbText> opened(textId, ZvDb::kForWrite);
     EXPECT_EQ(opened->textStyle(), database->textstyle());
     EXPECT_EQ(opened->setTextStyle(database->textstyle()), Zv::eOk);
+    EXPECT_EQ(opened->setTextStyle(database->dimstyle()), Zv::eInvalidInput);
+    EXPECT_EQ(opened->setTextStyle(ZvDbObjectId()), Zv::eInvalidInput);
+    EXPECT_EQ(opened->setTextStyle(ZvDbDatabase::create()->textstyle()), Zv::eInvalidInput); // of another drawing
     ZvDbObjectPointer<ZvDbDimension> dimension(dimensionId, ZvDb::kForWrite);
     EXPECT_EQ(dimension->dimensionStyle(), database->dimstyle());
     EXPECT_EQ(dimension->setDimensionStyle(database->textstyle()), Zv::eInvalidInput);

@@ -456,6 +456,53 @@ TEST_F(FileEntities, aTurnedDimensionGetsAPictureOfItsOwn)
     expectBox(*entity, 0, 5, 8, 5);
 }
 
+TEST_F(FileEntities, aScaledDimensionShowsItsNewMeasure)
+{
+    read(dimension("2 *D1|"), kPicture);
+    setDecimals(2, 8);
+    ZvDbObjectPointer<ZvDbDimension> entity(ids[0], ZvDb::kForWrite);
+    const ZvDbObjectId before = entity->dimBlockId();
+    ASSERT_EQ(entity->transformBy(ZvGeMatrix3d::scaling(2)), Zv::eOk);
+    ASSERT_FALSE(entity->dimBlockId().isNull());
+    EXPECT_NE(entity->dimBlockId(), before);
+    ZvDbObjectPointer<ZvDbBlockTableRecord> block(entity->dimBlockId(), ZvDb::kForRead);
+    ZvDbBlockTableRecordIterator *iterator = nullptr;
+    ASSERT_EQ(block->newIterator(iterator), Zv::eOk);
+    std::vector<std::string> texts;
+    for (std::unique_ptr<ZvDbBlockTableRecordIterator> at(iterator); !at->done(); at->step()) {
+        ZvDbObjectPointer<ZvDbMText> text(at->entityId(), ZvDb::kForRead);
+        if (text) {
+            texts.push_back(utf8(text->contents()));
+            expectPoint(text->location(), 8, 12);
+            EXPECT_EQ(text->attachment(), 5);
+        }
+    }
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0], "16");
+}
+
+TEST_F(FileEntities, aRestyledDimensionIsDrawnAnew)
+{
+    read(dimension("2 *D1|"), kPicture);
+    setDecimals(3, 0);
+    ZvDbObjectId before;
+    database->beginUndoStep("DIMSTYLE");
+    {
+        ZvDbObjectPointer<ZvDbDimension> entity(ids[0], ZvDb::kForWrite);
+        before = entity->dimBlockId();
+        ASSERT_EQ(entity->setDimstyleData(database->dimstyle()), Zv::eOk);
+        EXPECT_NE(entity->dimBlockId(), before);
+        ASSERT_FALSE(entity->dimBlockId().isNull());
+        ZvDbObjectPointer<ZvDbBlockTableRecord> block(entity->dimBlockId(), ZvDb::kForRead);
+        EXPECT_TRUE(block->isAnonymous());
+        EXPECT_EQ(block->entityCount(), 6); // two extension lines, the dimension line, two arrow heads, the text
+    }
+    database->endUndoStep();
+    ASSERT_TRUE(database->undo());
+    ZvDbObjectPointer<ZvDbDimension> entity(ids[0], ZvDb::kForRead);
+    EXPECT_EQ(entity->dimBlockId(), before);
+}
+
 TEST_F(FileEntities, aDimensionWithoutABlockIsDrawnFromItsPoints)
 {
     read(dimension(""));
