@@ -3,7 +3,6 @@
 #include "db/zvdbrecords.h"
 #include "zvcommands_p.h"
 
-#include <memory>
 #include <string>
 
 namespace {
@@ -72,19 +71,14 @@ void copy()
     ZvGeVector3d shift;
     if (!selectForChange(ids) || !askDisplacement(shift))
         return;
-    ZvDbDatabase *database = zvcoreCurrentDatabase();
     const ZvGeMatrix3d matrix = ZvGeMatrix3d::translation(shift);
     int refused = 0;
     for (const ZvDbObjectId &id : ids) {
-        std::unique_ptr<ZvDbEntity> duplicate;
         ZvDbObjectId owner;
-        if (const ZvDbObjectPointer<ZvDbEntity> entity(id, ZvDb::kForRead); entity) {
-            duplicate.reset(static_cast<ZvDbEntity *>(entity->clone()));
+        if (const ZvDbObjectPointer<ZvDbEntity> entity(id, ZvDb::kForRead); entity)
             owner = entity->ownerId();
-        }
         ZvDbObjectId copied;
-        if (!duplicate || duplicate->transformBy(matrix) != Zv::eOk
-            || database->appendEntity(duplicate.release(), owner, copied, false) != Zv::eOk)
+        if (zvdbCopyEntity(id, owner, matrix, copied) != Zv::eOk)
             ++refused;
     }
     if (refused > 0)
