@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "look.h"
+#include "mainwindow.h"
+#include "programoptions.h"
+#include "startupsteps.h"
+#include "workbench.h"
+#include "workbenchhost.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QSettings>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace {
+
+void writeTo(FILE *stream, const QString &text)
+{
+    std::fputs(text.toUtf8().constData(), stream);
+}
+
+/// Runs without anybody watching leave no trace in the user's settings.
+std::unique_ptr<QSettings> settingsFor(const ProgramOptions &options)
+{
+    if (options.quit || QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return nullptr;
+    return std::make_unique<QSettings>(QStringLiteral("zeva"), QStringLiteral("zvworkbench"));
+}
+
+}
+
+int main(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const ProgramOptions options = ProgramOptions::parse(arguments);
+    // These need no display.
+    if (!options.error.isEmpty()) {
+        writeTo(stderr, QStringLiteral("zvworkbench: %1\n").arg(options.error));
+        return 1;
+    }
+    if (options.showHelp || options.showVersion) {
+        writeTo(stdout, options.showHelp ? ProgramOptions::helpText() : ProgramOptions::versionText());
+        return 0;
+    }
+
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zvworkbench"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
+    applyLook(application);
+
+    Workbench workbench(settingsFor(options));
+    MainWindow &window = workbench.window();
+    window.host()->setInteractive(!options.quit);
+    window.show();
+
+    StartupSteps steps(window, options);
+    QTimer::singleShot(0, &window, [&] {
+        steps.run();
+        if (!steps.error().isEmpty())
+            writeTo(stderr, QStringLiteral("zvworkbench: %1\n").arg(steps.error()));
+        if (options.quit)
+            QCoreApplication::quit();
+    });
+    const int status = QApplication::exec();
+    return steps.error().isEmpty() ? status : 1;
+}

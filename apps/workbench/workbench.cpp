@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "workbench.h"
+
+#include "core/zvsystem.h"
+#include "mainwindow.h"
+#include "utils/zventityimage.h"
+#include "viewcolors.h"
+#include "zvqtentrypoint.h"
+
+#include <QSettings>
+
+Workbench::Workbench() : Workbench(nullptr) { }
+
+Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move(settings))
+{
+    CHcSystem::start();
+    zvrxEntryPoint(kZvRxLoadModule);
+    zvsiutSetDisplayBackground(ViewColors::packed(ViewColors::kModelGround) & 0x00FFFFFFu);
+    m_window = std::make_unique<MainWindow>(m_settings.get());
+}
+
+Workbench::~Workbench()
+{
+    ZvApDocManager *documents = zvDocManagerPtr();
+    while (documents->documentCount() > 0)
+        documents->closeDocument(documents->documentAt(0));
+    m_window.reset();
+    zvrxEntryPoint(kZvRxUnloadModule);
+    CHcSystem::stop();
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#ifndef WORKBENCH_H
+#define WORKBENCH_H
+
+#include <memory>
+
+class MainWindow;
+class QSettings;
+
+/// The running program: starts the kernel's core, loads the library through its module entry and makes the window, and
+/// takes it all back in reverse.
+class Workbench
+{
+public:
+    /// Nothing is remembered.
+    Workbench();
+    /// \a settings may be null.
+    explicit Workbench(std::unique_ptr<QSettings> settings);
+    /// Closes open drawings without asking.
+    ~Workbench();
+    Workbench(const Workbench &) = delete;
+    Workbench &operator=(const Workbench &) = delete;
+
+    MainWindow &window() { return *m_window; }
+
+private:
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+#endif
