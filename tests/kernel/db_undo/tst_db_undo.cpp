@@ -117,6 +117,30 @@ TEST_F(Undo, anAbortedFramePutsBackWhatWasWrittenInIt)
     EXPECT_FALSE(hasLayer(db, L"Doors"));
 }
 
+TEST_F(Undo, whatIsWrittenAfterAnAbortedFrameIsUndoneToo)
+{
+    db.beginUndoStep(L"STEP");
+    db.beginFrame();
+    paint(layer, 2);
+    db.abortFrame();
+    paint(layer, 3);
+    db.endUndoStep();
+    db.undo();
+    EXPECT_EQ(color(), 7);
+}
+
+TEST_F(Undo, aFrameInsideAFramePutsNothingAheadOfItsBeginning)
+{
+    // The inner frame keeps the state for the outer one as well.
+    db.beginFrame();
+    db.beginFrame();
+    paint(layer, 2);
+    db.endFrame();
+    paint(layer, 3);
+    db.abortFrame();
+    EXPECT_EQ(color(), 7);
+}
+
 TEST_F(Undo, framesNest)
 {
     db.beginFrame();
@@ -404,6 +428,8 @@ public:
             } else {
                 m_database.endFrame();
             }
+            for (int i = pick(3); i > 0; --i)
+                action();
         }
         if (named)
             m_database.endUndoStep();
