@@ -229,7 +229,7 @@ void ZvDbDatabasePrivate::touch(std::uint32_t index)
 template<class F>
 void ZvDbDatabasePrivate::deliver(F call)
 {
-    if (m_reactors.empty())
+    if (m_reactors.empty() || undo.suspended > 0)
         return;
     struct Delivery
     {

@@ -132,7 +132,8 @@ public:
     /// Gives every setting that names an object one that is there: the standard entries, the first layout.
     void settleSettings();
     /// Between the variables that a drawing keeps in its dictionary of variables and that dictionary: to be called after
-    /// a file was read, and before one is written. Writing changes only what differs.
+    /// a file was read, and before one is written. Writing changes only what differs; it raises no notice and enters no
+    /// undo.
     void readDictionaryVariables();
     void writeDictionaryVariables();
     /// Whether the file that was read had the variable, or it was set since: variables that are neither are not added

@@ -97,7 +97,7 @@ public:
     bool redo();
     void clear();
 
-    /// While not zero, nothing goes on record: reading a file, making a new drawing.
+    /// While not zero, nothing goes on record and nobody is told: the drawing puts itself in order for a file.
     int suspended = 0;
 
 private:

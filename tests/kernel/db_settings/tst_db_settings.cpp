@@ -4,6 +4,7 @@
 #include "base/zvregistry.h"
 #include "db/zvdbhostservice.h"
 
+#include <cstdio>
 #include <set>
 
 using namespace db_testing;
@@ -259,6 +260,33 @@ TEST_F(Settings, valuesOfAWrongKindAreRefused)
     point.resval.rpoint[0] = 4.0;
     EXPECT_EQ(db.setVariable(L"INSBASE", point), Zv::eOk);
     EXPECT_EQ(db.setVariable(L"LTSCALE", point), Zv::eInvalidInput);
+}
+
+TEST_F(Settings, theStylesThatDrawingsKeepInADictionaryAreSavedByName)
+{
+    ZvDbObjectId notes;
+    edit<ZvDbDictionary>(db.mleaderStyleDictionaryId(), [&](ZvDbDictionary &dictionary) {
+        ZvDbMLeaderStyle *style = new ZvDbMLeaderStyle;
+        dictionary.setAt(L"Notes", style, notes);
+        style->close();
+    });
+    db.setMleaderstyle(notes);
+    edit<ZvDbMLeaderStyle>(notes, [](ZvDbMLeaderStyle &style) { style.setName(L"Remarks"); });
+    listener.take();
+    const ZvString undoName = db.undoName();
+
+    const std::string path = testing::TempDir() + "db_settings_styles.dxf";
+    ZvDbFileReport report;
+    ASSERT_EQ(db.saveAs(path.c_str(), report), Zv::eOk) << report.message.toStdString();
+    EXPECT_TRUE(listener.take().empty()) << "saving changes nothing that anybody sees";
+    EXPECT_EQ(db.undoName(), undoName);
+    const ZvDbDatabasePtr read = ZvDbDatabase::create();
+    ASSERT_EQ(read->readFile(path.c_str(), report), Zv::eOk) << report.message.toStdString();
+    std::remove(path.c_str());
+    ZvDbObjectPointer<ZvDbMLeaderStyle> style(read->mleaderstyle(), ZvDb::kForRead);
+    ASSERT_TRUE(bool(style));
+    EXPECT_EQ(style->name(), L"Remarks");
+    EXPECT_TRUE(read->tablestyle().isValid());
 }
 
 // ---- the host service
