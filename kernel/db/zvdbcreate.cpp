@@ -28,15 +28,15 @@ private:
     void makeTables()
     {
         ZvDbSymbolTable *const made[kTableCount] = {
-            new ZvDbViewportTable, new ZvDbLinetypeTable, new ZvDbLayerTable,    new ZvDbTextStyleTable, new ZvDbViewTable,
-            new ZvDbUCSTable,      new ZvDbRegAppTable,   new ZvDbDimStyleTable, new ZvDbBlockTable,
+            new ZvDbViewportTable,  new ZvDbLinetypeTable, new ZvDbLayerTable,
+            new ZvDbTextStyleTable, new ZvDbViewTable,     new ZvDbUCSTable,
+            new ZvDbRegAppTable,    new ZvDbDimStyleTable, new ZvDbBlockTable,
         };
         for (int i = 0; i < kTableCount; ++i)
             d.tables[i] = d.adopt(made[i], 0);
     }
 
-    template<class T>
-    T *addRecord(ZvDbTableKind kind, T *record, const wchar_t *name)
+    template <class T> T *addRecord(ZvDbTableKind kind, T *record, const wchar_t *name)
     {
         ZvDbObjectAccess::setName(*record, name);
         const std::uint32_t index = d.adopt(record, d.tables[kind]);

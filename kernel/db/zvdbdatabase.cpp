@@ -95,7 +95,8 @@ Zv::ErrorStatus ZvDbDatabase::addObject(ZvDbObject *object, ZvDbObjectId &id, Zv
     return Zv::eOk;
 }
 
-Zv::ErrorStatus ZvDbDatabase::appendEntity(ZvDbEntity *entity, ZvDbObjectId block, ZvDbObjectId &id, bool currentSettings)
+Zv::ErrorStatus ZvDbDatabase::appendEntity(ZvDbEntity *entity, ZvDbObjectId block, ZvDbObjectId &id,
+                                           bool currentSettings)
 {
     id = ZvDbObjectId();
     if (!d->isUsable(block, ZvDbBlockTableRecord::desc()))

@@ -70,7 +70,8 @@ bool ZvDbDatabasePrivate::isIndispensable(std::uint32_t index) const
 
 // ---- objects
 
-std::uint32_t ZvDbDatabasePrivate::addStub(std::uint16_t cls, std::uint64_t handle, std::uint32_t owner, std::uint32_t record)
+std::uint32_t ZvDbDatabasePrivate::addStub(std::uint16_t cls, std::uint64_t handle, std::uint32_t owner,
+                                           std::uint32_t record)
 {
     if (handle == 0 || handles.find(handle) != 0) {
         while (handles.find(m_handleSeed) != 0)
@@ -226,8 +227,7 @@ void ZvDbDatabasePrivate::touch(std::uint32_t index)
 
 /// Calls every reactor. They may be added and removed meanwhile: those added are not called for this notice any more,
 /// those removed are never called again.
-template<class F>
-void ZvDbDatabasePrivate::deliver(F call)
+template <class F> void ZvDbDatabasePrivate::deliver(F call)
 {
     if (m_reactors.empty() || undo.suspended > 0)
         return;
@@ -310,7 +310,8 @@ const std::vector<std::uint32_t> &ZvDbDatabasePrivate::blockReferences(std::uint
                 continue;
             const ZvDbObject *object = objectAt(index);
             if (object)
-                m_blockReferences[static_cast<const ZvDbBlockReference *>(object)->blockTableRecord().index()].push_back(index);
+                m_blockReferences[static_cast<const ZvDbBlockReference *>(object)->blockTableRecord().index()]
+                    .push_back(index);
         }
         m_blockReferencesValid = true;
     }

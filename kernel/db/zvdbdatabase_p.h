@@ -100,7 +100,10 @@ public:
     void forgetOpenObjects();
 
     // ---- shared properties
-    const ZvDbEntityProperties &propertiesOf(std::uint32_t index) const { return propertiesTable.at(propertyNumbers[index]); }
+    const ZvDbEntityProperties &propertiesOf(std::uint32_t index) const
+    {
+        return propertiesTable.at(propertyNumbers[index]);
+    }
     void setProperties(std::uint32_t index, const ZvDbEntityProperties &value)
     {
         propertyNumbers[index] = propertiesTable.intern(value);
@@ -131,9 +134,9 @@ public:
     void setDefaultVariables(bool metric);
     /// Gives every setting that names an object one that is there: the standard entries, the first layout.
     void settleSettings();
-    /// Between the variables that a drawing keeps in its dictionary of variables and that dictionary: to be called after
-    /// a file was read, and before one is written. Writing changes only what differs; it raises no notice and enters no
-    /// undo.
+    /// Between the variables that a drawing keeps in its dictionary of variables and that dictionary: to be called
+    /// after a file was read, and before one is written. Writing changes only what differs; it raises no notice and
+    /// enters no undo.
     void readDictionaryVariables();
     void writeDictionaryVariables();
     /// Whether the file that was read had the variable, or it was set since: variables that are neither are not added
@@ -144,7 +147,8 @@ public:
     std::uint32_t tables[kTableCount] = {};
     std::uint32_t rootDictionary = 0;
     ZvDbObjectId tableId(ZvDbTableKind kind) const { return idAt(tables[kind]); }
-    /// Record of a table by the table's name in a file ("LAYER", "LTYPE", ...) and its own; the null id where there is none.
+    /// Record of a table by the table's name in a file ("LAYER", "LTYPE", ...) and its own; the null id where there is
+    /// none.
     ZvDbObjectId recordId(std::string_view table, const ZvString &name) const;
     ZvDbSymbolTable *table(ZvDbTableKind kind) const;
     /// Files name in a table of their own every application that keeps extended data. What is registered stays, and is
@@ -202,8 +206,7 @@ public:
     std::uint32_t modelSpace = 0;
 
 private:
-    template<class F>
-    void deliver(F call);
+    template <class F> void deliver(F call);
 
     std::vector<ZvDbDatabaseReactor *> m_reactors; // null: removed during a delivery
     int m_delivering = 0;
@@ -271,8 +274,8 @@ const ZvDbEntityProperties &zvdbProperties(const ZvDbEntity &entity);
 /// What every setter of a shared property ends with: checks that the entity may be written, enters the undo record.
 /// Equal properties change nothing. eNotOpenForWrite.
 Zv::ErrorStatus zvdbSetProperties(ZvDbEntity &entity, const ZvDbEntityProperties &properties);
-/// Reads or writes the shared properties of an entity's record; stands beside ZvDbEntity. The record's "AcDbEntity" part
-/// is at hand when it is called.
+/// Reads or writes the shared properties of an entity's record; stands beside ZvDbEntity. The record's "AcDbEntity"
+/// part is at hand when it is called.
 void zvdbPropertyFields(ZvDbFiler &filer, ZvDbEntityProperties &properties);
 
 #endif

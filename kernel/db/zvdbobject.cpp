@@ -47,7 +47,8 @@ void finishWrite(ZvDbDatabasePrivate &d, std::uint32_t index, std::uint16_t flag
 /// Ends the writing of an object and returns what it was flagged with.
 std::uint16_t leaveWriting(ZvDbStub &stub)
 {
-    const std::uint16_t writing = ZvDbStub::kOpenForWrite | ZvDbStub::kModified | ZvDbStub::kNew | ZvDbStub::kEraseChanged;
+    const std::uint16_t writing
+        = ZvDbStub::kOpenForWrite | ZvDbStub::kModified | ZvDbStub::kNew | ZvDbStub::kEraseChanged;
     const std::uint16_t flags = stub.flags;
     stub.flags = std::uint16_t(flags & ~writing);
     return flags;

@@ -33,8 +33,7 @@ bool isSame(const ZvGePoint2d &a, const ZvGePoint2d &b)
     return a.x == b.x && a.y == b.y;
 }
 
-template<class T>
-bool isSame(const T &a, const T &b)
+template <class T> bool isSame(const T &a, const T &b)
 {
     return a == b;
 }
@@ -42,10 +41,10 @@ bool isSame(const T &a, const T &b)
 } // namespace
 
 /// What all plain setters do: a value that is there already changes nothing and leaves no trace.
-#define ZVDB_SET(member, value)                         \
-    do {                                                \
-        if (!isSame(member, value) && assertWriteEnabled()) \
-            member = value;                             \
+#define ZVDB_SET(member, value)                                                                                        \
+    do {                                                                                                               \
+        if (!isSame(member, value) && assertWriteEnabled())                                                            \
+            member = value;                                                                                            \
     } while (false)
 
 // ---- ZvDbLayerTableRecord

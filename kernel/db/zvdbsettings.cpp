@@ -287,7 +287,8 @@ void ZvDbDatabasePrivate::settleSettings()
         if (!id.isNull() || !row[1])
             continue;
         const ZvDbObjectId names = dictionaryId(zvdbVariable(row[0]).text, false);
-        const ZvDbDictionary *dictionary = names.isNull() ? nullptr : static_cast<ZvDbDictionary *>(objectAt(names.index()));
+        const ZvDbDictionary *dictionary
+            = names.isNull() ? nullptr : static_cast<ZvDbDictionary *>(objectAt(names.index()));
         if (dictionary) {
             const std::unique_ptr<ZvDbDictionaryIterator> first(dictionary->newIterator());
             id = first->objectId();

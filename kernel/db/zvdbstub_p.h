@@ -109,12 +109,13 @@ private:
     union Chunk {
         Head head;
         ZvDbStub stubs[kChunkSize]; // the first one is the head
-        Chunk() { }
+        Chunk() { } // NOLINT(modernize-use-equals-default): that would be deleted, the blocks are made one by one
     };
     static constexpr std::size_t kChunkBytes = sizeof(ZvDbStub) * kChunkSize;
     static const Chunk *chunkOf(const ZvDbStub *stub)
     {
-        return reinterpret_cast<const Chunk *>(reinterpret_cast<std::uintptr_t>(stub) & ~std::uintptr_t(kChunkBytes - 1));
+        return reinterpret_cast<const Chunk *>(reinterpret_cast<std::uintptr_t>(stub)
+                                               & ~std::uintptr_t(kChunkBytes - 1));
     }
 
     ZvDbDatabasePrivate *m_database;
@@ -167,8 +168,7 @@ struct ZvDbClass
     bool isSymbolTable = false;
     bool isBlockReference = false;
 
-    template<class T>
-    static ZvDbClass of(const char *fileName);
+    template <class T> static ZvDbClass of(const char *fileName);
 };
 
 /// All classes. A number holds for the life of the process.
@@ -194,8 +194,7 @@ private:
 void zvdbListEntityClasses(std::deque<ZvDbClass> &classes);
 void zvdbListObjectClasses(std::deque<ZvDbClass> &classes);
 
-template<class T>
-ZvDbClass ZvDbClass::of(const char *fileName)
+template <class T> ZvDbClass ZvDbClass::of(const char *fileName)
 {
     ZvDbClass cls;
     cls.descriptor = T::desc();

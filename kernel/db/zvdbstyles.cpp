@@ -145,10 +145,10 @@ void zvdbListObjectClasses(std::deque<ZvDbClass> &classes)
 {
     classes.push_back(ZvDbClass::of<ZvDbProxyObject>(nullptr)); // number 0: what the table does not know
     ZvDbClass tables[] = {
-        ZvDbClass::of<ZvDbViewportTable>(nullptr),  ZvDbClass::of<ZvDbLinetypeTable>(nullptr),
-        ZvDbClass::of<ZvDbLayerTable>(nullptr),     ZvDbClass::of<ZvDbTextStyleTable>(nullptr),
-        ZvDbClass::of<ZvDbViewTable>(nullptr),      ZvDbClass::of<ZvDbUCSTable>(nullptr),
-        ZvDbClass::of<ZvDbRegAppTable>(nullptr),    ZvDbClass::of<ZvDbDimStyleTable>(nullptr),
+        ZvDbClass::of<ZvDbViewportTable>(nullptr), ZvDbClass::of<ZvDbLinetypeTable>(nullptr),
+        ZvDbClass::of<ZvDbLayerTable>(nullptr),    ZvDbClass::of<ZvDbTextStyleTable>(nullptr),
+        ZvDbClass::of<ZvDbViewTable>(nullptr),     ZvDbClass::of<ZvDbUCSTable>(nullptr),
+        ZvDbClass::of<ZvDbRegAppTable>(nullptr),   ZvDbClass::of<ZvDbDimStyleTable>(nullptr),
         ZvDbClass::of<ZvDbBlockTable>(nullptr),
     };
     for (ZvDbClass &table : tables) {

@@ -246,7 +246,8 @@ Zv::ErrorStatus ZvDbSymbolTable::getAt(const ZvString &name, ZvDbObjectId &id, b
     return id.isNull() ? Zv::eKeyNotFound : Zv::eOk;
 }
 
-Zv::ErrorStatus ZvDbSymbolTable::newIterator(ZvDbSymbolTableIterator *&iterator, bool atBeginning, bool skipErased) const
+Zv::ErrorStatus ZvDbSymbolTable::newIterator(ZvDbSymbolTableIterator *&iterator, bool atBeginning,
+                                             bool skipErased) const
 {
     iterator = new ZvDbSymbolTableIterator;
     iterator->m_skipErased = skipErased;

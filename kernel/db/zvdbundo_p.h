@@ -54,8 +54,8 @@ struct ZvDbVariablePayload : ZvDbChange::Payload
 struct ZvDbUcs
 {
     ZvGePoint3d origin;
-    ZvGeVector3d x {1, 0, 0};
-    ZvGeVector3d y {0, 1, 0};
+    ZvGeVector3d x{1, 0, 0};
+    ZvGeVector3d y{0, 1, 0};
     ZvDbObjectId name;
     int orthographic = 0;
 };

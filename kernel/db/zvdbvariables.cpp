@@ -188,7 +188,8 @@ Zv::ErrorStatus ZvDbDatabase::getVariable(const ZvString &name, ZvResBuf &value)
         return Zv::eOk;
     }
     // Callers ask for the orthographic numbers as 32-bit integers, although files have 16 bits for them.
-    const bool isLong = variable.type == ZvDbVariable::kLong || number == n.ucsorthoview[0] || number == n.ucsorthoview[1];
+    const bool isLong
+        = variable.type == ZvDbVariable::kLong || number == n.ucsorthoview[0] || number == n.ucsorthoview[1];
     switch (variable.type) {
     case ZvDbVariable::kShort:
     case ZvDbVariable::kLong:
@@ -377,7 +378,7 @@ void ZvDbDatabasePrivate::writeDictionaryVariables()
                 : kept->value() == text;
             if (!same)
                 kept->setValue(text);
-        } else if (ZvDbObjectPointer<ZvDbDictionary> writer {id, ZvDb::kForWrite}) {
+        } else if (ZvDbObjectPointer<ZvDbDictionary> writer{id, ZvDb::kForWrite}) {
             ZvDbDictionaryVar *added = new ZvDbDictionaryVar;
             added->setValue(text);
             ZvDbObjectId ignored;

@@ -58,7 +58,8 @@ struct ZvDbVariableValue
 struct ZvDbVariableNumbers
 {
     int cecolor, celtype, celweight, clayer, cmaterial, textstyle, dimstyle, cmleaderstyle, ctablestyle, cannoscale;
-    int celtscale, ltscale, lwdisplay, pstylemode, cpsntype, cpsnid, tilemode, ctab, cplotstyle, cvport, handseed, insunits, measurement;
+    int celtscale, ltscale, lwdisplay, pstylemode, cpsntype, cpsnid, tilemode, ctab, cplotstyle, cvport, handseed,
+        insunits, measurement;
     /// Of model space and of paper space.
     int ucsname[2], ucsorg[2], ucsxdir[2], ucsydir[2], ucsorthoview[2];
     int limmin[2], limmax[2], extmin[2], extmax[2];

@@ -68,7 +68,7 @@ protected:
     ZvDbObject();
     /// The object keeps its identity: which database it belongs to and its place in it. Derived classes copy their own
     /// data; only clone() and copyFrom() use it.
-    ZvDbObject &operator=(const ZvDbObject &) { return *this; }
+    ZvDbObject &operator=(const ZvDbObject &) { return *this; } // NOLINT(bugprone-unhandled-self-assignment)
     /// To be called by every setter before its first change: true when the change may go on. It notes the undo state.
     bool assertWriteEnabled();
 

@@ -46,24 +46,24 @@ class Creation : public DatabaseTest
 
 TEST_F(Creation, theTablesHoldWhatEveryDrawingHas)
 {
-    EXPECT_EQ(recordNames(db.layerTableId()), Names {"0"});
-    EXPECT_EQ(recordNames(db.linetypeTableId()), (Names {"ByBlock", "ByLayer", "Continuous"}));
-    EXPECT_EQ(recordNames(db.textStyleTableId()), (Names {"Standard", "Annotative"}));
-    EXPECT_EQ(recordNames(db.dimStyleTableId()), (Names {"Standard", "ISO-25"}));
-    EXPECT_EQ(recordNames(db.blockTableId()), (Names {"*Model_Space", "*Paper_Space"}));
-    EXPECT_EQ(recordNames(db.viewportTableId()), Names {"*Active"});
-    EXPECT_EQ(recordNames(db.regAppTableId()), (Names {"ACAD", "AcadAnnotative"}));
+    EXPECT_EQ(recordNames(db.layerTableId()), Names{"0"});
+    EXPECT_EQ(recordNames(db.linetypeTableId()), (Names{"ByBlock", "ByLayer", "Continuous"}));
+    EXPECT_EQ(recordNames(db.textStyleTableId()), (Names{"Standard", "Annotative"}));
+    EXPECT_EQ(recordNames(db.dimStyleTableId()), (Names{"Standard", "ISO-25"}));
+    EXPECT_EQ(recordNames(db.blockTableId()), (Names{"*Model_Space", "*Paper_Space"}));
+    EXPECT_EQ(recordNames(db.viewportTableId()), Names{"*Active"});
+    EXPECT_EQ(recordNames(db.regAppTableId()), (Names{"ACAD", "AcadAnnotative"}));
     EXPECT_TRUE(recordNames(db.UCSTableId()).empty());
     EXPECT_TRUE(recordNames(db.viewTableId()).empty());
 }
 
 TEST_F(Creation, theDictionariesHoldWhatEveryDrawingHas)
 {
-    EXPECT_EQ(entryNames(db.materialDictionaryId()), (Names {"ByBlock", "ByLayer", "Global"}));
-    EXPECT_EQ(entryNames(db.plotStyleDictionaryId()), Names {"Normal"});
-    EXPECT_EQ(entryNames(db.mleaderStyleDictionaryId()), Names {"Standard"});
-    EXPECT_EQ(entryNames(db.tableStyleDictionaryId()), Names {"Standard"});
-    EXPECT_EQ(entryNames(db.layoutDictionaryId()), (Names {"Model", "Layout1"}));
+    EXPECT_EQ(entryNames(db.materialDictionaryId()), (Names{"ByBlock", "ByLayer", "Global"}));
+    EXPECT_EQ(entryNames(db.plotStyleDictionaryId()), Names{"Normal"});
+    EXPECT_EQ(entryNames(db.mleaderStyleDictionaryId()), Names{"Standard"});
+    EXPECT_EQ(entryNames(db.tableStyleDictionaryId()), Names{"Standard"});
+    EXPECT_EQ(entryNames(db.layoutDictionaryId()), (Names{"Model", "Layout1"}));
     EXPECT_TRUE(entryNames(db.groupDictionaryId()).empty());
     EXPECT_FALSE(db.groupDictionaryId().isNull());
     ZvDbObjectPointer<ZvDbDictionary> plotStyles(db.plotStyleDictionaryId(), ZvDb::kForRead);
@@ -110,7 +110,7 @@ TEST_F(Creation, metricAndImperial)
     EXPECT_EQ(number(db, L"MEASUREMENT"), 1);
     EXPECT_EQ(number(*imperial, L"MEASUREMENT"), 0);
     EXPECT_EQ(number(db, L"DIMTXT"), 2.5);
-    EXPECT_EQ(recordNames(imperial->dimStyleTableId()), Names {"Standard"});
+    EXPECT_EQ(recordNames(imperial->dimStyleTableId()), Names{"Standard"});
     ZvDbObjectPointer<ZvDbDimStyleTableRecord> iso(db.dimstyle(), ZvDb::kForRead);
     EXPECT_EQ(iso->name(), L"ISO-25");
     EXPECT_EQ(iso->real("DIMASZ"), 2.5);

@@ -44,7 +44,7 @@ TEST_F(Dictionaries, entriesStandInTheirOrder)
 {
     addMaterial(L"Steel");
     addMaterial(L"Brass");
-    EXPECT_EQ(names(materials), (std::vector<std::string> {"ByBlock", "ByLayer", "Global", "Steel", "Brass"}));
+    EXPECT_EQ(names(materials), (std::vector<std::string>{"ByBlock", "ByLayer", "Global", "Steel", "Brass"}));
     ZvDbObjectPointer<ZvDbDictionary> dictionary(materials, ZvDb::kForRead);
     EXPECT_EQ(dictionary->numEntries(), 5);
 }

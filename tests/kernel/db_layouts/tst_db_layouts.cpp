@@ -23,8 +23,8 @@ protected:
     }
 
     Listener listener;
-    const ZvGeVector3d x {1, 0, 0};
-    const ZvGeVector3d y {0, 1, 0};
+    const ZvGeVector3d x{1, 0, 0};
+    const ZvGeVector3d y{0, 1, 0};
 };
 
 ZvDbHostService &service()
@@ -50,7 +50,7 @@ TEST_F(Layouts, modelSpaceComesFirst)
 TEST_F(Layouts, switchingByName)
 {
     EXPECT_EQ(db.setCurrentLayout(L"layout1"), Zv::eOk);
-    EXPECT_EQ(listener.take(), (Events {"variable TILEMODE", "variable CTAB", "variable CVPORT"}));
+    EXPECT_EQ(listener.take(), (Events{"variable TILEMODE", "variable CTAB", "variable CVPORT"}));
     EXPECT_FALSE(db.tilemode());
     EXPECT_EQ(db.currentLayoutName(), L"Layout1");
     EXPECT_EQ(db.currentSpaceId(), db.paperSpaceId());
@@ -101,7 +101,7 @@ TEST_F(Layouts, theTwoIdsOfALayoutAreEqualOnThePaper)
     EXPECT_EQ(db.currentViewportId(), overall);
 
     EXPECT_EQ(db.setCurrentViewport(window), Zv::eOk);
-    EXPECT_EQ(listener.take(), Events {"variable CVPORT"});
+    EXPECT_EQ(listener.take(), Events{"variable CVPORT"});
     service().layoutIds(layout.get(), active, overall);
     EXPECT_EQ(active, window);
     EXPECT_NE(active, overall);
@@ -134,7 +134,7 @@ TEST_F(Layouts, anErasedViewportIsWorkedInNoMore)
 TEST_F(Layouts, aUcsOfModelSpace)
 {
     EXPECT_EQ(db.setUcs(ZvGePoint3d(1, 2, 3), y, -x, ZvDbObjectId(), 0), Zv::eOk);
-    EXPECT_EQ(listener.take(), Events {"variable UCS"});
+    EXPECT_EQ(listener.take(), Events{"variable UCS"});
     EXPECT_TRUE(db.ucsorg().isEqualTo(ZvGePoint3d(1, 2, 3)));
     EXPECT_TRUE(db.ucsxdir().isEqualTo(y));
     EXPECT_TRUE(db.ucsydir().isEqualTo(-x));
@@ -157,7 +157,7 @@ TEST_F(Layouts, orthographicAndNamedSystems)
     });
     listener.take();
     EXPECT_EQ(db.setUcs(ZvGePoint3d(), x, ZvGeVector3d(0, 0, 1), named, 3), Zv::eOk);
-    EXPECT_EQ(listener.take(), (Events {"variable UCSNAME", "variable UCSORTHOVIEW", "variable UCS"}));
+    EXPECT_EQ(listener.take(), (Events{"variable UCSNAME", "variable UCSORTHOVIEW", "variable UCS"}));
     EXPECT_EQ(db.ucsname(), named);
     ZvResBuf *number = service().readVariable(L"UCSORTHOVIEW", &db);
     ASSERT_NE(number, nullptr);
@@ -193,7 +193,7 @@ TEST_F(Layouts, paperSpaceHasItsOwnSystemAndHistory)
     EXPECT_FALSE(db.hasPreviousUcs());
     listener.take();
     db.setUcs(ZvGePoint3d(5, 0), x, y, ZvDbObjectId(), 1);
-    EXPECT_EQ(listener.take(), (Events {"variable PUCSORTHOVIEW", "variable PUCS"}));
+    EXPECT_EQ(listener.take(), (Events{"variable PUCSORTHOVIEW", "variable PUCS"}));
     EXPECT_EQ(db.pucsorg().x, 5.0);
     EXPECT_EQ(db.ucsorg().x, 1.0);
     EXPECT_TRUE(db.hasPreviousUcs());

@@ -34,9 +34,10 @@ TEST_F(Notices, appendedAtTheFirstClose)
     record->setColor(index(1));
     EXPECT_TRUE(listener.events.empty());
     record->close();
-    EXPECT_EQ(listener.take(), Events {"appended LAYER Doors"}) << "what is set before the first close is no modification";
+    EXPECT_EQ(listener.take(), Events{"appended LAYER Doors"})
+        << "what is set before the first close is no modification";
     table.close();
-    EXPECT_EQ(listener.take(), Events {"modified TABLE LAYER"});
+    EXPECT_EQ(listener.take(), Events{"modified TABLE LAYER"});
 }
 
 TEST_F(Notices, modifiedOnceAClose)
@@ -46,7 +47,7 @@ TEST_F(Notices, modifiedOnceAClose)
         record.setIsOff(true);
         record.setIsLocked(true);
     });
-    EXPECT_EQ(listener.take(), Events {"modified LAYER Walls"});
+    EXPECT_EQ(listener.take(), Events{"modified LAYER Walls"});
 }
 
 TEST_F(Notices, nothingForAWriteThatChangedNothing)
@@ -73,9 +74,9 @@ TEST_F(Notices, theObjectIsReadableInItsNotice)
 TEST_F(Notices, erasedAndUnerased)
 {
     erase(layer);
-    EXPECT_EQ(listener.take(), Events {"erased LAYER Walls"});
+    EXPECT_EQ(listener.take(), Events{"erased LAYER Walls"});
     erase(layer, false);
-    EXPECT_EQ(listener.take(), Events {"unerased LAYER Walls"});
+    EXPECT_EQ(listener.take(), Events{"unerased LAYER Walls"});
     edit<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) {
         record.erase();
         record.erase(false);
@@ -94,17 +95,17 @@ TEST_F(Notices, undoAndRedoTellWhatTheyChange)
     listener.take();
 
     db.undo();
-    EXPECT_EQ(listener.take(), (Events {"erased LINE", "modified LAYER Walls", "variable CECOLOR"}));
+    EXPECT_EQ(listener.take(), (Events{"erased LINE", "modified LAYER Walls", "variable CECOLOR"}));
     EXPECT_TRUE(line.isErased());
     db.redo();
-    EXPECT_EQ(listener.take(), (Events {"modified LAYER Walls", "appended LINE", "variable CECOLOR"}));
+    EXPECT_EQ(listener.take(), (Events{"modified LAYER Walls", "appended LINE", "variable CECOLOR"}));
 
     erase(line);
     listener.take();
     db.undo();
-    EXPECT_EQ(listener.take(), Events {"unerased LINE"});
+    EXPECT_EQ(listener.take(), Events{"unerased LINE"});
     db.redo();
-    EXPECT_EQ(listener.take(), Events {"erased LINE"});
+    EXPECT_EQ(listener.take(), Events{"erased LINE"});
 }
 
 TEST_F(Notices, anAbortedFrameTellsWhatGoesBack)
@@ -113,7 +114,7 @@ TEST_F(Notices, anAbortedFrameTellsWhatGoesBack)
     paint(layer, 2);
     listener.take();
     db.abortFrame();
-    EXPECT_EQ(listener.take(), Events {"modified LAYER Walls"});
+    EXPECT_EQ(listener.take(), Events{"modified LAYER Walls"});
 }
 
 TEST_F(Notices, addingTwiceKeepsOneAndRemovingAnAbsentOneIsNothing)
@@ -166,7 +167,7 @@ TEST_F(Notices, aReceiverMayWriteInItsNotice)
     };
     paint(layer, 1);
     // "last" hears of the inner changes first, and of the outer one with isModified() still true, as it expects itself.
-    EXPECT_EQ(last.take(), (Events {"modified LAYER Doors", "modified LAYER Walls", "modified LAYER Walls"}));
+    EXPECT_EQ(last.take(), (Events{"modified LAYER Doors", "modified LAYER Walls", "modified LAYER Walls"}));
     EXPECT_EQ(colorOf(layer), index(6));
     db.removeReactor(&last);
 }
@@ -178,14 +179,14 @@ TEST_F(Notices, theLastReferenceMayGoDuringADelivery)
             database = ZvDbDatabasePtr();
     };
     paint(layer, 1);
-    EXPECT_EQ(listener.take(), (Events {"modified LAYER Walls", "dying"}));
+    EXPECT_EQ(listener.take(), (Events{"modified LAYER Walls", "dying"}));
     EXPECT_FALSE(layer.isValid());
 }
 
 TEST_F(Notices, aDyingDatabaseSaysSo)
 {
     database = ZvDbDatabasePtr();
-    EXPECT_EQ(listener.take(), Events {"dying"});
+    EXPECT_EQ(listener.take(), Events{"dying"});
 }
 
 TEST_F(Notices, stampsRiseWithWhatTheyStandFor)

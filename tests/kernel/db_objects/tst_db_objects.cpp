@@ -87,7 +87,7 @@ TEST_F(Objects, upgradeAndDowngrade)
     EXPECT_TRUE(record->isWriteEnabled());
     record->setIsOff(true);
     ASSERT_EQ(record->downgradeOpen(), Zv::eOk);
-    EXPECT_EQ(listener.take(), Events {"modified LAYER Walls"});
+    EXPECT_EQ(listener.take(), Events{"modified LAYER Walls"});
     EXPECT_TRUE(record->isReadEnabled());
     EXPECT_FALSE(record->isWriteEnabled());
     EXPECT_FALSE(record->isModified());
@@ -139,9 +139,9 @@ TEST_F(Objects, erasedIdsStayEqualAndCanComeBack)
 
 TEST_F(Objects, indispensableRecordsAreNotErased)
 {
-    const ZvDbObjectId fixed[] = {db.layerZero(),          db.byLayerLinetype(), db.byBlockLinetype(),
-                                  db.continuousLinetype(), db.modelSpaceId(),    db.layerTableId(),
-                                  db.rootDictionaryId()};
+    const ZvDbObjectId fixed[]
+        = {db.layerZero(),    db.byLayerLinetype(), db.byBlockLinetype(), db.continuousLinetype(),
+           db.modelSpaceId(), db.layerTableId(),    db.rootDictionaryId()};
     for (ZvDbObjectId id : fixed) {
         ZvDbObjectPointer<ZvDbObject> object(id, ZvDb::kForWrite);
         ASSERT_TRUE(bool(object));
@@ -401,11 +401,12 @@ TEST_F(Objects, equalPropertiesHaveEqualNumbers)
 TEST_F(Objects, aCopiedReferenceHasAttributesOfItsOwn)
 {
     // A reference with an attribute, as a file has it.
-    const char text[] = "0\nSECTION\n2\nENTITIES\n"
-                        "0\nINSERT\n5\nA1\n330\n0\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockReference\n66\n1\n2\nDoor\n10\n5\n20\n0\n"
-                        "30\n0\n0\nATTRIB\n5\nA2\n330\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbText\n10\n6\n20\n1\n30\n0\n40\n2.5\n"
-                        "1\nD7\n100\nAcDbAttribute\n2\nNUMBER\n70\n0\n0\nSEQEND\n5\nA3\n330\nA1\n100\nAcDbEntity\n8\n0\n"
-                        "0\nENDSEC\n0\nEOF\n";
+    const char text[]
+        = "0\nSECTION\n2\nENTITIES\n"
+          "0\nINSERT\n5\nA1\n330\n0\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockReference\n66\n1\n2\nDoor\n10\n5\n20\n0\n"
+          "30\n0\n0\nATTRIB\n5\nA2\n330\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbText\n10\n6\n20\n1\n30\n0\n40\n2.5\n"
+          "1\nD7\n100\nAcDbAttribute\n2\nNUMBER\n70\n0\n0\nSEQEND\n5\nA3\n330\nA1\n100\nAcDbEntity\n8\n0\n"
+          "0\nENDSEC\n0\nEOF\n";
     const ZvDbDatabasePtr read = ZvDbDatabase::create();
     ZvDbFileReport report;
     ASSERT_EQ(read->readStream(text, sizeof(text) - 1, report), Zv::eOk) << report.message.toStdString();
@@ -440,8 +441,9 @@ TEST_F(Objects, aCopiedReferenceHasAttributesOfItsOwn)
 
 TEST_F(Objects, objectsDroppedAfterAPassOverTheDrawing)
 {
-    const char text[] = "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbLine\n10\n1\n20\n2\n11\n3\n21\n4\n"
-                        "0\nENDSEC\n0\nEOF\n";
+    const char text[]
+        = "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\nA1\n100\nAcDbEntity\n8\n0\n100\nAcDbLine\n10\n1\n20\n2\n11\n3\n21\n4\n"
+          "0\nENDSEC\n0\nEOF\n";
     const ZvDbDatabasePtr read = ZvDbDatabase::create();
     ZvDbFileReport report;
     ASSERT_EQ(read->readStream(text, sizeof(text) - 1, report), Zv::eOk);

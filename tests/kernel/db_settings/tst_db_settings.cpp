@@ -19,8 +19,7 @@ protected:
     void SetUp() override { listener.take(); }
 
     /// What a setter tells, and that it tells nothing when it is called again.
-    template<class F>
-    Events toldBy(F set)
+    template <class F> Events toldBy(F set)
     {
         listener.take();
         EXPECT_EQ(set(), Zv::eOk);
@@ -66,15 +65,15 @@ protected:
 
 TEST_F(Settings, settersTellTheirVariableWhenTheValueDiffers)
 {
-    EXPECT_EQ(toldBy([&] { return db.setCecolor(index(3)); }), Events {"variable CECOLOR"});
-    EXPECT_EQ(toldBy([&] { return db.setClayer(layer); }), Events {"variable CLAYER"});
-    EXPECT_EQ(toldBy([&] { return db.setCeltype(db.continuousLinetype()); }), Events {"variable CELTYPE"});
-    EXPECT_EQ(toldBy([&] { return db.setCelweight(ZvDb::kLnWt050); }), Events {"variable CELWEIGHT"});
-    EXPECT_EQ(toldBy([&] { return db.setCeltscale(2.0); }), Events {"variable CELTSCALE"});
-    EXPECT_EQ(toldBy([&] { return db.setLtscale(10.0); }), Events {"variable LTSCALE"});
-    EXPECT_EQ(toldBy([&] { return db.setLineWeightDisplay(true); }), Events {"variable LWDISPLAY"});
-    EXPECT_EQ(toldBy([&] { return db.setCplotstyle(L"ByBlock"); }), Events {"variable CPLOTSTYLE"});
-    EXPECT_EQ(toldBy([&] { return db.setCplotstyle(L"Normal"); }), Events {"variable CPLOTSTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setCecolor(index(3)); }), Events{"variable CECOLOR"});
+    EXPECT_EQ(toldBy([&] { return db.setClayer(layer); }), Events{"variable CLAYER"});
+    EXPECT_EQ(toldBy([&] { return db.setCeltype(db.continuousLinetype()); }), Events{"variable CELTYPE"});
+    EXPECT_EQ(toldBy([&] { return db.setCelweight(ZvDb::kLnWt050); }), Events{"variable CELWEIGHT"});
+    EXPECT_EQ(toldBy([&] { return db.setCeltscale(2.0); }), Events{"variable CELTSCALE"});
+    EXPECT_EQ(toldBy([&] { return db.setLtscale(10.0); }), Events{"variable LTSCALE"});
+    EXPECT_EQ(toldBy([&] { return db.setLineWeightDisplay(true); }), Events{"variable LWDISPLAY"});
+    EXPECT_EQ(toldBy([&] { return db.setCplotstyle(L"ByBlock"); }), Events{"variable CPLOTSTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setCplotstyle(L"Normal"); }), Events{"variable CPLOTSTYLE"});
     EXPECT_EQ(db.cecolor(), index(3));
     EXPECT_EQ(db.clayer(), layer);
     EXPECT_EQ(db.celtype(), db.continuousLinetype());
@@ -96,9 +95,9 @@ TEST_F(Settings, stylesTellTheirVariables)
     ZvDbObjectPointer<ZvDbDictionary> materials(db.materialDictionaryId(), ZvDb::kForRead);
     const ZvDbObjectId global = materials->getIdAt(L"Global");
     materials.close();
-    EXPECT_EQ(toldBy([&] { return db.setTextstyle(annotative); }), Events {"variable TEXTSTYLE"});
-    EXPECT_EQ(toldBy([&] { return db.setDimstyle(standard); }), Events {"variable DIMSTYLE"});
-    EXPECT_EQ(toldBy([&] { return db.setCmaterial(global); }), Events {"variable CMATERIAL"});
+    EXPECT_EQ(toldBy([&] { return db.setTextstyle(annotative); }), Events{"variable TEXTSTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setDimstyle(standard); }), Events{"variable DIMSTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setCmaterial(global); }), Events{"variable CMATERIAL"});
 
     ZvDbObjectId other;
     edit<ZvDbDictionary>(db.mleaderStyleDictionaryId(), [&](ZvDbDictionary &dictionary) {
@@ -106,14 +105,14 @@ TEST_F(Settings, stylesTellTheirVariables)
         dictionary.setAt(L"Notes", style, other);
         style->close();
     });
-    EXPECT_EQ(toldBy([&] { return db.setMleaderstyle(other); }), Events {"variable CMLEADERSTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setMleaderstyle(other); }), Events{"variable CMLEADERSTYLE"});
     EXPECT_EQ(db.mleaderstyle(), other);
     edit<ZvDbDictionary>(db.tableStyleDictionaryId(), [&](ZvDbDictionary &dictionary) {
         ZvDbTableStyle *style = new ZvDbTableStyle;
         dictionary.setAt(L"Lists", style, other);
         style->close();
     });
-    EXPECT_EQ(toldBy([&] { return db.setTablestyle(other); }), Events {"variable CTABLESTYLE"});
+    EXPECT_EQ(toldBy([&] { return db.setTablestyle(other); }), Events{"variable CTABLESTYLE"});
 }
 
 TEST_F(Settings, invalidErasedAndForeignIdsAreRefused)
@@ -158,7 +157,7 @@ TEST_F(Settings, theDataOfADimensionStyleBecomesTheDrawings)
     EXPECT_EQ(db.setDimstyleData(db.dimstyle()), Zv::eOk);
     const Events events = listener.take();
     EXPECT_EQ(std::set<std::string>(events.begin(), events.end()),
-              (std::set<std::string> {"variable DIMSCALE", "variable DIMDEC", "variable DIMPOST"}));
+              (std::set<std::string>{"variable DIMSCALE", "variable DIMDEC", "variable DIMPOST"}));
     ZvResBuf value;
     EXPECT_EQ(db.getVariable(L"DIMSCALE", value), Zv::eOk);
     EXPECT_EQ(value.number(), 50.0);
@@ -197,11 +196,11 @@ TEST_F(Settings, typesAreTheOnesThatCallersReadThemBy)
         const wchar_t *name;
         int type;
     } rows[] = {
-        {L"PSTYLEMODE", ZvRes::kShort}, {L"CPLOTSTYLE", ZvRes::kText},     {L"CTABLESTYLE", ZvRes::kObjectId},
+        {L"PSTYLEMODE", ZvRes::kShort},  {L"CPLOTSTYLE", ZvRes::kText},    {L"CTABLESTYLE", ZvRes::kObjectId},
         {L"UCSORTHOVIEW", ZvRes::kLong}, {L"PUCSORTHOVIEW", ZvRes::kLong}, {L"CMLEADERSTYLE", ZvRes::kObjectId},
-        {L"LTSCALE", ZvRes::kReal},     {L"LIMMIN", ZvRes::kPoint2d},      {L"INSBASE", ZvRes::kPoint3d},
-        {L"CLAYER", ZvRes::kText},      {L"CECOLOR", ZvRes::kText},        {L"TILEMODE", ZvRes::kShort},
-        {L"CTAB", ZvRes::kText},        {L"CELWEIGHT", ZvRes::kShort},
+        {L"LTSCALE", ZvRes::kReal},      {L"LIMMIN", ZvRes::kPoint2d},     {L"INSBASE", ZvRes::kPoint3d},
+        {L"CLAYER", ZvRes::kText},       {L"CECOLOR", ZvRes::kText},       {L"TILEMODE", ZvRes::kShort},
+        {L"CTAB", ZvRes::kText},         {L"CELWEIGHT", ZvRes::kShort},
     };
     for (const auto &row : rows) {
         ZvResBuf value;
@@ -217,7 +216,7 @@ TEST_F(Settings, namesStandForIds)
     EXPECT_EQ(setText(L"clayer", L"WALLS"), Zv::eOk);
     EXPECT_EQ(db.clayer(), layer);
     EXPECT_EQ(text(L"CLAYER"), "Walls");
-    EXPECT_EQ(listener.take(), Events {"variable CLAYER"});
+    EXPECT_EQ(listener.take(), Events{"variable CLAYER"});
     EXPECT_EQ(setText(L"CLAYER", L"No such"), Zv::eNullObjectId);
     ZvResBuf id;
     id.setObjectId(db.layerZero());
@@ -232,7 +231,7 @@ TEST_F(Settings, coloursInWords)
     {
         const wchar_t *given;
         const char *kept;
-    } rows[] = {{L"3", "3"},           {L"ByBlock", "BYBLOCK"}, {L"rgb:1,2,250", "RGB:1,2,250"},
+    } rows[] = {{L"3", "3"},         {L"ByBlock", "BYBLOCK"}, {L"rgb:1,2,250", "RGB:1,2,250"},
                 {L"256", "BYLAYER"}, {L"0", "BYBLOCK"},       {L"BYLAYER", "BYLAYER"}};
     for (const auto &row : rows) {
         EXPECT_EQ(setText(L"CECOLOR", row.given), Zv::eOk);

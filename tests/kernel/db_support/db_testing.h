@@ -117,8 +117,7 @@ inline ZvDbObjectId addLine(ZvDbDatabase &database, double x = 0.0)
 }
 
 /*! Opens for write, changes, closes. */
-template<class T, class F>
-void edit(ZvDbObjectId id, F change)
+template <class T, class F> void edit(ZvDbObjectId id, F change)
 {
     ZvDbObjectPointer<T> object(id, ZvDb::kForWrite);
     ASSERT_TRUE(bool(object)) << object.openStatus();

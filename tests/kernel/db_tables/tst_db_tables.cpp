@@ -66,7 +66,7 @@ TEST_F(Tables, twoRecordsOfOneNameAreRefused)
 {
     EXPECT_EQ(tryToAdd(L"Walls"), Zv::eOk);
     EXPECT_EQ(tryToAdd(L"WALLS"), Zv::eDuplicateKey);
-    EXPECT_EQ(names(db.layerTableId()), (std::vector<std::string> {"0", "Walls"}));
+    EXPECT_EQ(names(db.layerTableId()), (std::vector<std::string>{"0", "Walls"}));
 }
 
 class BadNames : public Tables, public testing::WithParamInterface<const wchar_t *>
@@ -105,7 +105,7 @@ TEST_F(Tables, anErasedNameIsFreeAgain)
     EXPECT_NE(second, first);
     EXPECT_EQ(find(db, L"Walls"), second);
     EXPECT_EQ(find(db, L"Walls", true), second) << "one that is there comes first";
-    EXPECT_EQ(names(db.layerTableId(), false), (std::vector<std::string> {"0", "Walls", "walls"}));
+    EXPECT_EQ(names(db.layerTableId(), false), (std::vector<std::string>{"0", "Walls", "walls"}));
 }
 
 TEST_F(Tables, recordsErasedDuringTheWalkArePassedOver)
@@ -150,9 +150,8 @@ TEST_F(Tables, renamingKeepsTheIdAndWhatRefersToIt)
     EXPECT_EQ(db.clayer(), layer);
     ZvDbObjectPointer<ZvDbLine> entity(line, ZvDb::kForRead);
     EXPECT_EQ(entity->layer(), L"Mauern");
-    edit<ZvDbLayerTableRecord>(db.layerZero(), [](ZvDbLayerTableRecord &record) {
-        EXPECT_EQ(record.setName(L"Zero"), Zv::eInvalidInput);
-    });
+    edit<ZvDbLayerTableRecord>(
+        db.layerZero(), [](ZvDbLayerTableRecord &record) { EXPECT_EQ(record.setName(L"Zero"), Zv::eInvalidInput); });
 }
 
 TEST_F(Tables, aTableTakesItsOwnKindOfRecordsOnly)
@@ -314,15 +313,15 @@ TEST_F(Blocks, referencesFollowWhatIsInsertedErasedAndUndone)
     EXPECT_TRUE(references(block).empty());
     const ZvDbObjectId a = insert(block, db.modelSpaceId());
     const ZvDbObjectId b = insert(block, db.modelSpaceId());
-    EXPECT_EQ(references(block), (Ids {a, b}));
+    EXPECT_EQ(references(block), (Ids{a, b}));
     erase(a);
-    EXPECT_EQ(references(block), Ids {b});
+    EXPECT_EQ(references(block), Ids{b});
     db.undo();
-    EXPECT_EQ(references(block), (Ids {a, b}));
+    EXPECT_EQ(references(block), (Ids{a, b}));
     const ZvDbObjectId other = addBlock(L"Window");
     edit<ZvDbBlockReference>(b, [&](ZvDbBlockReference &reference) { reference.setBlockTableRecord(other); });
-    EXPECT_EQ(references(block), Ids {a});
-    EXPECT_EQ(references(other), Ids {b});
+    EXPECT_EQ(references(block), Ids{a});
+    EXPECT_EQ(references(other), Ids{b});
 }
 
 TEST_F(Blocks, referencesInBlocksThatNobodyShowsAreNotDirect)
@@ -331,12 +330,12 @@ TEST_F(Blocks, referencesInBlocksThatNobodyShowsAreNotDirect)
     const ZvDbObjectId outer = addBlock(L"Door");
     const ZvDbObjectId nested = insert(inner, outer);
     EXPECT_TRUE(references(inner).empty());
-    EXPECT_EQ(references(inner, false), Ids {nested});
+    EXPECT_EQ(references(inner, false), Ids{nested});
     insert(outer, db.modelSpaceId());
-    EXPECT_EQ(references(inner), Ids {nested});
+    EXPECT_EQ(references(inner), Ids{nested});
     // A block inside itself is a fault in files that must not hang.
     insert(outer, inner);
-    EXPECT_EQ(references(inner), Ids {nested});
+    EXPECT_EQ(references(inner), Ids{nested});
 }
 
 TEST_F(Blocks, entitiesAreWalkedInTheirOrder)
@@ -359,7 +358,7 @@ TEST_F(Blocks, entitiesAreWalkedInTheirOrder)
         found.push_back(entity->objectId());
         entity->close();
     }
-    EXPECT_EQ(found, (Ids {lines[1], lines[3], lines[4]}));
+    EXPECT_EQ(found, (Ids{lines[1], lines[3], lines[4]}));
 }
 
 TEST_F(Blocks, extentsOfABlock)
@@ -396,5 +395,5 @@ TEST_F(Tables, addingLayersCostsTheSameHoweverManyThereAre)
     while (db.undo())
         ++undone;
     EXPECT_EQ(undone, 10000);
-    EXPECT_EQ(names(db.layerTableId()), std::vector<std::string> {"0"});
+    EXPECT_EQ(names(db.layerTableId()), std::vector<std::string>{"0"});
 }

@@ -295,9 +295,8 @@ TEST_F(Undo, variables)
 
 TEST_F(Undo, aRenamedRecordIsFoundUnderTheNameItHas)
 {
-    edit<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) {
-        EXPECT_EQ(record.setName(L"Mauern"), Zv::eOk);
-    });
+    edit<ZvDbLayerTableRecord>(layer,
+                               [](ZvDbLayerTableRecord &record) { EXPECT_EQ(record.setName(L"Mauern"), Zv::eOk); });
     EXPECT_TRUE(hasLayer(db, L"Mauern"));
     EXPECT_FALSE(hasLayer(db, L"Walls"));
     db.undo();
@@ -347,8 +346,8 @@ private:
         const std::unique_ptr<ZvDbSymbolTableIterator> iterator(walk);
         for (; !iterator->done(); iterator->step()) {
             ZvDbObjectPointer<ZvDbLayerTableRecord> record(iterator->getRecordId(), ZvDb::kForRead);
-            m_text << "layer " << record->name().toStdString() << ' ' << record->color().color() << ' ' << record->flags()
-                   << ' ' << record->isOff() << ' ' << record->linetypeObjectId().index() << ' '
+            m_text << "layer " << record->name().toStdString() << ' ' << record->color().color() << ' '
+                   << record->flags() << ' ' << record->isOff() << ' ' << record->linetypeObjectId().index() << ' '
                    << int(record->transparency().alpha()) << ' ' << record->description().toStdString() << ' '
                    << (table->getIdAt(record->name()) == record->objectId()) << '\n';
         }
@@ -363,8 +362,9 @@ private:
         const std::unique_ptr<ZvDbBlockTableRecordIterator> iterator(walk);
         for (; !iterator->done(); iterator->step()) {
             ZvDbObjectPointer<ZvDbLine> line(iterator->entityId(), ZvDb::kForRead);
-            m_text << "line " << line->objectId().index() << ' ' << line->startPoint().x << ' ' << line->color().color() << ' '
-                   << line->layer().toStdString() << ' ' << line->lineWeight() << ' ' << line->linetypeScale() << '\n';
+            m_text << "line " << line->objectId().index() << ' ' << line->startPoint().x << ' ' << line->color().color()
+                   << ' ' << line->layer().toStdString() << ' ' << line->lineWeight() << ' ' << line->linetypeScale()
+                   << '\n';
         }
     }
 
@@ -455,15 +455,12 @@ private:
         const std::vector<std::uint32_t> &all = block->entityIndices();
         if (all.empty())
             return ZvDbObjectId();
-        const ZvDbObjectId id
-            = ZvDbObjectId::fromInt64((std::uint64_t(m_database.number()) << 32) | all[std::size_t(pick(int(all.size())))]);
+        const ZvDbObjectId id = ZvDbObjectId::fromInt64((std::uint64_t(m_database.number()) << 32)
+                                                        | all[std::size_t(pick(int(all.size())))]);
         return erasedToo || !id.isErased() ? id : ZvDbObjectId();
     }
 
-    ZvString anyName()
-    {
-        return ZvString(("N" + std::to_string(pick(12))).c_str());
-    }
+    ZvString anyName() { return ZvString(("N" + std::to_string(pick(12))).c_str()); }
 
     void action()
     {
@@ -515,7 +512,8 @@ private:
             m_database.setClayer(anyLayer());
             break;
         case 10:
-            m_database.setUcs(ZvGePoint3d(pick(5), 0), ZvGeVector3d(1, 0, 0), ZvGeVector3d(0, 1, 0), ZvDbObjectId(), pick(7));
+            m_database.setUcs(ZvGePoint3d(pick(5), 0), ZvGeVector3d(1, 0, 0), ZvGeVector3d(0, 1, 0), ZvDbObjectId(),
+                              pick(7));
             break;
         case 11:
             if (m_database.hasPreviousUcs())
@@ -559,7 +557,7 @@ TEST_P(RandomWork, undoneIsTheBeginningAndRedoneTheEnd)
     const ZvDbDatabasePtr database = ZvDbDatabase::create();
     Snapshot snapshot(*database);
     Worker worker(*database, GetParam());
-    std::vector<std::string> states {snapshot.take()};
+    std::vector<std::string> states{snapshot.take()};
     // After every step the state is kept by the number of steps that lead to it.
     const auto depth = [&] {
         int count = 0;
