@@ -264,7 +264,7 @@ void GiDrawer::block(ZvDbObjectId id, const ZvGeMatrix3d &blockToWorld)
         inner.scale = std::max(inner.scale, std::hypot(inner.rows[0][column], inner.rows[1][column]));
     inner.look = reference;
     inner.layer = reference.layer;
-    inner.block = id;
+    inner.isDimension = m_frame.isDimension || (m_entity && m_entity->isKindOf(ZvDbDimension::desc()));
     ++inner.depth;
 
     const std::vector<const ZvDbEntity *> &entities = m_blocks.entities(id);
@@ -720,7 +720,8 @@ void GiDrawer::point(const ZvGePoint3d &position)
     if (!current.isVisible)
         return;
     const QPointF at = map(position);
-    if (m_isPlain) {
+    // The points that a dimension was made from are dots, whatever points look like.
+    if (m_isPlain || m_frame.isDimension) {
         dot(current, at);
         return;
     }
@@ -1131,10 +1132,13 @@ void GiDrawer::drawPatternTexts(const std::vector<QPointF> &points)
                 const QPointF at = points[i - 1] + direction * (next - along + dash.offsetX * scale) + up * (dash.offsetY * scale);
                 if (isOutside(QRectF(at.x() - 8 * height, at.y() - 8 * height, 16 * height, 16 * height)))
                     continue;
-                const double base = (dash.flags & 1) ? 0.0 : std::atan2(-direction.y(), direction.x());
-                const double c = std::cos(base + dash.rotation);
-                const double s = std::sin(base + dash.rotation);
-                const QTransform place(c, -s, -s, -c, at.x(), at.y());
+                const double angle = dash.rotation + ((dash.flags & 1) ? 0.0 : std::atan2(-direction.y(), direction.x()));
+                const double c = std::cos(angle);
+                const double s = std::sin(angle);
+                QTransform place(c, -s, -s, -c, at.x(), at.y());
+                // On a line that runs to the left it would stand on its head: turn it around its own middle.
+                if (c < -1e-6)
+                    place = QTransform(-1, 0, 0, -1, layout.lines[0].x2(), height) * place;
                 QPainterPath path;
                 path.setFillRule(Qt::WindingFill);
                 for (const GiTextLayout::Piece &piece : layout.pieces)

@@ -92,7 +92,7 @@ private:
         Look look; ///< Of the reference: what by block means.
         ZvDbObjectId layer; ///< Of the reference: what layer "0" means. Null outside blocks.
         const std::vector<ZvDbObjectId> *frozenLayers = nullptr; ///< Of the viewport.
-        ZvDbObjectId block;
+        bool isDimension = false; ///< Within the picture of a dimension.
         int depth = 0;
     };
 

@@ -358,7 +358,7 @@ void GiPdfSink::image(const QImage &image, const QTransform &place)
 
     // PDF draws an image into the unit square, its top at y = 1.
     const QTransform square = QTransform(image.width(), 0, 0, -image.height(), 0, image.height()) * place;
-    const auto scaled = [](double value) { return number(value * kUnits) + ' '; };
+    const auto scaled = [](double value) -> QByteArray { return number(value * kUnits) + ' '; };
     write("q\n" + scaled(square.m11()) + scaled(square.m12()) + scaled(square.m21()) + scaled(square.m22()) + scaled(square.dx())
           + scaled(square.dy()) + "cm\n/I" + QByteArray::number(int(m_images.size()) - 1) + " Do\nQ\n");
 }

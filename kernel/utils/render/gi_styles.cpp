@@ -113,7 +113,8 @@ const GiLayer &GiStyles::layer(ZvDbObjectId id)
         layer.alpha = transparency.alpha();
     layer.isOff = record->isOff();
     layer.isFrozen = record->isFrozen();
-    layer.isPlottable = record->isPlottable();
+    // The layer of the points that dimensions are made from is for the screen only.
+    layer.isPlottable = record->isPlottable() && record->name().compareNoCase("Defpoints") != 0;
     return layer;
 }
 
