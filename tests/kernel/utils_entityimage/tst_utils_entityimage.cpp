@@ -1,2 +1,323 @@
 // SPDX-License-Identifier: MIT
-int main() { return 0; }
+#include "picture.h"
+
+#include "utils/zventityimage.h"
+
+#include <QTest>
+
+// What the lists of line types and the image widget ask of the renderer.
+
+class UtilsEntityImageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aRasterIsRedFirstAndTopFirst();
+    void sizesOutOfRangeGiveNull_data();
+    void sizesOutOfRangeGiveNull();
+    void withoutOptionsItIsAHundredSquareAndWhite();
+    void nothingToDrawGivesTheBackground_data();
+    void nothingToDrawGivesTheBackground();
+    void entitiesAreFittedToThePicture();
+    void optionsStayAsTheyAre();
+    void anUnboundLineShowsItsPattern();
+    void theScaleForNewEntitiesCounts();
+    void theDrawingsOwnScaleDoesNotCountForUnboundLines();
+    void recordsMayBeOpenForRead();
+    void picturesOfLinesAreKept();
+    void thePaletteFollowsTheBackground();
+    void everyLayerOfAPictureIsOpaque();
+
+private:
+    typedef ZvSmartPtr<ZvDbEntity> EntityPtr;
+    typedef ZvArrayEx<EntityPtr> Entities;
+
+    static ZvJsonPtr makeOptions(int width, int height, int background = -1)
+    {
+        const ZvJsonPtr options = ElementValue::createObject(2);
+        options->SetDataI("width", width);
+        options->SetDataI("height", height);
+        options->SetDataI("background", background);
+        return options;
+    }
+    /// The line as the lists of line types make it, black and opaque.
+    static ZvSmartPtr<ZvDbLine> makeLine(ZvDbObjectId linetype, double scale)
+    {
+        auto line = ZvSmartPtr<ZvDbLine>::adopt(new ZvRxObjectImpl<ZvDbLine, ZvDbLine>());
+        line->setLinetype(linetype, true);
+        line->setStartPoint(ZvGePoint3d(10, 10, 0));
+        line->setEndPoint(ZvGePoint3d(100, 10, 0));
+        line->setLinetypeScale(scale, true);
+        ZvCmColor black;
+        black.setRGB(0, 0, 0);
+        line->setColor(black);
+        ZvCmTransparency opaque;
+        opaque.setMethod(2);
+        opaque.setAlphaPercent(1.0);
+        line->setTransparency(opaque, true);
+        return line;
+    }
+    static Entities listOf(const EntityPtr &entity)
+    {
+        Entities entities;
+        entities.append(entity);
+        return entities;
+    }
+    static QImage toImage(const ZvGiRasterImagePtr &raster)
+    {
+        return QImage(raster->scanLines(), int(raster->pixelWidth()), int(raster->pixelHeight()), int(raster->scanLineSize()),
+                      QImage::Format_RGBA8888)
+            .convertToFormat(QImage::Format_RGB32);
+    }
+    /// Lengths of the dark and light runs along the row that the line is in; light ones below 0.
+    static std::vector<int> darkRuns(const QImage &image, int y)
+    {
+        std::vector<int> lengths;
+        for (int x = 0; x < image.width(); ++x) {
+            const bool isDark = qGray(image.pixel(x, y)) < 128;
+            if (lengths.empty() || (lengths.back() > 0) != isDark)
+                lengths.push_back(0);
+            lengths.back() += isDark ? 1 : -1;
+        }
+        return lengths;
+    }
+};
+
+void UtilsEntityImageTest::aRasterIsRedFirstAndTopFirst()
+{
+    Picture picture;
+    auto solid = EntityPtr::adopt(new ZvRxObjectImpl<ZvDbSolid, ZvDbSolid>());
+    // The upper half of what is fitted is red, the lower blue.
+    auto *upper = static_cast<ZvDbSolid *>(solid.get());
+    upper->setPointAt(0, ZvGePoint3d(0, 5, 0));
+    upper->setPointAt(1, ZvGePoint3d(10, 5, 0));
+    upper->setPointAt(2, ZvGePoint3d(0, 10, 0));
+    upper->setPointAt(3, ZvGePoint3d(10, 10, 0));
+    ZvCmColor color;
+    color.setRGB(200, 10, 20);
+    upper->setColor(color);
+    auto lowerSolid = EntityPtr::adopt(new ZvRxObjectImpl<ZvDbSolid, ZvDbSolid>());
+    auto *lower = static_cast<ZvDbSolid *>(lowerSolid.get());
+    lower->setPointAt(0, ZvGePoint3d(0, 0, 0));
+    lower->setPointAt(1, ZvGePoint3d(10, 0, 0));
+    lower->setPointAt(2, ZvGePoint3d(0, 5, 0));
+    lower->setPointAt(3, ZvGePoint3d(10, 5, 0));
+    color.setRGB(1, 2, 250);
+    lower->setColor(color);
+    Entities entities = listOf(solid);
+    entities.append(lowerSolid);
+    const ZvGiRasterImagePtr raster = zvsiutCreateEntityImage(picture.database, entities, makeOptions(40, 40));
+    QVERIFY(raster);
+    const ZvGiRasterImage::tagPixelFormatInfo format = raster->pixelFormat();
+    QCOMPARE(int(format.bitsPerPixel), 32);
+    QCOMPARE(int(format.redOffset), 0);
+    QCOMPARE(int(format.alphaOffset), 24);
+    const std::uint8_t *top = raster->scanLines() + 10 * raster->scanLineSize() + 20 * 4;
+    QCOMPARE(int(top[0]), 200);
+    QCOMPARE(int(top[1]), 10);
+    QCOMPARE(int(top[2]), 20);
+    QCOMPARE(int(top[3]), 255);
+    const std::uint8_t *bottom = raster->scanLines() + 30 * raster->scanLineSize() + 20 * 4;
+    QCOMPARE(int(bottom[2]), 250);
+}
+
+void UtilsEntityImageTest::sizesOutOfRangeGiveNull_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("isNull");
+    QTest::newRow("1 by 1") << 1 << 1 << false;
+    QTest::newRow("no width") << 0 << 10 << true;
+    QTest::newRow("no height") << 10 << 0 << true;
+    QTest::newRow("below") << -1 << 10 << true;
+    QTest::newRow("largest") << 16384 << 1 << false;
+    QTest::newRow("too large") << 16385 << 1 << true;
+}
+
+void UtilsEntityImageTest::sizesOutOfRangeGiveNull()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(bool, isNull);
+    Picture picture;
+    Entities entities = listOf(makeLine(picture.database->continuousLinetype(), 1.0));
+    QCOMPARE(zvsiutCreateEntityImage(picture.database, entities, makeOptions(width, height)).isNull(), isNull);
+}
+
+void UtilsEntityImageTest::withoutOptionsItIsAHundredSquareAndWhite()
+{
+    Picture picture;
+    Entities none;
+    const ZvGiRasterImagePtr raster = zvsiutCreateEntityImage(picture.database, none, nullptr);
+    QVERIFY(raster);
+    QCOMPARE(raster->pixelWidth(), 100u);
+    QCOMPARE(raster->pixelHeight(), 100u);
+    QCOMPARE(inked(toImage(raster), 0xFFFFFFFF), 0);
+}
+
+void UtilsEntityImageTest::nothingToDrawGivesTheBackground_data()
+{
+    QTest::addColumn<int>("background");
+    QTest::addColumn<unsigned>("shown");
+    QTest::newRow("-1 is white") << -1 << 0xFFFFFFFFu;
+    QTest::newRow("black") << int(0xFF000000) << 0xFF000000u;
+    QTest::newRow("red is in the lowest bits") << int(0xFF3264C8) << 0xFFC86432u;
+}
+
+void UtilsEntityImageTest::nothingToDrawGivesTheBackground()
+{
+    QFETCH(int, background);
+    QFETCH(unsigned, shown);
+    Entities none;
+    Entities nulls = listOf(nullptr);
+    for (Entities *entities : {&none, &nulls}) {
+        const ZvGiRasterImagePtr raster = zvsiutCreateEntityImage(nullptr, *entities, makeOptions(8, 8, background));
+        QVERIFY(raster);
+        QCOMPARE(inked(toImage(raster), shown), 0);
+    }
+    Picture picture;
+    QCOMPARE(inked(toImage(zvsiutCreateEntityImage(picture.database, nulls, makeOptions(8, 8, background))), shown), 0);
+}
+
+void UtilsEntityImageTest::entitiesAreFittedToThePicture()
+{
+    Picture picture;
+    const ZvDbObjectId id = picture.addSolid({{1000, 1000, 0}, {1400, 1000, 0}, {1400, 1200, 0}, {1000, 1200, 0}}, 1);
+    ZvDbObjectPointer<ZvDbEntity> solid(id, ZvDb::kForRead);
+    Entities entities = listOf(EntityPtr(solid.get()));
+    const QRect rect = inkedRect(toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(200, 200))), 0xFFFFFFFF);
+    QVERIFY(rect.width() >= 170 && rect.width() <= 200);
+    QVERIFY(std::abs(rect.height() * 2 - rect.width()) <= 2); // the shape stays
+    QVERIFY(std::abs(rect.center().x() - 100) <= 1 && std::abs(rect.center().y() - 100) <= 1);
+}
+
+void UtilsEntityImageTest::optionsStayAsTheyAre()
+{
+    Picture picture;
+    Entities entities = listOf(makeLine(picture.database->continuousLinetype(), 1.0));
+    const ZvJsonPtr options = makeOptions(20, 10);
+    options->SetDataI("padding_size", 5);
+    QVERIFY(zvsiutCreateEntityImage(picture.database, entities, options));
+    QCOMPARE(options->elementCount(), 4);
+    int size = 0;
+    QVERIFY(options->GetDataI("padding_size", size));
+    QCOMPARE(size, 5);
+}
+
+void UtilsEntityImageTest::anUnboundLineShowsItsPattern()
+{
+    Picture picture;
+    // Two dashes of a quarter and two gaps of a quarter of the line.
+    const ZvDbObjectId type = picture.addLinetype("half", std::vector<double> {22.5, -22.5});
+    Entities entities = listOf(makeLine(type, 1.0));
+    const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 15)));
+    const QRect rect = inkedRect(image, 0xFFFFFFFF);
+    QCOMPARE(rect.height(), 1); // sharp, in the middle row
+    QCOMPARE(rect.top(), 7);
+    const std::vector<int> row = darkRuns(image, 7);
+    QCOMPARE(row.size(), std::size_t(5)); // margin, dash, gap, dash, gap with the margin
+    QVERIFY(std::abs(row[1] + row[2]) <= 1 && std::abs(row[1] - row[3]) <= 1);
+    QVERIFY(row[1] >= 20);
+    // In a picture of even height too.
+    const QImage even = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 14)));
+    QCOMPARE(inkedRect(even, 0xFFFFFFFF).height(), 1);
+}
+
+void UtilsEntityImageTest::theScaleForNewEntitiesCounts()
+{
+    // The lists divide by it, so that the picture is the same whatever it is.
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    Entities before = listOf(makeLine(type, 2.0));
+    const QImage first = toImage(zvsiutCreateEntityImage(picture.database, before, makeOptions(96, 14)));
+    picture.database->setCeltscale(2.0);
+    Entities after = listOf(makeLine(type, 1.0));
+    QCOMPARE(toImage(zvsiutCreateEntityImage(picture.database, after, makeOptions(96, 14))), first);
+    QVERIFY(toImage(zvsiutCreateEntityImage(picture.database, before, makeOptions(96, 14))) != first);
+}
+
+void UtilsEntityImageTest::theDrawingsOwnScaleDoesNotCountForUnboundLines()
+{
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    Entities entities = listOf(makeLine(type, 1.0));
+    const QImage first = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(96, 14)));
+    picture.database->setLtscale(50.0);
+    Entities again = listOf(makeLine(type, 1.0001)); // another one: no kept picture
+    const std::vector<int> runsBefore = darkRuns(first, inkedRect(first, 0xFFFFFFFF).top());
+    const QImage second = toImage(zvsiutCreateEntityImage(picture.database, again, makeOptions(96, 14)));
+    QCOMPARE(darkRuns(second, inkedRect(second, 0xFFFFFFFF).top()).size(), runsBefore.size());
+}
+
+void UtilsEntityImageTest::recordsMayBeOpenForRead()
+{
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {22.5, -22.5});
+    ZvDbLinetypeTableRecord *record = nullptr;
+    QCOMPARE(zvdbOpenObject(record, type, ZvDb::kForRead), Zv::eOk);
+    Entities entities = listOf(makeLine(type, 1.0));
+    const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 15)));
+    QVERIFY(darkRuns(image, 7).size() > 3); // the pattern is there
+    record->close();
+    QCOMPARE(picture.database->openObjectCount(), 0);
+}
+
+void UtilsEntityImageTest::picturesOfLinesAreKept()
+{
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("kept", std::vector<double> {22.5, -22.5});
+    const auto draw = [&](int width, double scale, int background = -1) {
+        Entities entities = listOf(makeLine(type, scale));
+        return zvsiutCreateEntityImage(picture.database, entities, makeOptions(width, 14, background));
+    };
+    const std::uint64_t before = zvsiutEntityImagesDrawn();
+    const ZvGiRasterImagePtr first = draw(96, 1.0);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(1));
+    QCOMPARE(draw(96, 1.0).get(), first.get());
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(1));
+    // Whatever decides the picture makes a new one.
+    draw(97, 1.0);
+    draw(96, 1.5);
+    draw(96, 1.0, int(0xFF000000));
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(4));
+    change<ZvDbLinetypeTableRecord>(type, [](ZvDbLinetypeTableRecord &record) {
+        std::vector<ZvDbLinetypeTableRecord::Dash> dashes(2);
+        dashes[0].length = 5.0;
+        dashes[1].length = -5.0;
+        record.setDashes(dashes);
+    });
+    const ZvGiRasterImagePtr changed = draw(96, 1.0);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(5));
+    QVERIFY(toImage(changed) != toImage(first));
+    // The same name in another drawing is another line type.
+    Picture other;
+    Entities entities = listOf(makeLine(other.addLinetype("kept", std::vector<double> {22.5, -22.5}), 1.0));
+    zvsiutCreateEntityImage(other.database, entities, makeOptions(96, 14));
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(6));
+}
+
+void UtilsEntityImageTest::thePaletteFollowsTheBackground()
+{
+    const unsigned before = zvsiutDisplayBackground();
+    zvsiutSetDisplayBackground(0x000000);
+    QCOMPARE(zvsiutCurPalette()[7], 0xFFFFFFu);
+    zvsiutSetDisplayBackground(0xFFFFFF);
+    QCOMPARE(zvsiutCurPalette()[7], 0x000000u);
+    QCOMPARE(zvsiutCurPalette()[1], 0x0000FFu); // red in the lowest bits
+    zvcmSetPaletteAvailable(false);
+    QVERIFY(zvsiutCurPalette());
+    zvcmSetPaletteAvailable(true);
+    zvsiutSetDisplayBackground(before);
+}
+
+void UtilsEntityImageTest::everyLayerOfAPictureIsOpaque()
+{
+    Picture picture;
+    Entities entities = listOf(makeLine(picture.database->continuousLinetype(), 1.0));
+    const ZvGiRasterImagePtr raster = zvsiutCreateEntityImage(picture.database, entities, makeOptions(50, 11));
+    for (std::uint32_t i = 3; i < raster->scanLineSize() * raster->pixelHeight(); i += 4)
+        QCOMPARE(int(raster->scanLines()[i]), 255);
+}
+
+QTEST_MAIN(UtilsEntityImageTest)
+#include "tst_utils_entityimage.moc"

@@ -245,7 +245,7 @@ void UtilsTextTest::formatsOfBlocks_data()
     QTest::addColumn<QString>("like");
     QTest::newRow("braces end a format") << "{\\H20;H}H" << "{\\H2x;H}H";
     QTest::newRow("braces alone") << "{H}" << "H";
-    QTest::newRow("escaped braces and backslash are characters") << "\\{\\}\\\\" << "\\U+007B\\U+007D\\U+005C";
+    QTest::newRow("escaped braces and backslash are characters") << "\\{\\}\\\\" << "%%123%%125%%092";
     QTest::newRow("control codes") << "%%d%%p%%c" << QStringLiteral("°±Ø");
     QTest::newRow("unicode code") << "\\U+00B0" << QStringLiteral("°");
     QTest::newRow("font of the same kind") << "{\\fDejaVu Sans|b0|i0|c0|p34;H}" << "{\\FDejaVu Sans;H}";
@@ -276,7 +276,7 @@ void UtilsTextTest::coloursOfBlocks()
         }
     }
     QVERIFY(red > 20);
-    QVERIFY(isNear(red, white, 12));
+    QVERIFY2(isNear(red, white, red / 4), qPrintable(QStringLiteral("%1 red, %2 white").arg(red).arg(white)));
     // Bar and letters of a marked text are of its colour.
     const QImage marked = blockImage("{\\L\\c255;HH}", 20);
     QVERIFY(inked(marked) > 0);
