@@ -239,6 +239,8 @@ private Q_SLOTS:
     void completingTwiceRunsTheDialogOnOnce();
     void completedWithoutRestoringEndsAsAccepted();
     void cancelledInTheDrawingEndsAsCancelled();
+    void lastWordInTheDrawingCounts_data();
+    void lastWordInTheDrawingCounts();
     void dialogCanBeLeftSeveralTimes();
 
     // the dialog's side
@@ -762,6 +764,33 @@ void TestZevaQt::cancelledInTheDrawingEndsAsCancelled()
     QVERIFY(driver.finished());
     QCOMPARE(dialogOf(adapter)->execCount, 1);
     QCOMPARE(dialogOf(adapter)->calls.count(QStringLiteral("show")), 1);
+}
+
+void TestZevaQt::lastWordInTheDrawingCounts_data()
+{
+    QTest::addColumn<bool>("isCancelled");
+    QTest::addColumn<int>("code");
+    QTest::newRow("restored, then completed") << false << 1;
+    QTest::newRow("restored, then cancelled") << true << 2;
+}
+
+void TestZevaQt::lastWordInTheDrawingCounts()
+{
+    QFETCH(bool, isCancelled);
+    QFETCH(int, code);
+    const ProbeAdapterPtr adapter = makeAdapter();
+    ModalDriver driver;
+    driver.next([&](QDialog *) {
+        adapter->beginEditorCommand();
+        adapter->completeEditorCommand(true);
+        if (isCancelled)
+            adapter->cancelEditorCommand();
+        else
+            adapter->completeEditorCommand(false);
+    });
+    QCOMPARE(adapter->doModal(), code);
+    QVERIFY(driver.finished());
+    QCOMPARE(dialogOf(adapter)->execCount, 1);
 }
 
 void TestZevaQt::dialogCanBeLeftSeveralTimes()
