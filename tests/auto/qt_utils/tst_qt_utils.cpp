@@ -15,6 +15,10 @@
 
 namespace {
 
+// What main() finds before it makes the application object.
+void *s_displayBeforeTheApplication = &s_displayBeforeTheApplication;
+int s_densityBeforeTheApplication = 0;
+
 int modeOf(const QString &path)
 {
     struct stat info = {};
@@ -36,6 +40,7 @@ class TestQtUtils : public ZevaTest
 {
     Q_OBJECT
 private Q_SLOTS:
+    void displayIsNullWithoutAnApplication();
     void displayIsNullOffX11();
     void densityIs96OnAPlainScreen();
     void qtNeverScalesByItself();
@@ -66,6 +71,12 @@ private Q_SLOTS:
     void signalsAreUnblockedWhateverTheyWereBefore();
     void guardOfNullDoesNothing();
 };
+
+void TestQtUtils::displayIsNullWithoutAnApplication()
+{
+    QCOMPARE(s_displayBeforeTheApplication, nullptr);
+    QCOMPARE(s_densityBeforeTheApplication, 96);
+}
 
 void TestQtUtils::displayIsNullOffX11()
 {
@@ -391,5 +402,15 @@ void TestQtUtils::guardOfNullDoesNothing()
     const ZvQtBlockSignalUtil guard(nullptr);
 }
 
-ZEVA_TEST_MAIN(TestQtUtils)
+int main(int argc, char *argv[])
+{
+    zevaPinEnvironment();
+    s_displayBeforeTheApplication = zvqt_get_display();
+    s_densityBeforeTheApplication = zvqt_getWindowDPI(nullptr);
+    QApplication application(argc, argv);
+    zevaPinApplication();
+    TestQtUtils test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_qt_utils.moc"

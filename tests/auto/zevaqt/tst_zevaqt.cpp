@@ -171,6 +171,17 @@ public:
     int current = 17;
 };
 
+/// Notes how many dialogs live when it is let go.
+class LastHelper : public ZvUiHelper
+{
+public:
+    explicit LastHelper(int *dialogsAlive) : m_dialogsAlive(dialogsAlive) { }
+    ~LastHelper() override { *m_dialogsAlive = ProbeDialog::alive; }
+
+private:
+    int *m_dialogsAlive;
+};
+
 int resultOf(const ZvJsonPtr &tree)
 {
     int code = -99;
@@ -216,6 +227,7 @@ private Q_SLOTS:
     void createDialogFailsWhenTheDialogSaysSo();
     void adapterTellsItsClasses();
     void lastReleaseDeletesTheDialogAndLetsGoOfItsTrees();
+    void helperIsLetGoAfterTheDialog();
     void adapterDeletesTheDialogThoughItHasAQtParent();
     void adapterOutlivesADialogThatItsQtParentTook();
     void onFinalDeconstructDeletesTheDialogEarly();
@@ -476,6 +488,17 @@ void TestZevaQt::lastReleaseDeletesTheDialogAndLetsGoOfItsTrees()
     QCOMPARE(ProbeDialog::alive, 0);
     QCOMPARE(zvrxNumRefs(params), 1);
     QCOMPARE(zvrxNumRefs(helper), 1);
+}
+
+void TestZevaQt::helperIsLetGoAfterTheDialog()
+{
+    int dialogsAlive = -1;
+    ProbeAdapterPtr adapter = makeAdapter();
+    // Given to the adapter alone, past the dialog.
+    adapter->ZvQtUIModeDialogBase::onInit(makeTree(),
+                                          ZvRxObjectPtr::adopt(new ZvRxObjectImpl<LastHelper>(&dialogsAlive)));
+    adapter = nullptr;
+    QCOMPARE(dialogsAlive, 0);
 }
 
 void TestZevaQt::adapterDeletesTheDialogThoughItHasAQtParent()

@@ -116,7 +116,7 @@ void TestZvQtCommonUISvr::loadRegistersTheServiceAndAddsTheCommand()
 
     ZvRxObject *object = grUISvr(L"Dialog/Common");
     QVERIFY(object);
-    QVERIFY(object->isKindOf(ZvUiService::desc()));
+    QCOMPARE(object->isA(), ZvUiService::desc());
     QCOMPARE(zvrxNumRefs(object), 1); // the registry's
     QVERIFY(service());
 
