@@ -65,6 +65,8 @@ public:
         std::uint32_t end = kNoRecord;
     };
     TableRecords tables[kTableCount];
+    /// Also of one whose beginning or end is lost.
+    bool hasTable(int kind) const { return tables[kind].begin != kNoRecord || tables[kind].end != kNoRecord; }
     /// Variables as they were when the file had been read.
     std::vector<ZvDbVariableValue> variables;
 

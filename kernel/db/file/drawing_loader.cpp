@@ -18,6 +18,7 @@ const char *const kDuplicateName = "a table has two records of the same name";
 const char *const kDuplicateTable = "a table stands in the file twice";
 const char *const kUnknownTable = "a table of an unknown kind is kept but not understood";
 const char *const kStrayRecord = "a record stands where none belongs; it is kept but not understood";
+const char *const kMisplacedRecord = "a record does not stand in its table; it is taken for one of it";
 const char *const kMissingLayer = "an object is on a layer that the drawing does not have; the layer was made";
 const char *const kMissingLinetype = "an object has a line type that the drawing does not have";
 const char *const kMissingBlockRecord = "a block has no record in the table of blocks";
@@ -365,10 +366,15 @@ void DrawingLoader::tableRecord(const RecordView &record)
         m_table = -1;
         return;
     }
-    const int kind = m_table;
-    if (kind < 0 || zvdbFileTableKind(type) != kind) {
+    const int kind = zvdbFileTableKind(type);
+    if (kind < 0) {
         warn(kStrayRecord, record);
         return;
+    }
+    if (kind != m_table) {
+        // The beginning of its table is lost, or it stands in another's: it belongs to its own all the same.
+        warn(kMisplacedRecord, record);
+        m_table = m_file.tables[kind].begin == ZvDbDrawingFile::kNoRecord ? kind : m_table;
     }
     const RecordHead head(record, kind == kDimStyleTable ? 105 : 5);
     m_anyOwner |= head.hasOwner;
@@ -388,7 +394,7 @@ void DrawingLoader::tableRecord(const RecordView &record)
         stub.record = record.index() + 1;
         return;
     }
-    if (before)
+    if (before && !name.isEmpty()) // shape files have records without names
         warn(kDuplicateName, record);
     const std::uint32_t index = add(m_classes.numberOfFileName(type, m_proxyObject), head.handle, table, record);
     ZvDbObjectAccess::addToTable(entries, kind == kBlockTable && zvdbSpaceOfBlock(name) >= 0 ? ZvString(L"*") + name.mid(1) : name, index);

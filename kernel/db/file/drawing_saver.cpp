@@ -577,10 +577,10 @@ void DrawingSaver::planTables()
     for (int kind = 0; kind < kTableCount; ++kind) {
         const int added = int(m_newTableRecords[kind].size());
         const int change = added - m_erasedTableRecords[kind];
-        if (!m_file || m_file->tables[kind].begin == ZvDbDrawingFile::kNoRecord)
+        if (!m_file || !m_file->hasTable(kind))
             continue; // written as a whole where it is needed
         const ZvDbDrawingFile::TableRecords &place = m_file->tables[kind];
-        if (change != 0) {
+        if (change != 0 && place.begin != ZvDbDrawingFile::kNoRecord) {
             m_writer.beginExisting(source(place.begin));
             m_writer.subclass("AcDbSymbolTable");
             const ZvDbFiler::Groups before = m_writer.existing(70, {});
@@ -791,7 +791,7 @@ std::vector<Record> DrawingSaver::tableRecords() const
     std::vector<Record> records;
     for (int kind = 0; kind < kTableCount; ++kind) {
         const std::vector<Record> &added = m_newTableRecords[kind];
-        const bool isThere = m_file && m_file->tables[kind].begin != ZvDbDrawingFile::kNoRecord;
+        const bool isThere = m_file && m_file->hasTable(kind);
         if (isThere || (m_file && added.empty()) || (kind == kBlockTable && !hasRecords()))
             continue;
         records.push_back(tableBegin(kind, int(added.size())));
