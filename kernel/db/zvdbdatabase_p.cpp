@@ -117,6 +117,8 @@ void ZvDbDatabasePrivate::attach(ZvDbObject *object, std::uint32_t index)
     }
     if (ZvDbStub *own = ZvDbObjectAccess::stub(object)) {
         ZvDbDetachedStub *detached = static_cast<ZvDbDetachedStub *>(own);
+        if (detached->record && detached->database == number)
+            copiedRecords[index] = detached->record;
         if (detached->xdata) {
             xdata[index] = detached->xdata;
             for (const ZvResBuf *data = detached->xdata.get(); data; data = data->rbnext) {
@@ -154,6 +156,14 @@ void ZvDbDatabasePrivate::copyAttributes(ZvDbBlockReference &reference)
     ZvDbObjectAccess::setAttributes(reference, std::move(copies));
 }
 
+std::uint32_t ZvDbDatabasePrivate::recordToStartFrom(std::uint32_t index) const
+{
+    if (stubs[index].record)
+        return stubs[index].record;
+    const auto found = copiedRecords.find(index);
+    return found == copiedRecords.end() ? 0 : found->second;
+}
+
 ZvDbObject *ZvDbDatabasePrivate::objectAt(std::uint32_t index) const
 {
     ZvDbStub &stub = stubs[index];
@@ -178,6 +188,7 @@ void ZvDbDatabasePrivate::clear()
     handles.clear();
     source.reset();
     xdata.clear();
+    copiedRecords.clear();
     stamps.clear();
     m_blockReferences.clear();
     m_blockReferencesValid = false;

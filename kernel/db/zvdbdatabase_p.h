@@ -86,6 +86,9 @@ public:
     void copyAttributes(ZvDbBlockReference &reference);
     /// The object, decoded if need be; null where its record cannot be read. It is not open.
     ZvDbObject *objectAt(std::uint32_t index) const;
+    /// Number plus 1 of the record that the object's own starts from when it is written: its own one, or, for a copy,
+    /// its original's, with all that the classes do not model. 0 for none.
+    std::uint32_t recordToStartFrom(std::uint32_t index) const;
     /// The next handle to be given out.
     std::uint64_t handleSeed() const { return m_handleSeed; }
     void raiseHandleSeed(std::uint64_t seed) { m_handleSeed = std::max(m_handleSeed, seed); }
@@ -188,6 +191,7 @@ public:
 
     /// Extended data set since the file was read, by position; a null chain for none.
     std::unordered_map<std::uint32_t, ZvDbSharedChain> xdata;
+    std::unordered_map<std::uint32_t, std::uint32_t> copiedRecords; ///< Of copies, by position; see recordToStartFrom().
     std::unordered_map<std::uint32_t, std::uint64_t> stamps;
     std::uint64_t stamp = 1;
     std::uint64_t openings = 0;

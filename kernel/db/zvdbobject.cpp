@@ -289,6 +289,13 @@ ZvRxObject *ZvDbObject::clone() const
         detachedStub(*copy).properties = zvdbProperties(static_cast<const ZvDbEntity &>(*this));
     if (ZvResBuf *chain = xData(ZvString()))
         detachedStub(*copy).xdata = ZvDbSharedChain(chain, zvutRelRb);
+    if (isAttached(m_stub)) {
+        const ZvDbDatabasePrivate &d = *ZvDbStubTable::databaseOf(m_stub);
+        if (const std::uint32_t record = d.recordToStartFrom(ZvDbStubTable::indexOf(m_stub))) {
+            detachedStub(*copy).record = record;
+            detachedStub(*copy).database = d.number;
+        }
+    }
     return copy.release();
 }
 

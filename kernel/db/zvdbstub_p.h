@@ -70,6 +70,8 @@ struct ZvDbDetachedStub : ZvDbStub
     ZvDbDetachedStub() { flags = kDetached; }
     ZvDbEntityProperties properties;
     ZvDbSharedChain xdata;
+    /// Of a copy: number of the drawing of its original, whose record (ZvDbStub::record) the copy's starts from.
+    std::uint32_t database = 0;
 };
 
 /// The record blocks of a database, in chunks that never move. A chunk is aligned to its size and begins with a block

@@ -105,6 +105,7 @@ private:
     void planNew(std::uint32_t index);
     void planBlock(std::uint32_t index);
     void planNewBlock(std::uint32_t index);
+    void planAttributes(std::uint32_t reference, bool any);
     void planTables();
     void planVariables();
     void planClasses();
@@ -115,9 +116,13 @@ private:
     Edit &editAt(std::uint32_t record) { return m_edits[record]; }
 
     Record source(std::uint32_t record) const;
+    /// A record for a copy to start from: without what belongs to the original alone.
+    Record copiedSource(std::uint32_t record, const ZvDbStub &copy) const;
     /// The object's record as it is now; \a changed tells whether it differs from the one it started with.
     Record encode(std::uint32_t index, ZvDbObject &object, bool &changed);
     std::vector<Record> encodeNewEntity(std::uint32_t index, ZvDbObject &object);
+    /// A flat polyline in the form that the oldest versions know.
+    std::vector<Record> encodeOldPolyline(std::uint32_t index, const ZvDbPolyline &polyline);
     void encodeExtendedData(std::uint32_t index);
     Record blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block, std::uint32_t record, bool &changed);
     Record blockEnd(std::uint32_t index);
@@ -150,6 +155,7 @@ private:
     std::vector<Record> m_newClasses;
     std::map<std::string, std::vector<OwnedTag>> m_variables;
     std::vector<std::string> m_variableOrder; // of a new file
+    std::set<std::uint32_t> m_attributeOwners; // whose attributes came or went
     std::set<std::uint32_t> m_dictionaries; // whose entries were erased
     bool m_anyRename = false;
 };
@@ -180,6 +186,43 @@ Record DrawingSaver::source(std::uint32_t record) const
     result.reserve(tags.size() + 4);
     for (const zvdxf::Tag &tag : tags)
         result.push_back(store().owned(tag));
+    return result;
+}
+
+Record DrawingSaver::copiedSource(std::uint32_t record, const ZvDbStub &copy) const
+{
+    const Record original = source(record);
+    const bool isHatch = original.front().value == "HATCH";
+    const bool isEntity = copy.has(ZvDbStub::kEntity);
+    const bool inPaper = isEntity && zvdbSpaceOfBlock(d.nameOf(d.idAt(copy.owner))) == 1;
+    Record result;
+    bool isInGroup = false;
+    int markers = 0;
+    for (std::size_t i = 0; i < original.size(); ++i) {
+        const OwnedTag &tag = original[i];
+        if (tag.code == 102 && markers == 0) {
+            isInGroup = tag.value.find('{') != std::string::npos;
+            continue; // reactors, the extension dictionary
+        }
+        markers += tag.code == 100;
+        if (tag.code == 100 || tag.code >= 1000)
+            isInGroup = false;
+        if (isInGroup || (tag.code == 360 && markers > 0))
+            continue; // objects that the original owns
+        if (isEntity && (tag.code == 67 || tag.code == 410) && markers <= 1)
+            continue;
+        if (isHatch && tag.code == 330 && markers > 1)
+            continue; // the objects that its outline was made of
+        result.push_back(tag);
+        if (isHatch && ((tag.code == 97 && i + 1 < original.size() && original[i + 1].code == 330) || tag.code == 71)) {
+            result.back().value = "0";
+            result.back().source = OwnedTag::noSource;
+        }
+        if (inPaper && tag.code == 100 && markers == 1)
+            result.push_back({67, "1"});
+    }
+    if (inPaper && markers == 0)
+        result.insert(result.begin() + 1, {67, "1"});
     return result;
 }
 
@@ -249,6 +292,13 @@ void DrawingSaver::planObjects()
             planNew(index);
         }
     }
+    std::set<std::uint32_t> withAttributes;
+    for (std::uint32_t index = 1; index < end && !m_attributeOwners.empty(); ++index) {
+        if (d.stubs.isUsed(index) && !d.stubs[index].isErased() && m_attributeOwners.count(d.stubs[index].owner))
+            withAttributes.insert(d.stubs[index].owner);
+    }
+    for (const std::uint32_t reference : m_attributeOwners)
+        planAttributes(reference, withAttributes.count(reference) != 0);
     // What new records refer to has to be there, and what that refers to.
     while (!m_references.needed.empty()) {
         const std::uint32_t index = *m_references.needed.begin();
@@ -286,8 +336,13 @@ Record DrawingSaver::encode(std::uint32_t index, ZvDbObject &object, bool &chang
 {
     const ZvDbStub &stub = d.stubs[index];
     const bool isDimStyle = object.isKindOf(ZvDbDimStyleTableRecord::desc());
+    const std::uint32_t start = m_file ? d.recordToStartFrom(index) : 0;
     if (stub.record && m_file) {
-        m_writer.beginExisting(source(stub.record - 1));
+        m_writer.beginExisting(source(start - 1));
+    } else if (start) {
+        const std::uint64_t owner = stub.owner ? m_references.handleOf(d.idAt(stub.owner)) : 0;
+        m_writer.beginExisting(copiedSource(start - 1, stub));
+        m_writer.setHead(isDimStyle ? 105 : 5, hasHandles() ? stub.handle : 0, hasOwners() ? owner : 0);
     } else {
         m_writer.beginNew(object.fileName());
         const std::uint64_t owner = stub.owner ? m_references.handleOf(d.idAt(stub.owner)) : 0;
@@ -316,6 +371,8 @@ void DrawingSaver::planExisting(std::uint32_t index)
         if (stub.has(ZvDbStub::kEntity) && !cls->isDerivedFrom(ZvDbAttribute::desc()))
             last = lastSubentity(record);
         dropRecords(record, last);
+        if (cls->isDerivedFrom(ZvDbAttribute::desc()) && stub.owner && !d.stubs[stub.owner].isErased())
+            m_attributeOwners.insert(stub.owner);
         for (int kind = 0; kind < kTableCount; ++kind)
             m_erasedTableRecords[kind] += stub.owner && stub.owner == d.tables[kind];
         return;
@@ -356,6 +413,29 @@ void DrawingSaver::planExisting(std::uint32_t index)
         ZvDbObjectAccess::vertexFields(polyline, number, m_writer);
         editAt(next).before.push_back(m_writer.takeTags());
     }
+}
+
+/// The reference says whether attributes follow, and their end has a record of its own.
+void DrawingSaver::planAttributes(std::uint32_t reference, bool any)
+{
+    const std::uint32_t record = d.stubs[reference].record - 1;
+    std::uint32_t end = record + 1;
+    while (end < store().wholeRecords() && store().type(end) == "ATTRIB")
+        ++end;
+    const bool hasEnd = end < store().wholeRecords() && store().type(end) == "SEQEND";
+    if (hasEnd && !any)
+        dropRecords(end, end + 1);
+    if (!hasEnd && any)
+        editAt(end).before.push_back(sequenceEnd(reference, static_cast<const ZvDbEntity &>(*d.objectAt(reference))));
+    Edit &edit = editAt(record);
+    m_writer.beginExisting(edit.isReplaced ? edit.record : source(record));
+    m_writer.subclass("AcDbBlockReference");
+    int follow = any ? 1 : 0;
+    m_writer.integer(66, follow, 0);
+    if (m_writer.isChanged())
+        replace(record, m_writer.takeTags());
+    else if (!edit.isReplaced && edit.before.empty())
+        m_edits.erase(record);
 }
 
 Record DrawingSaver::blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block, std::uint32_t record, bool &changed)
@@ -439,6 +519,8 @@ std::vector<Record> DrawingSaver::encodeNewEntity(std::uint32_t index, ZvDbObjec
 {
     std::vector<Record> records;
     if (entitySince(object.fileName()) > d.version) {
+        if (object.isKindOf(ZvDbPolyline::desc()))
+            return encodeOldPolyline(index, static_cast<const ZvDbPolyline &>(object));
         m_warnings.add(kNotInVersion);
         return records;
     }
@@ -469,6 +551,42 @@ std::vector<Record> DrawingSaver::encodeNewEntity(std::uint32_t index, ZvDbObjec
         if (any)
             records.push_back(sequenceEnd(index, entity));
     }
+    return records;
+}
+
+std::vector<Record> DrawingSaver::encodeOldPolyline(std::uint32_t index, const ZvDbPolyline &polyline)
+{
+    std::vector<Record> records;
+    ZvDbEntityProperties properties = zvdbProperties(polyline);
+    ZvGeVector3d normal = polyline.normal();
+    const auto begin = [&](const char *type, const char *marker, std::uint64_t handle, std::uint64_t owner) {
+        m_writer.beginNew(type);
+        if (hasHandles())
+            m_writer.setHead(5, handle, hasOwners() ? owner : 0);
+        m_writer.subclass("AcDbEntity");
+        zvdbPropertyFields(m_writer, properties);
+        if (marker)
+            m_writer.subclass(marker);
+    };
+    const std::uint64_t handle = d.stubs[index].handle;
+    begin("POLYLINE", "AcDb2dPolyline", handle, m_references.handleOf(d.idAt(d.stubs[index].owner)));
+    m_writer.constant(66, 1);
+    m_writer.constantPoint(10, 0.0, 0.0, polyline.elevation());
+    m_writer.constant(70, polyline.isClosed() ? 1 : 0);
+    m_writer.vector(210, normal, ZvGeVector3d(0, 0, 1));
+    encodeExtendedData(index);
+    records.push_back(m_writer.takeTags());
+    for (ZvDbPolyline::Vertex vertex : polyline.vertices()) {
+        begin("VERTEX", "AcDbVertex", newHandle(), handle);
+        m_writer.subclass("AcDb2dVertex");
+        m_writer.constantPoint(10, vertex.point.x, vertex.point.y, polyline.elevation());
+        m_writer.real(40, vertex.startWidth, 0.0);
+        m_writer.real(41, vertex.endWidth, 0.0);
+        m_writer.real(42, vertex.bulge, 0.0);
+        records.push_back(m_writer.takeTags());
+    }
+    begin("SEQEND", nullptr, newHandle(), handle);
+    records.push_back(m_writer.takeTags());
     return records;
 }
 
@@ -515,15 +633,13 @@ void DrawingSaver::planNew(std::uint32_t index)
             // An attribute of a reference that is in the file stands behind that one's other attributes.
             if (d.stubs[block].record == 0 || !m_file)
                 return;
+            m_attributeOwners.insert(block);
             const std::uint32_t parent = d.stubs[block].record - 1;
             std::uint32_t next = parent + 1;
             while (next < store().wholeRecords() && store().type(next) == "ATTRIB")
                 ++next;
             bool changed = false;
-            Edit &edit = editAt(next);
-            edit.before.push_back(encode(index, *object, changed));
-            if (next == parent + 1)
-                edit.before.push_back(sequenceEnd(block, static_cast<const ZvDbEntity &>(*object)));
+            editAt(next).before.push_back(encode(index, *object, changed));
             return;
         }
         if (!isInEntities(block) && (!m_file || !m_file->blocks.count(block)))
