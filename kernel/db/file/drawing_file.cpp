@@ -110,6 +110,25 @@ std::int64_t ZvDbFileReferences::recordOf(ZvDbObjectId id) const
     return id.isNull() || !d.owns(id) ? -1 : std::int64_t(d.stubs[id.index()].record) - 1;
 }
 
+bool ZvDbFileReferences::isImplied(ZvDbObjectId id) const
+{
+    const ZvDbDatabasePrivate &d = *m_database.priv();
+    return !id.isNull() && d.owns(id) && d.stubs[id.index()].record == 0 && !d.stubs[id.index()].has(ZvDbStub::kFileChanged);
+}
+
+bool ZvDbFileReferences::isStandard(ZvDbFiler::Table table, ZvDbObjectId id) const
+{
+    switch (table) {
+    case ZvDbFiler::kLinetypes:
+        return isByLayer(id);
+    case ZvDbFiler::kTextStyles:
+    case ZvDbFiler::kDimStyles:
+        return ofName(table, "Standard") == id;
+    default:
+        return false;
+    }
+}
+
 bool ZvDbFileReferences::isByLayer(ZvDbObjectId id) const
 {
     return !id.isNull() && id == m_database.priv()->idAt(m_database.priv()->byLayer);

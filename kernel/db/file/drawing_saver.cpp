@@ -371,7 +371,7 @@ void DrawingSaver::planExisting(std::uint32_t index)
         if (stub.has(ZvDbStub::kEntity) && !cls->isDerivedFrom(ZvDbAttribute::desc()))
             last = lastSubentity(record);
         dropRecords(record, last);
-        if (cls->isDerivedFrom(ZvDbAttribute::desc()) && stub.owner && !d.stubs[stub.owner].isErased())
+        if (cls == ZvDbAttribute::desc() && d.stubs[stub.owner].record != 0 && !d.stubs[stub.owner].isErased())
             m_attributeOwners.insert(stub.owner);
         for (int kind = 0; kind < kTableCount; ++kind)
             m_erasedTableRecords[kind] += stub.owner && stub.owner == d.tables[kind];
@@ -661,8 +661,8 @@ void DrawingSaver::planNew(std::uint32_t index)
         }
         return;
     }
-    if (!hasRecords())
-        return; // the oldest versions have no objects
+    if (!hasRecords() || (cls->isDerivedFrom(ZvDbLayout::desc()) && d.version < ZvDb::kR2000))
+        return; // the oldest versions have no objects, the next no layouts
     m_newObjects.push_back(encode(index, *object, changed));
     // The dictionary that holds it has to be there, with its entry.
     if (stub.owner && m_file && d.stubs[stub.owner].record != 0 && !d.stubs[stub.owner].has(ZvDbStub::kFileChanged)

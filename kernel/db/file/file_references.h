@@ -22,6 +22,10 @@ public:
     ZvDbObjectId ofName(ZvDbFiler::Table table, std::string_view name) const;
     /// Whether the record has another name now than in the file, by which ofName() still finds it.
     bool isRenamed(ZvDbObjectId id) const;
+    /// Whether the drawing needs the object, the file lacks it, and nobody changed it: no reason to touch a record.
+    bool isImplied(ZvDbObjectId id) const;
+    /// Whether records that name no record of this table mean this one.
+    bool isStandard(ZvDbFiler::Table table, ZvDbObjectId id) const;
     /// Number of the object's record in the file; -1 when it has none.
     std::int64_t recordOf(ZvDbObjectId id) const;
     /// Whether this is the line type that stands for the layer's.

@@ -126,7 +126,12 @@ void ZvDbRecordReader::handle(int code, ZvDbObjectId &value, bool)
 void ZvDbRecordReader::nameIn(Table table, int code, ZvDbObjectId &value, bool)
 {
     const zvdxf::Tag *tag = take(code);
-    value = tag ? m_references.ofName(table, m_tags.view.name(*tag)) : ZvDbObjectId();
+    // Texts and dimensions that name no style have the standard one.
+    const bool isStyle = table == kTextStyles || table == kDimStyles;
+    if (tag)
+        value = m_references.ofName(table, m_tags.view.name(*tag));
+    else
+        value = isStyle ? m_references.ofName(table, "Standard") : ZvDbObjectId();
 }
 
 void ZvDbRecordReader::color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value, const ZvCmColor &standard, bool,

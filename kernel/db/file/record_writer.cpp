@@ -348,11 +348,14 @@ void ZvDbRecordWriter::handle(int code, ZvDbObjectId &value, bool always)
 {
     const std::size_t i = take(code);
     if (i == Cursor::npos) {
-        if (!value.isNull() || (always && m_isNew))
+        const bool isWanted = m_isNew ? always || !value.isNull() : !value.isNull() && !m_references.isImplied(value);
+        if (isWanted && mayInsert())
             insert(code, zvdxf::formatHandle(m_references.handleOf(value)));
-    } else if (m_references.ofHandle(handleIn(m_tags[i])) != value) {
-        replace(i, zvdxf::formatHandle(m_references.handleOf(value)));
+        return;
     }
+    const ZvDbObjectId now = m_references.ofHandle(handleIn(m_tags[i]));
+    if (now != value && !(now.isNull() && m_references.isImplied(value)))
+        replace(i, zvdxf::formatHandle(m_references.handleOf(value)));
 }
 
 void ZvDbRecordWriter::nameIn(Table table, int code, ZvDbObjectId &value, bool always)
@@ -360,7 +363,8 @@ void ZvDbRecordWriter::nameIn(Table table, int code, ZvDbObjectId &value, bool a
     const std::size_t i = take(code);
     const auto name = [&] { return m_codec.encode(m_references.nameOf(table, value)); };
     if (i == Cursor::npos) {
-        if (!value.isNull() || (always && m_isNew))
+        const bool isWanted = m_isNew ? always || !value.isNull() : !value.isNull() && !m_references.isStandard(table, value);
+        if (isWanted && mayInsert())
             insert(code, name());
         return;
     }
