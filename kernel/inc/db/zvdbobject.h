@@ -10,6 +10,8 @@
 #include "db/zvdbtypes.h"
 #include "db/zvresbuf.h"
 
+#include <utility>
+
 class ZvDbFiler;
 struct ZvDbStub;
 
@@ -116,9 +118,9 @@ public:
     T &operator*() const { return *m_object; }
     void close()
     {
-        if (m_object)
-            m_object->close();
-        m_object = nullptr;
+        // Forgotten first: a reactor may throw in the close, and the destructor must not close once more.
+        if (T *object = std::exchange(m_object, nullptr))
+            object->close();
     }
 
 private:
