@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "private/zvupdatecommand.h"
 
+#include "private/zvpropertywriters.h"
 #include "zevaqt.h"
 #include "zvqtcommonuisvr.h"
 
@@ -10,24 +11,27 @@ namespace {
 
 typedef void (*PropertyWriter)(const ZvUiPendingUpdate &update);
 
-/// By ZvUiPendingUpdate::kind. A property without a writer is not written.
-constexpr std::array<PropertyWriter, 10> kWriters = {};
+/// By ZvUiPendingUpdate::kind.
+constexpr std::array<PropertyWriter, 10> kWriters = {
+    zvWriteColor,    zvWriteLineWeight, zvWriteLineType,   zvWriteLayer,        zvWriteMaterial,
+    zvWriteDimStyle, zvWriteTextStyle,  zvWriteTableStyle, zvWriteMLeaderStyle, zvWritePlotStyle,
+};
 
 } // namespace
 
-void zvWritePendingUpdate()
+ZvQtCommonUISvr *zvUpdateMailbox()
 {
     ZvRxObject *object = grUISvr(L"Dialog/Common");
-    if (!object)
-        return;
-    // A dialog service of another maker has no mailbox.
-    auto *service = dynamic_cast<ZvQtCommonUISvr *>(zvqt_queryRequired<ZvUiService>(object));
+    return object ? dynamic_cast<ZvQtCommonUISvr *>(zvqt_queryRequired<ZvUiService>(object)) : nullptr;
+}
+
+void zvWritePendingUpdate()
+{
+    ZvQtCommonUISvr *service = zvUpdateMailbox();
     if (!service)
         return;
-
-    const ZvUiPendingUpdate &update = *service->pendingUpdate();
-    if (update.kind < 0 || update.kind >= int(kWriters.size()))
-        return;
-    if (const PropertyWriter write = kWriters[std::size_t(update.kind)])
-        write(update);
+    // A copy: what the write brings about may leave the next request.
+    const ZvUiPendingUpdate update = *service->pendingUpdate();
+    if (update.kind >= 0 && update.kind < int(kWriters.size()))
+        kWriters[std::size_t(update.kind)](update);
 }

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "private/zvcurrentdrawing.h"
+
+#include "zevaqt.h"
+
+#include "base/zvregistry.h"
+#include "core/zvedvars.h"
+#include "core/zvsystem.h"
+
+ZvApDocument *zvCurrentDocument()
+{
+    const ZvApDocManager *manager = zvDocManagerPtr();
+    return manager ? manager->currentDocument() : nullptr;
+}
+
+ZvDbDatabase *zvCurrentDocumentDatabase()
+{
+    const ZvApDocument *document = zvCurrentDocument();
+    return document ? document->database() : nullptr;
+}
+
+ZvEdSelectionHolder *zvSelectionHolder()
+{
+    const CHcSystem *system = CHcSystem::instance();
+    const ZvApDocManager *manager = system ? system->docManager() : nullptr;
+    const ZvApDocument *document = manager ? manager->currentDocument() : nullptr;
+    ZvEdContext *context = document ? document->editingContext() : nullptr;
+    return context ? context->selectionHolder() : nullptr;
+}
+
+ZvDbHostService *zvHostService()
+{
+    return zvqt_queryRequired<ZvDbHostService>(zvrxGetService(3))->applicationObject();
+}
+
+int zvActiveCommandBits()
+{
+    static const ZvString name(L"CMDACTIVE");
+    ZvResBuf value;
+    return zvedGetVar(name, &value) == ZvRes::kNormal ? int(value.number()) : 0;
+}

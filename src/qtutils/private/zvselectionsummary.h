@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVSELECTIONSUMMARY_H
+#define ZVSELECTIONSUMMARY_H
+
+#include "base/zvarray.h"
+#include "zvglobaluireactorhelp.h"
+
+/// Brings summaries up to date with a selection that is not empty, by the kernel's summary over all of it at once: those
+/// of the library's ten classes that were reset before. A summary of any other class has a merge() of its own, and goes
+/// to \a leftover; so do all where there is a null entry, since the scan then runs to its end whatever they say.
+///
+/// The last result is remembered: with selection and drawing unchanged the cost does not depend on the number of
+/// entities.
+void zvSummarizeSelection(const long selectionName[2], const ZvArray<ZvGlobalUIReactorHelp::SPickFirstInfo *> &infos,
+                          ZvArray<ZvGlobalUIReactorHelp::SPickFirstInfo *> &leftover);
+
+#endif
