@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "zvqtupdatebusservice.h"
+
+ZvQtUpdateBusService::~ZvQtUpdateBusService() = default;
