@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "drawingtest.h"
+
+#include "base/zvregistry.h"
+#include "db/zvdbhostservice.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+ZvString busKey()
+{
+    return ZvString(wchar_t(ZvQtUpdateBusService::kKey));
+}
+
+class BusService : public ZvQtUpdateBusService
+{
+public:
+    explicit BusService(ZvMonitorGlobalUISystemVarReactor *reactor) : m_reactor(reactor) { }
+    void addReceiver(CZvQtControlHelp *receiver) override { m_reactor->addUpdateUIReceiver(receiver); }
+    void removeReceiver(CZvQtControlHelp *receiver) override { m_reactor->removeUpdateUIReceiver(receiver); }
+
+private:
+    ZvMonitorGlobalUISystemVarReactor *m_reactor;
+};
+
+struct BoxRecord
+{
+    std::vector<MessageBoxes::Shown> shown;
+    int answer = 1;
+};
+
+BoxRecord &boxRecord()
+{
+    static BoxRecord record;
+    return record;
+}
+
+int answerBox(const ZvString &text, const ZvString &caption, unsigned flags)
+{
+    boxRecord().shown.push_back({text, caption, flags});
+    return boxRecord().answer;
+}
+
+template<class Table, class Record>
+ZvDbObjectId addRecord(ZvDbDatabase &drawing, Record *record, const ZvString &name)
+{
+    record->setName(name);
+    Table *table = nullptr;
+    ZvDbObjectId id;
+    if (drawing.getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk) {
+        delete record;
+        return id;
+    }
+    if (table->add(record, id) == Zv::eOk)
+        record->close();
+    table->close();
+    return id;
+}
+
+ZvDbObjectId addEntry(ZvDbObjectId dictionaryId, ZvDbObject *object, const ZvString &name)
+{
+    ZvDbObjectId id;
+    ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
+    if (dictionary && dictionary->setAt(name, object, id) == Zv::eOk)
+        object->close();
+    return id;
+}
+
+} // namespace
+
+BusHost::BusHost()
+{
+    zv_arbitDict_regservice(busKey(), ZvRxObjectPtr::adopt(new ZvRxObjectImpl<BusService>(&reactor)));
+}
+
+BusHost::~BusHost()
+{
+    zv_arbitDict_clearservice(busKey());
+}
+
+MessageBoxes::MessageBoxes(int answer)
+{
+    boxRecord().shown.clear();
+    boxRecord().answer = answer;
+    zvuiSetMessageBoxHook(answerBox);
+}
+
+MessageBoxes::~MessageBoxes()
+{
+    zvuiSetMessageBoxHook(nullptr);
+}
+
+const std::vector<MessageBoxes::Shown> &MessageBoxes::shown()
+{
+    return boxRecord().shown;
+}
+
+void DrawingTest::init()
+{
+    ZevaTest::init();
+    m_module = std::make_unique<ModuleSession>();
+    m_bus = std::make_unique<BusHost>();
+    openAnother();
+}
+
+void DrawingTest::cleanup()
+{
+    m_bus.reset();
+    CHcSystem::setInstanceAvailable(true);
+    m_module.reset();
+    ZevaTest::cleanup();
+}
+
+ZvDbDatabase &DrawingTest::drawing()
+{
+    return *document()->database();
+}
+
+ZvApDocument *DrawingTest::document()
+{
+    return zvDocManagerPtr()->currentDocument();
+}
+
+ZvEdSelectionHolder &DrawingTest::selection()
+{
+    return *document()->editingContext()->selectionHolder();
+}
+
+ZvApDocument *DrawingTest::openAnother()
+{
+    ZvApDocument *document = zvDocManagerPtr()->newDocument();
+    bus().enableUpdateUI(true);
+    return document;
+}
+
+bool DrawingTest::runMacro(const ZvString &macro)
+{
+    zvedMenuMacro(macro, false);
+    return zvedRunQueue();
+}
+
+ZvDbObjectId DrawingTest::addLayer(const ZvString &name)
+{
+    return addRecord<ZvDbLayerTable>(drawing(), new ZvDbLayerTableRecord, name);
+}
+
+ZvDbObjectId DrawingTest::addLineType(const ZvString &name)
+{
+    return addRecord<ZvDbLinetypeTable>(drawing(), new ZvDbLinetypeTableRecord, name);
+}
+
+ZvDbObjectId DrawingTest::addTextStyle(const ZvString &name)
+{
+    return addRecord<ZvDbTextStyleTable>(drawing(), new ZvDbTextStyleTableRecord, name);
+}
+
+ZvDbObjectId DrawingTest::addDimStyle(const ZvString &name)
+{
+    return addRecord<ZvDbDimStyleTable>(drawing(), new ZvDbDimStyleTableRecord, name);
+}
+
+ZvDbObjectId DrawingTest::addMaterial(const ZvString &name)
+{
+    return addEntry(drawing().materialDictionaryId(true), new ZvDbMaterial, name);
+}
+
+ZvDbObjectId DrawingTest::addPlotStyle(const ZvString &name)
+{
+    return addEntry(drawing().plotStyleDictionaryId(true), new ZvDbPlaceHolder, name);
+}
+
+ZvDbObjectId DrawingTest::addMLeaderStyle(const ZvString &name)
+{
+    return addEntry(drawing().mleaderStyleDictionaryId(true), new ZvDbMLeaderStyle, name);
+}
+
+ZvDbObjectId DrawingTest::addTableStyle(const ZvString &name)
+{
+    return addEntry(drawing().tableStyleDictionaryId(true), new ZvDbTableStyle, name);
+}
+
+ZvDbObjectId DrawingTest::add(ZvDbEntity *entity)
+{
+    ZvDbObjectId id;
+    drawing().appendEntity(entity, drawing().modelSpaceId(), id);
+    return id;
+}
+
+ZvDbObjectId DrawingTest::layerNamed(const ZvString &name)
+{
+    return ZevaUISetting::findLayerTableRecordByName(name, nullptr);
+}
+
+double DrawingTest::variable(const ZvString &name)
+{
+    ZvResBuf value;
+    return zvedGetVar(name, &value) == ZvRes::kNormal ? value.number() : std::numeric_limits<double>::quiet_NaN();
+}
+
+void DrawingTest::setVariable(const ZvString &name, int value)
+{
+    ZvResBuf buffer;
+    buffer.restype = ZvRes::kShort;
+    buffer.resval.rint = short(value);
+    QCOMPARE(zvedSetVar(name, &buffer), int(ZvRes::kNormal));
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#ifndef DRAWINGTEST_H
+#define DRAWINGTEST_H
+
+#include "modulesession.h"
+#include "zevatest.h"
+#include "zvmonitorglobaluisystemvarreactor.h"
+#include "zvodasetting.h"
+#include "zvqtupdatebusservice.h"
+
+#include "core/zvapdocument.h"
+#include "core/zveditor.h"
+#include "core/zvedvars.h"
+#include "db/zvdbdatabase.h"
+#include "db/zvdbentities.h"
+#include "db/zvdbrecords.h"
+#include "db/zvdbstyles.h"
+
+#include <memory>
+#include <vector>
+
+/// Offers the update bus to the controls as a host does: the one reactor, and the service with which controls join it.
+class BusHost
+{
+public:
+    BusHost();
+    ~BusHost();
+    BusHost(const BusHost &) = delete;
+    BusHost &operator=(const BusHost &) = delete;
+
+    ZvMonitorGlobalUISystemVarReactor reactor;
+};
+
+/// Answers message boxes for the life of the object, and remembers them.
+class MessageBoxes
+{
+public:
+    struct Shown
+    {
+        ZvString text;
+        ZvString caption;
+        unsigned flags;
+    };
+
+    /// Each box is answered with the button \a answer.
+    explicit MessageBoxes(int answer = 1);
+    ~MessageBoxes();
+    MessageBoxes(const MessageBoxes &) = delete;
+    MessageBoxes &operator=(const MessageBoxes &) = delete;
+
+    static const std::vector<Shown> &shown();
+};
+
+/// Base of the tests on a drawing: each function begins with the core started, the library loaded, the update bus offered
+/// and switched on, and one empty drawing open; it ends with all of it taken back and no object open.
+class DrawingTest : public ZevaTest
+{
+    Q_OBJECT
+protected:
+    /// The current document's drawing.
+    static ZvDbDatabase &drawing();
+    static ZvApDocument *document();
+    static ZvEdSelectionHolder &selection();
+    ZvMonitorGlobalUISystemVarReactor &bus() { return m_bus->reactor; }
+    /// Another empty drawing, made current, with the bus switched on again.
+    ZvApDocument *openAnother();
+
+    static void select(const std::vector<ZvDbObjectId> &ids) { selection().set(ids); }
+    /// Runs what is queued; false when a command failed.
+    static bool runCommands() { return zvedRunQueue(); }
+    static bool runMacro(const ZvString &macro);
+
+    static ZvDbObjectId addLayer(const ZvString &name);
+    static ZvDbObjectId addLineType(const ZvString &name);
+    static ZvDbObjectId addTextStyle(const ZvString &name);
+    static ZvDbObjectId addDimStyle(const ZvString &name);
+    static ZvDbObjectId addMaterial(const ZvString &name);
+    static ZvDbObjectId addPlotStyle(const ZvString &name);
+    static ZvDbObjectId addMLeaderStyle(const ZvString &name);
+    static ZvDbObjectId addTableStyle(const ZvString &name);
+    /// Adds an entity to model space.
+    static ZvDbObjectId add(ZvDbEntity *entity);
+    static ZvDbObjectId addLine() { return add(new ZvDbLine({0, 0, 0}, {1, 1, 0})); }
+    /// Opens an object for write and hands it to \a act.
+    template<class T, class Act>
+    static void change(ZvDbObjectId id, Act act)
+    {
+        const ZvDbObjectPointer<T> object(id, ZvDb::kForWrite);
+        QVERIFY(object);
+        act(*object);
+    }
+    template<class T, class Act>
+    static auto read(ZvDbObjectId id, Act act)
+    {
+        const ZvDbObjectPointer<T> object(id, ZvDb::kForRead);
+        return act(*object);
+    }
+    static ZvDbObjectId layerNamed(const ZvString &name);
+    /// A system variable as a number; NaN where it cannot be read.
+    static double variable(const ZvString &name);
+    static void setVariable(const ZvString &name, int value);
+
+protected Q_SLOTS:
+    void init();
+    void cleanup();
+
+private:
+    std::unique_ptr<ModuleSession> m_module;
+    std::unique_ptr<BusHost> m_bus;
+};
+
+namespace QTest {
+template<>
+inline char *toString(const ZvString &text)
+{
+    return qstrdup(text.toUtf8().c_str());
+}
+template<>
+inline char *toString(const ZvDbObjectId &id)
+{
+    return qstrdup(qPrintable(QStringLiteral("id %1").arg(quint64(id.asInt64()), 0, 16)));
+}
+template<>
+inline char *toString(const ZvCmColor &color)
+{
+    return qstrdup(qPrintable(QStringLiteral("colour %1").arg(color.color(), 8, 16)));
+}
+}
+
+#endif
