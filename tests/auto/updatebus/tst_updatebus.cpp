@@ -1,0 +1,941 @@
+// SPDX-License-Identifier: MIT
+#include "drawingtest.h"
+#include "zvqtcontrolhelp.h"
+#include "zvupdateuievent.h"
+
+#include "base/zvregistry.h"
+#include "core/zvsystem.h"
+
+#include <QComboBox>
+
+#include <functional>
+
+using namespace ZvGlobalUIReactorHelp;
+
+namespace {
+
+/// Notes every notice, and does what the test wants done inside it.
+class Recorder : public CZvQtControlHelp
+{
+public:
+    explicit Recorder(ZvMonitorGlobalUISystemVarReactor &bus, SPickFirstInfo *info = nullptr)
+        : CZvQtControlHelp(true, info), m_bus(bus)
+    {
+        m_bus.addUpdateUIReceiver(this);
+    }
+    ~Recorder() override { m_bus.removeUpdateUIReceiver(this); }
+    Q_DISABLE_COPY(Recorder)
+
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override
+    {
+        notices.push_back(notice);
+        if (pickFirstInfo)
+            statuses.push_back(pickFirstInfo->status);
+        if (react)
+            react(notice);
+    }
+
+    std::vector<std::uint64_t> kinds() const
+    {
+        std::vector<std::uint64_t> result;
+        for (const CZvGlobalUIReactorHelp &notice : notices)
+            result.push_back(notice.kind);
+        return result;
+    }
+
+    std::vector<CZvGlobalUIReactorHelp> notices;
+    std::vector<int> statuses; // of the summary, at each notice
+    std::function<void(const CZvGlobalUIReactorHelp &)> react;
+
+private:
+    ZvMonitorGlobalUISystemVarReactor &m_bus;
+};
+
+/// A summary of a class of its own.
+class CountingInfo : public SPickFirstInfo
+{
+public:
+    void merge(const ZvDbEntity *, const ZvDbEntity *) override { ++merges; }
+    void reset() override
+    {
+        status = kInfoUniform;
+        ++resets;
+    }
+    int merges = 0;
+    int resets = 0;
+};
+
+class FollowingBox : public QComboBox, public CZvQtControlHelp
+{
+    Q_OBJECT
+    Q_INTERFACES(CZvQtControlHelp)
+public:
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &) override { }
+};
+
+CZvGlobalUIReactorHelp noticeOfKind(std::uint64_t kind)
+{
+    CZvGlobalUIReactorHelp notice;
+    notice.kind = kind;
+    return notice;
+}
+
+typedef std::vector<std::uint64_t> Kinds;
+
+} // namespace
+
+class TestUpdateBus : public DrawingTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    // what each event becomes
+    void documentBecomingCurrentIsTold();
+    void layoutSwitchIsToldWithoutItsName();
+    void systemVariableIsToldByName();
+    void successOfASystemVariableMakesNoDifference();
+    void newObjectIsTold();
+    void changedObjectIsTold();
+    void erasedAndUnerasedObjectsAreToldAlike();
+    void selectionIsTold();
+    void endOfACommandIsToldByName();
+    void startAndCancelOfACommandAreNotTold();
+    void changeAffectsTheSelection_data();
+    void changeAffectsTheSelection();
+    void noticeLivesOnAsAnEvent();
+    void layoutManagerNoticesAreEmpty();
+
+    // what is dropped
+    void nothingIsDeliveredWithoutAnOpenDocument();
+    void nothingIsDeliveredWithoutThePartsOfTheKernel_data();
+    void nothingIsDeliveredWithoutThePartsOfTheKernel();
+    void newDocumentSwitchesTheBusOff();
+    void switchingOnMakesUpForNothing();
+    void switchedOffOnlyTheEndOfACommandGetsThrough();
+    void runningCommandKeepsVariablesAndObjectsOut();
+    void activeDialogKeepsVariablesAndObjectsOut();
+    void cancelledCommandLetsVariablesThroughAgain();
+    void failedCommandKeepsVariablesOutUntilTheNextEnd();
+    void firstEndOfNestedCommandsLetsVariablesThrough();
+    void deliveryOfAnObjectKeepsOtherNoticesOut();
+    void deliveryOfTheSelectionKeepsOtherNoticesOut();
+    void deliveryOfACommandsEndLetsNestedNoticesThrough();
+    void unmodifiedObjectIsNotTold();
+    void nullObjectIsNotTold();
+    void viewportRecordIsToldOnlyWithoutASelection();
+    void variableNobodySetIsNotTold();
+
+    // the summaries
+    void summariesAreFreshInEveryOrdinaryNotice();
+    void hostsNoticesLeaveTheSummariesAlone_data();
+    void hostsNoticesLeaveTheSummariesAlone();
+    void summariesStayWithoutADocument();
+    void receiverWithoutSummaryAddsNone();
+    void summaryIsResetOnceANotice();
+    void sharedSummaryIsKeptOnce();
+    void scanOpensEachEntityOnceForAllSummaries();
+
+    // receivers
+    void receiversAreToldInTheOrderOfJoining();
+    void joiningTwiceKeepsOne();
+    void leavingKeepsTheOrderOfTheOthers();
+    void leavingAbsentIsNothing();
+    void joiningInADeliveryTakesPartInIt();
+    void leavingInADeliveryMakesTheNextOneMissIt();
+    void receiverMayDieInItsOwnNotice();
+    void noticeMayBeRaisedInsideANotice();
+    void documentMayCloseInsideANotice();
+    void receiversExceptionLeavesTheBusUsable();
+    void receiverIsFoundFromAnObject();
+
+    // joining the kernel
+    void busLeavesTheKernelWhenItDies();
+    void busWorksWithoutEditorAndManagers();
+    void busSurvivesAnEditorOfAnotherClass();
+    void documentOpenBeforeTheBusIsNotHeardOf();
+    void documentDestroyedWhileAnotherIsCurrentIsHarmless();
+
+    // the whole way
+    void commandThatChangesTheColorIsToldOnceAtItsEnd();
+    void undoIsToldOnceAtItsEnd();
+};
+
+void TestUpdateBus::documentBecomingCurrentIsTold()
+{
+    ZvApDocument *first = document();
+    openAnother();
+    Recorder recorder(bus());
+    zvDocManagerPtr()->setCurrentDocument(first);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeDocumentCurrent});
+    QVERIFY(recorder.notices[0].name.isEmpty());
+    QVERIFY(!recorder.notices[0].object);
+    QVERIFY(!recorder.notices[0].database);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::layoutSwitchIsToldWithoutItsName()
+{
+    Recorder recorder(bus());
+    bus().layoutSwitched(L"Layout1");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeLayoutSwitched});
+    QVERIFY(recorder.notices[0].name.isEmpty());
+    QVERIFY(!recorder.notices[0].object);
+
+    // The kernel raises it too.
+    recorder.notices.clear();
+    drawing().setTilemode(false);
+    const Kinds kinds = recorder.kinds();
+    QCOMPARE(std::count(kinds.begin(), kinds.end(), std::uint64_t(kNoticeLayoutSwitched)), 1);
+}
+
+void TestUpdateBus::systemVariableIsToldByName()
+{
+    Recorder recorder(bus());
+    drawing().setCelweight(ZvDb::kLnWt050);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeSysVar});
+    QCOMPARE(recorder.notices[0].name, ZvString(L"CELWEIGHT"));
+    QVERIFY(!recorder.notices[0].object);
+    QVERIFY(!recorder.notices[0].database);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::successOfASystemVariableMakesNoDifference()
+{
+    Recorder recorder(bus());
+    bus().sysVarChanged(L"CECOLOR", false);
+    bus().sysVarChanged(L"CECOLOR", true);
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeSysVar, kNoticeSysVar}));
+}
+
+void TestUpdateBus::newObjectIsTold()
+{
+    Recorder recorder(bus());
+    recorder.react = [](const CZvGlobalUIReactorHelp &notice) {
+        QCOMPARE(notice.database, &drawing());
+        QVERIFY(notice.object->isKindOf(ZvDbLine::desc()));
+    };
+    addLine();
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+    QVERIFY(recorder.notices[0].name.isEmpty());
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::changedObjectIsTold()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    const ZvDbObject *told = nullptr;
+    recorder.react = [&](const CZvGlobalUIReactorHelp &notice) {
+        told = notice.object;
+        QVERIFY(notice.object->isModified());
+        // It may be read in here.
+        QCOMPARE(read<ZvDbEntity>(line, [](const ZvDbEntity &entity) { return entity.lineWeight(); }), ZvDb::kLnWt100);
+    };
+    change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.setLineWeight(ZvDb::kLnWt100); });
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+    QCOMPARE(recorder.notices[0].database, &drawing());
+    QVERIFY(told);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::erasedAndUnerasedObjectsAreToldAlike()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.erase(); });
+    ZvDbEntity *entity = nullptr;
+    QCOMPARE(zvdbOpenObject(entity, line, ZvDb::kForWrite, true), Zv::eOk);
+    entity->erase(false);
+    entity->close();
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeObject, kNoticeObject}));
+    QCOMPARE(recorder.notices[0].object, recorder.notices[1].object);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+    QVERIFY(!recorder.notices[1].affectsSelection);
+}
+
+void TestUpdateBus::selectionIsTold()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    select({line});
+    select({});
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticePickFirst, kNoticePickFirst}));
+    QVERIFY(recorder.notices[0].name.isEmpty());
+    QVERIFY(!recorder.notices[0].object);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::endOfACommandIsToldByName()
+{
+    Recorder recorder(bus());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+    QCOMPARE(recorder.notices[0].name, ZvString(L"LINE"));
+    QVERIFY(!recorder.notices[0].object);
+    QVERIFY(!recorder.notices[0].affectsSelection);
+}
+
+void TestUpdateBus::startAndCancelOfACommandAreNotTold()
+{
+    Recorder recorder(bus());
+    bus().commandWillStart(L"LINE");
+    bus().commandCancelled(L"LINE");
+    bus().documentDestroyed(L"a.dxf");
+    bus().documentToBeActivated(document());
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::changeAffectsTheSelection_data()
+{
+    QTest::addColumn<bool>("hasSelection");
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<bool>("affects");
+    QTest::newRow("entity, something selected") << true << "entity" << true;
+    QTest::newRow("entity, nothing selected") << false << "entity" << false;
+    QTest::newRow("layer, something selected") << true << "layer" << true;
+    QTest::newRow("layer, nothing selected") << false << "layer" << false;
+    QTest::newRow("text style, something selected") << true << "style" << false;
+}
+
+void TestUpdateBus::changeAffectsTheSelection()
+{
+    QFETCH(bool, hasSelection);
+    QFETCH(QString, object);
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    const ZvDbObjectId style = addTextStyle(L"Small");
+    if (hasSelection)
+        select({line});
+    Recorder recorder(bus());
+    if (object == QLatin1String("entity"))
+        change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.setLineWeight(ZvDb::kLnWt100); });
+    else if (object == QLatin1String("layer"))
+        change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.setIsLocked(true); });
+    else
+        change<ZvDbTextStyleTableRecord>(style, [](ZvDbTextStyleTableRecord &record) { record.setXScale(2.0); });
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+    QTEST(recorder.notices[0].affectsSelection, "affects");
+}
+
+void TestUpdateBus::noticeLivesOnAsAnEvent()
+{
+    const auto type = QEvent::Type(QEvent::registerEventType());
+    CZvGlobalUIReactorHelp notice = noticeOfKind(kNoticeObject);
+    notice.name = L"CECOLOR";
+    notice.database = &drawing();
+    notice.affectsSelection = true;
+    const ZvUpdateUiEvent event(notice, type);
+    notice.name = L"";
+    QCOMPARE(event.type(), type);
+    QCOMPARE(event.kind, std::uint64_t(kNoticeObject));
+    QCOMPARE(event.name, ZvString(L"CECOLOR"));
+    QCOMPARE(event.object, nullptr);
+    QCOMPARE(event.database, &drawing());
+    QVERIFY(event.affectsSelection);
+}
+
+void TestUpdateBus::layoutManagerNoticesAreEmpty()
+{
+    Recorder recorder(bus());
+    static_cast<ZvDbLayoutManagerReactor &>(bus()).layoutBecameCurrent(&drawing(), L"Layout1");
+    QVERIFY(recorder.notices.empty());
+}
+
+// ---- what is dropped
+
+void TestUpdateBus::nothingIsDeliveredWithoutAnOpenDocument()
+{
+    zvDocManagerPtr()->closeDocument(document());
+    QCOMPARE(zvDocManagerPtr()->documentCount(), 0);
+    Recorder recorder(bus());
+    bus().enableUpdateUI(true);
+    bus().commandEnded(L"LINE");
+    bus().sysVarChanged(L"CECOLOR", true);
+    bus().pickfirstModified();
+    bus().notifyUpdateUI(noticeOfKind(kNoticeHostFirst));
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::nothingIsDeliveredWithoutThePartsOfTheKernel_data()
+{
+    QTest::addColumn<bool>("isSystem");
+    QTest::newRow("no system object") << true;
+    QTest::newRow("no document manager") << false;
+}
+
+void TestUpdateBus::nothingIsDeliveredWithoutThePartsOfTheKernel()
+{
+    QFETCH(bool, isSystem);
+    Recorder recorder(bus());
+    CHcSystem *system = CHcSystem::instance();
+    isSystem ? CHcSystem::setInstanceAvailable(false) : system->setDocManagerAvailable(false);
+    bus().commandEnded(L"LINE");
+    isSystem ? CHcSystem::setInstanceAvailable(true) : system->setDocManagerAvailable(true);
+    QVERIFY(recorder.notices.empty());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.notices.size(), std::size_t(1));
+}
+
+void TestUpdateBus::newDocumentSwitchesTheBusOff()
+{
+    Recorder recorder(bus());
+    zvDocManagerPtr()->newDocument();
+    recorder.notices.clear();
+    drawing().setCelweight(ZvDb::kLnWt050);
+    select({addLine()});
+    bus().layoutSwitched(L"Layout1");
+    QVERIFY(recorder.notices.empty());
+
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+    // and it is off again
+    drawing().setCelweight(ZvDb::kLnWt100);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+
+    bus().enableUpdateUI(true);
+    drawing().setCelweight(ZvDb::kLnWt120);
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeCommandEnded, kNoticeSysVar}));
+}
+
+void TestUpdateBus::switchingOnMakesUpForNothing()
+{
+    Recorder recorder(bus());
+    bus().enableUpdateUI(false);
+    drawing().setCelweight(ZvDb::kLnWt050);
+    bus().enableUpdateUI(true);
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::switchedOffOnlyTheEndOfACommandGetsThrough()
+{
+    Recorder recorder(bus());
+    bus().enableUpdateUI(false);
+    bus().sysVarChanged(L"CECOLOR", true);
+    bus().pickfirstModified();
+    bus().layoutSwitched(L"");
+    bus().documentBecameCurrent(document());
+    addLine();
+    bus().notifyUpdateUI(noticeOfKind(kNoticeHostFirst));
+    QVERIFY(recorder.notices.empty());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+}
+
+void TestUpdateBus::runningCommandKeepsVariablesAndObjectsOut()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    bus().commandWillStart(L"LINE");
+    drawing().setCelweight(ZvDb::kLnWt050);
+    addLine();
+    change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.setLineWeight(ZvDb::kLnWt100); });
+    change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.erase(); });
+    QVERIFY(recorder.notices.empty());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+}
+
+void TestUpdateBus::activeDialogKeepsVariablesAndObjectsOut()
+{
+    Recorder recorder(bus());
+    zvedDialogStarted();
+    QCOMPARE(variable(L"CMDACTIVE"), 8.0);
+    drawing().setCelweight(ZvDb::kLnWt050);
+    addLine();
+    zvedDialogEnded();
+    QVERIFY(recorder.notices.empty());
+    drawing().setCelweight(ZvDb::kLnWt100);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeSysVar});
+}
+
+void TestUpdateBus::cancelledCommandLetsVariablesThroughAgain()
+{
+    Recorder recorder(bus());
+    bus().commandWillStart(L"LINE");
+    bus().commandCancelled(L"LINE");
+    QVERIFY(recorder.notices.empty());
+    drawing().setCelweight(ZvDb::kLnWt050);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeSysVar});
+}
+
+void TestUpdateBus::failedCommandKeepsVariablesOutUntilTheNextEnd()
+{
+    Recorder recorder(bus());
+    bus().commandWillStart(L"LINE");
+    static_cast<ZvEditorReactor &>(bus()).commandFailed(L"LINE");
+    drawing().setCelweight(ZvDb::kLnWt050);
+    addLine();
+    QVERIFY(recorder.notices.empty());
+    bus().commandEnded(L"CIRCLE");
+    drawing().setCelweight(ZvDb::kLnWt100);
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeCommandEnded, kNoticeSysVar}));
+}
+
+void TestUpdateBus::firstEndOfNestedCommandsLetsVariablesThrough()
+{
+    Recorder recorder(bus());
+    bus().commandWillStart(L"LINE");
+    bus().commandWillStart(L"ZOOM");
+    bus().commandEnded(L"ZOOM");
+    drawing().setCelweight(ZvDb::kLnWt050);
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeCommandEnded, kNoticeSysVar}));
+}
+
+void TestUpdateBus::deliveryOfAnObjectKeepsOtherNoticesOut()
+{
+    Recorder recorder(bus());
+    recorder.react = [this](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind == kNoticeObject) {
+            drawing().setCelweight(ZvDb::kLnWt050);
+            addLayer(L"Made by a control");
+        }
+    };
+    addLine();
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+}
+
+void TestUpdateBus::deliveryOfTheSelectionKeepsOtherNoticesOut()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    recorder.react = [this](const CZvGlobalUIReactorHelp &) {
+        drawing().setCelweight(ZvDb::kLnWt050);
+        addLayer(L"Made by a control");
+    };
+    select({line});
+    QCOMPARE(recorder.kinds(), Kinds {kNoticePickFirst});
+    recorder.react = nullptr;
+    drawing().setCelweight(ZvDb::kLnWt100);
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticePickFirst, kNoticeSysVar}));
+}
+
+void TestUpdateBus::deliveryOfACommandsEndLetsNestedNoticesThrough()
+{
+    Recorder recorder(bus());
+    recorder.react = [this](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind == kNoticeCommandEnded)
+            drawing().setCelweight(ZvDb::kLnWt050);
+    };
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), (Kinds {kNoticeCommandEnded, kNoticeSysVar}));
+}
+
+void TestUpdateBus::unmodifiedObjectIsNotTold()
+{
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    read<ZvDbEntity>(line, [this](const ZvDbEntity &entity) {
+        QVERIFY(!entity.isModified());
+        bus().objectModified(&drawing(), &entity);
+    });
+    change<ZvDbEntity>(line, [](ZvDbEntity &) {}); // opened for write and left as it is
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::nullObjectIsNotTold()
+{
+    Recorder recorder(bus());
+    bus().objectModified(&drawing(), nullptr);
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::viewportRecordIsToldOnlyWithoutASelection()
+{
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId viewport = drawing().currentViewportId();
+    Recorder recorder(bus());
+    const auto touch = [&](double height) {
+        change<ZvDbViewportTableRecord>(viewport, [=](ZvDbViewportTableRecord &record) { record.setHeight(height); });
+    };
+    touch(10.0);
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+    QVERIFY(!recorder.notices[0].affectsSelection);
+    select({line});
+    recorder.notices.clear();
+    touch(20.0);
+    QVERIFY(recorder.notices.empty());
+}
+
+void TestUpdateBus::variableNobodySetIsNotTold()
+{
+    Recorder recorder(bus());
+    drawing().setCelweight(drawing().celweight());
+    QVERIFY(recorder.notices.empty());
+}
+
+// ---- the summaries
+
+void TestUpdateBus::summariesAreFreshInEveryOrdinaryNotice()
+{
+    SColorInfo info;
+    Recorder recorder(bus(), &info);
+    bus().commandEnded(L"LINE");
+    const ZvDbObjectId first = addLine();
+    const ZvDbObjectId second = addLine();
+    change<ZvDbEntity>(second, [](ZvDbEntity &entity) {
+        ZvCmColor red;
+        red.setColorIndex(1);
+        entity.setColor(red);
+    });
+    recorder.statuses.clear();
+    bus().commandEnded(L"LINE");
+    select({first});
+    bus().layoutSwitched(L"");
+    select({first, second});
+    bus().sysVarChanged(L"CECOLOR", true);
+    QCOMPARE(recorder.statuses, (std::vector<int> {kInfoNoSelection, kInfoUniform, kInfoUniform, kInfoMixed, kInfoMixed}));
+}
+
+void TestUpdateBus::hostsNoticesLeaveTheSummariesAlone_data()
+{
+    QTest::addColumn<quint64>("kind");
+    QTest::addColumn<int>("status");
+    QTest::newRow("first") << quint64(kNoticeHostFirst) << int(kInfoNoDocument);
+    QTest::newRow("second") << quint64(kNoticeHostSecond) << int(kInfoNoDocument);
+    QTest::newRow("an ordinary kind") << quint64(kNoticeLayoutSwitched) << int(kInfoNoSelection);
+    QTest::newRow("a kind of nobody's") << quint64(4096) << int(kInfoNoSelection);
+}
+
+void TestUpdateBus::hostsNoticesLeaveTheSummariesAlone()
+{
+    QFETCH(quint64, kind);
+    QFETCH(int, status);
+    CountingInfo info;
+    Recorder recorder(bus(), &info);
+    Recorder another(bus());
+    bus().notifyUpdateUI(noticeOfKind(kind));
+    QCOMPARE(recorder.statuses, std::vector<int> {status});
+    QCOMPARE(another.kinds(), Kinds {kind});
+    QCOMPARE(info.resets, status == kInfoNoDocument ? 0 : 1);
+}
+
+void TestUpdateBus::summariesStayWithoutADocument()
+{
+    SColorInfo color;
+    CountingInfo counting;
+    Recorder recorder(bus(), &color);
+    Recorder another(bus(), &counting);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(color.status, int(kInfoNoSelection));
+    const int resets = counting.resets;
+    zvDocManagerPtr()->closeDocument(document());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(color.status, int(kInfoNoSelection));
+    QCOMPARE(counting.resets, resets);
+}
+
+void TestUpdateBus::receiverWithoutSummaryAddsNone()
+{
+    select({addLine()});
+    CountingInfo info;
+    Recorder without(bus());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(without.notices.size(), std::size_t(1));
+    QCOMPARE(info.resets, 0);
+    Recorder with(bus(), &info);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(info.resets, 1);
+    QCOMPARE(info.merges, 1);
+}
+
+void TestUpdateBus::summaryIsResetOnceANotice()
+{
+    select({addLine(), addLine(), addLine()});
+    CountingInfo info;
+    Recorder first(bus(), &info);
+    bus().pickfirstModified();
+    QCOMPARE(info.resets, 1);
+    QCOMPARE(info.merges, 2);
+}
+
+void TestUpdateBus::sharedSummaryIsKeptOnce()
+{
+    CountingInfo info;
+    Recorder first(bus(), &info);
+    Recorder second(bus(), &info);
+    bus().pickfirstModified();
+    QCOMPARE(info.resets, 1);
+}
+
+void TestUpdateBus::scanOpensEachEntityOnceForAllSummaries()
+{
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < 25; ++i)
+        ids.push_back(addLine());
+    select(ids);
+    CountingInfo own[3];
+    SColorInfo color;
+    SLayerInfo layer;
+    Recorder recorders[] {Recorder(bus(), &own[0]), Recorder(bus(), &color), Recorder(bus(), &own[1]),
+                          Recorder(bus(), &layer), Recorder(bus(), &own[2])};
+    Q_UNUSED(recorders)
+    const std::uint64_t before = drawing().openingsCount();
+    bus().layoutSwitched(L"");
+    const std::uint64_t opened = drawing().openingsCount() - before;
+    QVERIFY2(opened <= 25 + 2, qPrintable(QString::number(opened))); // and the two whose values the kernel's summary reads
+    QCOMPARE(own[2].merges, 13);
+    QCOMPARE(layer.status, int(kInfoUniform));
+}
+
+// ---- receivers
+
+void TestUpdateBus::receiversAreToldInTheOrderOfJoining()
+{
+    QStringList order;
+    Recorder first(bus());
+    Recorder second(bus());
+    Recorder third(bus());
+    first.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("first"); };
+    second.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("second"); };
+    third.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("third"); };
+    bus().commandEnded(L"LINE");
+    QCOMPARE(order, (QStringList {QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
+}
+
+void TestUpdateBus::joiningTwiceKeepsOne()
+{
+    CountingInfo info;
+    Recorder recorder(bus(), &info);
+    bus().addUpdateUIReceiver(&recorder);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.notices.size(), std::size_t(1));
+    QCOMPARE(info.resets, 1);
+}
+
+void TestUpdateBus::leavingKeepsTheOrderOfTheOthers()
+{
+    QStringList order;
+    Recorder first(bus());
+    auto second = std::make_unique<Recorder>(bus());
+    Recorder third(bus());
+    Recorder fourth(bus());
+    first.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("first"); };
+    third.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("third"); };
+    fourth.react = [&](const CZvGlobalUIReactorHelp &) { order << QStringLiteral("fourth"); };
+    second.reset();
+    bus().commandEnded(L"LINE");
+    QCOMPARE(order, (QStringList {QStringLiteral("first"), QStringLiteral("third"), QStringLiteral("fourth")}));
+}
+
+void TestUpdateBus::leavingAbsentIsNothing()
+{
+    CountingInfo info;
+    Recorder recorder(bus(), &info);
+    bus().removeUpdateUIReceiver(&recorder);
+    bus().removeUpdateUIReceiver(&recorder);
+    bus().commandEnded(L"LINE");
+    QVERIFY(recorder.notices.empty());
+    QCOMPARE(info.resets, 0);
+}
+
+void TestUpdateBus::joiningInADeliveryTakesPartInIt()
+{
+    Recorder first(bus());
+    std::unique_ptr<Recorder> late;
+    first.react = [&](const CZvGlobalUIReactorHelp &) {
+        if (!late)
+            late = std::make_unique<Recorder>(bus());
+    };
+    bus().commandEnded(L"LINE");
+    QCOMPARE(late->notices.size(), std::size_t(1));
+}
+
+void TestUpdateBus::leavingInADeliveryMakesTheNextOneMissIt()
+{
+    Recorder first(bus());
+    Recorder second(bus());
+    Recorder third(bus());
+    first.react = [&](const CZvGlobalUIReactorHelp &) { bus().removeUpdateUIReceiver(&first); };
+    bus().commandEnded(L"LINE");
+    QCOMPARE(first.notices.size(), std::size_t(1));
+    QCOMPARE(second.notices.size(), std::size_t(0));
+    QCOMPARE(third.notices.size(), std::size_t(1));
+    bus().commandEnded(L"LINE");
+    QCOMPARE(first.notices.size(), std::size_t(1));
+    QCOMPARE(second.notices.size(), std::size_t(1));
+    QCOMPARE(third.notices.size(), std::size_t(2));
+}
+
+void TestUpdateBus::receiverMayDieInItsOwnNotice()
+{
+    SColorInfo shared;
+    auto *mortal = new Recorder(bus(), &shared);
+    Recorder next(bus());
+    Recorder last(bus());
+    mortal->react = [mortal](const CZvGlobalUIReactorHelp &) {
+        const auto alive = mortal->react; // the callable outlives its owner
+        delete mortal;
+    };
+    bus().commandEnded(L"LINE");
+    bus().commandEnded(L"LINE");
+    QCOMPARE(next.notices.size(), std::size_t(1));
+    QCOMPARE(last.notices.size(), std::size_t(2));
+}
+
+void TestUpdateBus::noticeMayBeRaisedInsideANotice()
+{
+    Recorder first(bus());
+    Recorder second(bus());
+    first.react = [this](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind == kNoticeCommandEnded)
+            bus().notifyUpdateUI(noticeOfKind(kNoticeHostFirst));
+    };
+    bus().commandEnded(L"LINE");
+    QCOMPARE(first.kinds(), (Kinds {kNoticeCommandEnded, kNoticeHostFirst}));
+    QCOMPARE(second.kinds(), (Kinds {kNoticeHostFirst, kNoticeCommandEnded}));
+}
+
+void TestUpdateBus::documentMayCloseInsideANotice()
+{
+    SColorInfo info;
+    Recorder first(bus(), &info);
+    Recorder second(bus(), &info);
+    select({addLine()});
+    bool isClosed = false;
+    first.react = [&](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind != kNoticeCommandEnded || isClosed)
+            return;
+        isClosed = true;
+        zvDocManagerPtr()->closeDocument(document());
+    };
+    bus().commandEnded(L"LINE");
+    QVERIFY(isClosed);
+    QCOMPARE(second.kinds().back(), std::uint64_t(kNoticeCommandEnded));
+    QVERIFY(!zvDocManagerPtr()->currentDocument());
+}
+
+void TestUpdateBus::receiversExceptionLeavesTheBusUsable()
+{
+    struct Refusal { };
+    const ZvDbObjectId line = addLine();
+    Recorder recorder(bus());
+    recorder.react = [](const CZvGlobalUIReactorHelp &) { throw Refusal(); };
+    bus().enableUpdateUI(false);
+    QVERIFY_EXCEPTION_THROWN(bus().commandEnded(L"LINE"), Refusal);
+    recorder.react = nullptr;
+    recorder.notices.clear();
+    bus().layoutSwitched(L"");
+    QVERIFY(recorder.notices.empty()); // still off
+    bus().enableUpdateUI(true);
+
+    recorder.react = [](const CZvGlobalUIReactorHelp &) { throw Refusal(); };
+    QVERIFY_EXCEPTION_THROWN(select({line}), Refusal);
+    recorder.react = nullptr;
+    recorder.notices.clear();
+    drawing().setCelweight(ZvDb::kLnWt050); // no delivery is thought to go on
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeSysVar});
+}
+
+void TestUpdateBus::receiverIsFoundFromAnObject()
+{
+    FollowingBox box;
+    QObject *object = &box;
+    QCOMPARE(qobject_cast<CZvQtControlHelp *>(object), static_cast<CZvQtControlHelp *>(&box));
+    QCOMPARE(object->qt_metacast("CZvQtControlHelp"), static_cast<void *>(static_cast<CZvQtControlHelp *>(&box)));
+    QVERIFY(!box.hooked);
+    QVERIFY(!box.pickFirstInfo);
+}
+
+// ---- joining the kernel
+
+void TestUpdateBus::busLeavesTheKernelWhenItDies()
+{
+    {
+        ZvMonitorGlobalUISystemVarReactor shortLived;
+        openAnother();
+    }
+    // Neither editor nor documents nor the layout manager may tell the dead one.
+    bus().enableUpdateUI(true);
+    runMacro(L"_.LINE 0,0 1,1 ;");
+    drawing().setTilemode(false);
+    openAnother();
+    QCOMPARE(zvDocManagerPtr()->documentCount(), 3);
+}
+
+void TestUpdateBus::busWorksWithoutEditorAndManagers()
+{
+    ZvRxDictionary &registry = *zvrxSysRegistry();
+    ZvRxObject *editor = registry.at(L"ZvEditor");
+    registry.remove(L"ZvEditor");
+    CHcSystem::instance()->setApplicationAvailable(false);
+    CHcSystem::instance()->setDocManagerAvailable(false);
+    {
+        ZvMonitorGlobalUISystemVarReactor unhooked;
+        CHcSystem::setInstanceAvailable(false);
+    }
+    CHcSystem::setInstanceAvailable(true);
+    CHcSystem::instance()->setDocManagerAvailable(true);
+    CHcSystem::instance()->setApplicationAvailable(true);
+    CHcSystem::instance()->application()->setLayoutManagerAvailable(false);
+    registry.atPut(L"ZvEditor", editor);
+    {
+        ZvMonitorGlobalUISystemVarReactor partly;
+        Recorder recorder(partly);
+        runMacro(L"_.LINE 0,0 1,1 ;");
+        QVERIFY(!recorder.notices.empty());
+    }
+    CHcSystem::instance()->application()->setLayoutManagerAvailable(true);
+}
+
+void TestUpdateBus::busSurvivesAnEditorOfAnotherClass()
+{
+    ZvRxDictionary &registry = *zvrxSysRegistry();
+    ZvRxObject *editor = registry.at(L"ZvEditor");
+    registry.atPut(L"ZvEditor", ZvRxObjectPtr::adopt(new ZvRxObjectImpl<ZvRxDictionary>));
+    {
+        ZvMonitorGlobalUISystemVarReactor unhooked;
+    }
+    registry.atPut(L"ZvEditor", editor);
+}
+
+void TestUpdateBus::documentOpenBeforeTheBusIsNotHeardOf()
+{
+    ZvMonitorGlobalUISystemVarReactor late;
+    Recorder recorder(late);
+    addLine();
+    QVERIFY(recorder.notices.empty());
+    zvDocManagerPtr()->newDocument();
+    late.enableUpdateUI(true);
+    recorder.notices.clear();
+    addLine();
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+}
+
+void TestUpdateBus::documentDestroyedWhileAnotherIsCurrentIsHarmless()
+{
+    ZvApDocument *first = document();
+    openAnother();
+    Recorder recorder(bus());
+    zvDocManagerPtr()->closeDocument(first);
+    // The current drawing is the one that was let go of.
+    recorder.notices.clear();
+    addLine();
+    QVERIFY(recorder.notices.empty());
+    bus().commandEnded(L"LINE");
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+}
+
+// ---- the whole way
+
+void TestUpdateBus::commandThatChangesTheColorIsToldOnceAtItsEnd()
+{
+    Recorder recorder(bus());
+    QVERIFY(runMacro(L"_.SETVAR CECOLOR 1"));
+    QCOMPARE(drawing().cecolor().colorIndex(), std::uint16_t(1));
+    QCOMPARE(recorder.kinds(), Kinds {kNoticeCommandEnded});
+    QCOMPARE(recorder.notices[0].name, ZvString(L"SETVAR"));
+}
+
+void TestUpdateBus::undoIsToldOnceAtItsEnd()
+{
+    QVERIFY(runMacro(L"_.LINE 0,0 1,1 ;"));
+    const int entities = drawing().entityCount();
+    Recorder recorder(bus());
+    QVERIFY(runMacro(L"_.UNDO 1"));
+    QCOMPARE(drawing().entityCount(), entities - 1);
+    const Kinds kinds = recorder.kinds();
+    QCOMPARE(std::count(kinds.begin(), kinds.end(), std::uint64_t(kNoticeCommandEnded)), 1);
+    QCOMPARE(std::count(kinds.begin(), kinds.end(), std::uint64_t(kNoticeObject)), 0);
+}
+
+ZEVA_TEST_MAIN(TestUpdateBus)
+#include "tst_updatebus.moc"
