@@ -249,7 +249,9 @@ ZvSmartPtr<ZvDbDatabase> ZvDbDatabase::create(bool metric)
     };
     const ZvDbDatabasePtr database = ZvDbDatabasePtr::adopt(new ZvRxObjectImpl<Drawing>(metric));
     ZvDbDatabasePrivate &d = *database->priv();
+    ++d.undo.suspended;
     ZvDbDrawingMaker(d, metric).make();
+    --d.undo.suspended;
     d.contentLoaded();
     return database;
 }

@@ -355,7 +355,11 @@ void ZvDbDatabasePrivate::registerApplication(const ZvString &name)
         return;
     ZvDbRegAppTableRecord *record = new ZvDbRegAppTableRecord;
     ZvDbObjectAccess::setName(*record, name);
-    ZvDbObjectAccess::addToTable(*applications, name, adopt(record, tables[kRegAppTable]));
+    ZvDbChange change;
+    change.kind = ZvDbChange::kCreated;
+    change.index = adopt(record, tables[kRegAppTable]);
+    ZvDbObjectAccess::addToTable(*applications, name, change.index);
+    undo.note(std::move(change));
 }
 
 void ZvDbDatabasePrivate::renameRecord(ZvDbSymbolTableRecord &record, const ZvString &name)

@@ -154,8 +154,7 @@ public:
     /// none.
     ZvDbObjectId recordId(std::string_view table, const ZvString &name) const;
     ZvDbSymbolTable *table(ZvDbTableKind kind) const;
-    /// Files name in a table of their own every application that keeps extended data. What is registered stays, and is
-    /// no change that undo or a notice would tell of.
+    /// Files name in a table of their own every application that keeps extended data. Goes with the step that needs it.
     void registerApplication(const ZvString &name);
     /// Gives a record its name and tells its table.
     void renameRecord(ZvDbSymbolTableRecord &record, const ZvString &name);

@@ -62,7 +62,11 @@ public:
             exchangeState(*stub.object, static_cast<ZvDbStatePayload &>(*change.payload));
             break;
         }
+        const bool fileChanged = stub.has(ZvDbStub::kFileChanged);
         m_database.touch(change.index);
+        // What is as the file has it again is not written anew.
+        stub.set(ZvDbStub::kFileChanged, change.fileChanged);
+        change.fileChanged = fileChanged;
     }
 
     void deliver()
@@ -169,6 +173,7 @@ void ZvDbUndo::noteState(ZvDbStub &stub)
         return;
     ZvDbChange change;
     change.kind = ZvDbChange::kState;
+    change.fileChanged = stub.has(ZvDbStub::kFileChanged);
     change.index = index;
     change.payload = std::move(payload);
     m_current.changes.push_back(std::move(change));
@@ -180,6 +185,8 @@ void ZvDbUndo::note(ZvDbChange &&change)
         return;
     if (m_levels.empty())
         push(Level::kImplicit, ZvString());
+    if (change.kind != ZvDbChange::kVariable && change.kind != ZvDbChange::kUcsHistory)
+        change.fileChanged = m_database.stubs[change.index].has(ZvDbStub::kFileChanged);
     // An object's creation puts its state on record: undone, it is gone, whatever was changed in it.
     if (change.kind == ZvDbChange::kCreated)
         m_levels.back().states.insert(change.index);

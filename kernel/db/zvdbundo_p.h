@@ -29,6 +29,7 @@ struct ZvDbChange
     };
 
     Kind kind = kState;
+    bool fileChanged = false; ///< Whether the object differed from its record in the file.
     std::uint32_t index = 0; ///< Position of the object, number of the variable.
     std::uint32_t properties = 0;
     std::unique_ptr<Payload> payload;
