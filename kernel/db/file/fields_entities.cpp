@@ -228,8 +228,9 @@ void ZvDbObjectAccess::vertexFields(ZvDb2dPolyline &polyline, std::size_t number
                        : (kind & 64) ? "AcDbPolyFaceMeshVertex"
                                      : "AcDb2dVertex");
     filer.point(10, vertex.point);
-    filer.real(40, vertex.startWidth, 0.0);
-    filer.real(41, vertex.endWidth, 0.0);
+    // A vertex that says nothing is as wide as its polyline says.
+    filer.real(40, vertex.startWidth, polyline.m_startWidth);
+    filer.real(41, vertex.endWidth, polyline.m_endWidth);
     filer.real(42, vertex.bulge, 0.0);
     filer.integer(70, vertex.flags, 0);
     for (int i = 0; i < 4; ++i)

@@ -809,7 +809,7 @@ void GiDrawer::widePolyline(const ZvGePoint3d *points, const double *startWidths
         const ZvGeVector3d b = across[std::size_t(after)];
         const ZvGeVector3d sum = a + b;
         const double cosine = sum.lengthSqrd() / 4.0;
-        if (cosine < 0.1)
+        if (cosine < 0.03)
             return false;
         side = sum * (width / 4.0 / cosine);
         return true;

@@ -20,6 +20,7 @@ private slots:
     void aViewportHidesTheLayersItFreezes();
     void imagesStandUprightAndAreClipped();
     void missingImagesAreFrames();
+    void verticesAreAsWideAsTheirPolyline();
     void pointsHaveTheFigureOfTheDrawing_data();
     void pointsHaveTheFigureOfTheDrawing();
     void collectedDrawingsShowSomething_data();
@@ -218,6 +219,19 @@ void UtilsFileDrawingTest::missingImagesAreFrames()
     const QRect rect = inkedRect(image);
     QVERIFY(std::abs(rect.left() - 20) <= 1 && std::abs(rect.right() - 80) <= 1);
     QCOMPARE(image.pixel(30, 50), QRgb(0xFF000000)); // between frame and diagonals
+}
+
+void UtilsFileDrawingTest::verticesAreAsWideAsTheirPolyline()
+{
+    const QByteArray start = "0\nPOLYLINE\n8\n0\n66\n1\n10\n0\n20\n0\n30\n0\n40\n10\n41\n10\n";
+    const QByteArray first = "0\nVERTEX\n8\n0\n10\n20\n20\n50\n30\n0\n";
+    const QByteArray last = "0\nVERTEX\n8\n0\n10\n80\n20\n50\n30\n0\n0\nSEQEND\n8\n0\n";
+    Picture picture;
+    QVERIFY(read(picture, "0\nSECTION\n2\nENTITIES\n" + start + first + last + "0\nENDSEC\n0\nEOF\n"));
+    QCOMPARE(inkedRect(picture.draw()), QRect(20, 45, 60, 10));
+    // One that says so itself is not.
+    QVERIFY(read(picture, "0\nSECTION\n2\nENTITIES\n" + start + first + "40\n4\n41\n4\n" + last + "0\nENDSEC\n0\nEOF\n"));
+    QCOMPARE(inkedRect(picture.draw()), QRect(20, 48, 60, 4));
 }
 
 void UtilsFileDrawingTest::pointsHaveTheFigureOfTheDrawing_data()
