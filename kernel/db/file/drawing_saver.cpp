@@ -101,6 +101,7 @@ private:
     bool hasRecords() const { return d.version >= ZvDb::kR13; }
 
     void planObjects();
+    bool isOwnerGone(std::uint32_t index) const;
     void planExisting(std::uint32_t index);
     void planNew(std::uint32_t index);
     void planBlock(std::uint32_t index);
@@ -282,6 +283,11 @@ void DrawingSaver::planObjects()
         if (!d.stubs.isUsed(index))
             continue;
         const ZvDbStub &stub = d.stubs[index];
+        if (!stub.has(ZvDbStub::kEntity) && !stub.isErased() && stub.owner && isOwnerGone(index)) {
+            if (!isNew(stub))
+                dropRecords(stub.record - 1, stub.record);
+            continue;
+        }
         if (!isNew(stub)) {
             if (stub.isErased() || stub.has(ZvDbStub::kFileChanged) || m_anyRename || m_dictionaries.count(index))
                 planExisting(index);
@@ -306,6 +312,19 @@ void DrawingSaver::planObjects()
         if (!d.stubs[index].isErased())
             planNew(index);
     }
+}
+
+/// Whether what owns the object is erased, or what owns that: its extension dictionary is no use then.
+bool DrawingSaver::isOwnerGone(std::uint32_t index) const
+{
+    constexpr int kMostOwners = 64; // damaged files may have rings of them
+    std::uint32_t owner = d.stubs[index].owner;
+    for (int i = 0; i < kMostOwners && owner; ++i) {
+        if (d.stubs[owner].isErased())
+            return true;
+        owner = d.stubs[owner].owner;
+    }
+    return false;
 }
 
 void DrawingSaver::encodeExtendedData(std::uint32_t index)
@@ -799,9 +818,8 @@ void DrawingSaver::planVariables()
         const zvdxf::RecordView view = store().headerValues(*found);
         seed = view.handle(view[0]);
     }
-    const bool anyNew = !m_newEntities.empty() || !m_newObjects.empty() || !m_newBlocks.empty() || !m_edits.empty()
-        || std::any_of(std::begin(m_newTableRecords), std::end(m_newTableRecords), [](const auto &records) { return !records.empty(); });
-    if (!m_file || (anyNew && seed < d.handleSeed() && highestNewHandle() >= seed)) {
+    const std::uint64_t highest = highestNewHandle();
+    if (!m_file || (highest != 0 && highest >= seed)) {
         m_variables["$HANDSEED"] = {{5, zvdxf::formatHandle(d.handleSeed())}};
         m_variableOrder.push_back("$HANDSEED");
     }
