@@ -13,9 +13,15 @@ set(ZEVA_DRAWINGS_DIR "${PROJECT_SOURCE_DIR}/../shared/drawings" CACHE PATH "Fol
 set(ZEVA_TEST_ENVIRONMENT "LC_ALL=C.UTF-8")
 if(ZEVA_SANITIZE)
     list(APPEND ZEVA_TEST_ENVIRONMENT
-        "ASAN_OPTIONS=strict_string_checks=1:detect_stack_use_after_return=1"
         "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0"
         "UBSAN_OPTIONS=print_stacktrace=1")
+endif()
+# Qt is built without frame pointers: only the slow unwinder sees which library leaked. And the keyboard library reads
+# what the X server sends as strings without an end, which the strict check takes for a fault of ours.
+set(ZEVA_QT_TEST_ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT}")
+if(ZEVA_SANITIZE)
+    list(APPEND ZEVA_TEST_ENVIRONMENT "ASAN_OPTIONS=strict_string_checks=1:detect_stack_use_after_return=1")
+    list(APPEND ZEVA_QT_TEST_ENVIRONMENT "ASAN_OPTIONS=fast_unwind_on_malloc=0:detect_stack_use_after_return=1")
 endif()
 
 # zeva_kernel_test(NAME SOURCES s... LIBRARIES l...): a GoogleTest program for a kernel library that knows no Qt.
@@ -43,12 +49,12 @@ endfunction()
 function(zeva_qt_test name)
     zeva_qt_program(${name} ${ARGN})
     add_test(NAME ${name} COMMAND tst_${name})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT};QT_QPA_PLATFORM=offscreen")
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_QT_TEST_ENVIRONMENT};QT_QPA_PLATFORM=offscreen")
 endfunction()
 
 # zeva_x11_test(NAME SOURCES s... LIBRARIES l...): a QtTest program on an X server of its own with a window manager.
 function(zeva_x11_test name)
     zeva_qt_program(${name} ${ARGN})
     add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/support/virtual-display" $<TARGET_FILE:tst_${name}>)
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT}" LABELS x11)
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_QT_TEST_ENVIRONMENT}" LABELS x11)
 endfunction()
