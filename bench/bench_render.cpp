@@ -38,8 +38,7 @@ double processorSeconds()
     return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
 }
 
-template<class Work>
-double timed(Work &&work)
+template <class Work> double timed(Work &&work)
 {
     const double start = processorSeconds();
     work();
@@ -137,7 +136,8 @@ ZvDbDatabasePtr lineDrawing(int count, bool typed, bool circles)
             add(*database, new ZvDbCircle(from, ZvGeVector3d(0, 0, 1), 2 + random.next() * 8));
             continue;
         }
-        auto *line = new ZvDbLine(from, ZvGePoint3d(from.x + random.next() * 100 - 50, from.y + random.next() * 100 - 50, 0));
+        auto *line
+            = new ZvDbLine(from, ZvGePoint3d(from.x + random.next() * 100 - 50, from.y + random.next() * 100 - 50, 0));
         if (typed)
             line->setLinetype(type);
         add(*database, line);
@@ -200,7 +200,13 @@ void Canvas(benchmark::State &state)
         report(state, ours, bare);
     }
 }
-BENCHMARK(Canvas)->ArgName("antialiasing")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(Canvas)
+    ->ArgName("antialiasing")
+    ->Arg(0)
+    ->Arg(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
 
 void Patterns(benchmark::State &state)
 {
@@ -216,8 +222,8 @@ void Patterns(benchmark::State &state)
         drawWith(continuousRenderer, *continuous, image, wholeView(), true);
     }
     for (auto _ : state) {
-        const double ours = toPdf ? timedPdf(*typed)
-                                  : timed([&] { drawWith(typedRenderer, *typed, image, wholeView(), true); });
+        const double ours
+            = toPdf ? timedPdf(*typed) : timed([&] { drawWith(typedRenderer, *typed, image, wholeView(), true); });
         const double bare = toPdf ? timedPdf(*continuous)
                                   : timed([&] { drawWith(continuousRenderer, *continuous, image, wholeView(), true); });
         report(state, ours, bare);
@@ -258,4 +264,4 @@ void Pdf(benchmark::State &state)
 }
 BENCHMARK(Pdf)->Arg(100000)->Arg(500000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
-}
+} // namespace

@@ -43,8 +43,9 @@ struct PictureKey
     bool operator==(const PictureKey &o) const
     {
         return linetype == o.linetype && linetypeStamp == o.linetypeStamp && database == o.database && width == o.width
-            && height == o.height && background == o.background && color == o.color && alpha == o.alpha && weight == o.weight && showsWeights == o.showsWeights
-            && scale == o.scale && length == o.length && angle == o.angle;
+            && height == o.height && background == o.background && color == o.color && alpha == o.alpha
+            && weight == o.weight && showsWeights == o.showsWeights && scale == o.scale && length == o.length
+            && angle == o.angle;
     }
 };
 
@@ -88,7 +89,8 @@ public:
 
 private:
     std::list<std::pair<PictureKey, ZvGiRasterImagePtr>> m_pictures;
-    std::unordered_map<PictureKey, std::list<std::pair<PictureKey, ZvGiRasterImagePtr>>::iterator, PictureKeyHash> m_byKey;
+    std::unordered_map<PictureKey, std::list<std::pair<PictureKey, ZvGiRasterImagePtr>>::iterator, PictureKeyHash>
+        m_byKey;
 };
 
 KeptPictures &keptPictures()
@@ -134,7 +136,8 @@ ZvGeExtents3d extentsOf(ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities, GiStyles &s
     return all;
 }
 
-void drawEntities(QImage &image, unsigned background, ZvDbDatabase *database, ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities)
+void drawEntities(QImage &image, unsigned background, ZvDbDatabase *database,
+                  ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities)
 {
     GiStyles styles(database);
     const ZvGeExtents3d extents = extentsOf(entities, styles);
@@ -151,7 +154,8 @@ void drawEntities(QImage &image, unsigned background, ZvDbDatabase *database, Zv
     if (!(scale > 0.0) || !std::isfinite(scale))
         scale = 1.0;
     ZvGiView view;
-    view.target = ZvGePoint3d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2, 0.0);
+    view.target
+        = ZvGePoint3d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2, 0.0);
     view.height = height / scale;
     // A level line comes to lie on the middle of a row of pixels: it would be blurred between two.
     if (spanY == 0.0 && image.height() % 2 == 0)
@@ -182,10 +186,10 @@ void drawEntities(QImage &image, unsigned background, ZvDbDatabase *database, Zv
     }
 }
 
-}
+} // namespace
 
-ZvSmartPtr<ZvGiRasterImage> zvsiutCreateEntityImage(ZvDbDatabasePtr database, ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities,
-                                                    ZvJsonPtr options)
+ZvSmartPtr<ZvGiRasterImage> zvsiutCreateEntityImage(ZvDbDatabasePtr database,
+                                                    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> &entities, ZvJsonPtr options)
 {
     int width = kStandardSize;
     int height = kStandardSize;

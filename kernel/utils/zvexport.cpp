@@ -69,7 +69,8 @@ void fit(const ZvGeExtents3d &extents, double margin, Sheet &sheet)
 {
     if (extents.isEmpty())
         return;
-    sheet.center = ZvGePoint2d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2);
+    sheet.center
+        = ZvGePoint2d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2);
     const double width = extents.maximum.x - extents.minimum.x;
     const double height = extents.maximum.y - extents.minimum.y;
     const double unitX = width > 0.0 ? (sheet.width - 2 * margin) / width : 0.0;
@@ -103,7 +104,8 @@ Sheet sheetOf(ZvDbDatabase *database)
     sheet.width = size.x;
     sheet.height = size.y;
     const double scale = layout->plotScale();
-    sheet.unit = (scale > 0.0 && std::isfinite(scale) ? scale : 1.0) * (layout->paperUnits() == 0 ? kMillimetresPerInch : 1.0);
+    sheet.unit
+        = (scale > 0.0 && std::isfinite(scale) ? scale : 1.0) * (layout->paperUnits() == 0 ? kMillimetresPerInch : 1.0);
     // The origin of paper space is the corner of what the device can print.
     sheet.center = ZvGePoint2d((size.x / 2 - origin.x) / sheet.unit, (size.y / 2 - origin.y) / sheet.unit);
     return sheet;
@@ -198,7 +200,8 @@ Zv::ErrorStatus exportSvg(QIODevice &file, ZvDbDatabase *database, const Sheet &
     return isWhole ? Zv::eOk : Zv::eCancelled;
 }
 
-Zv::ErrorStatus exportPng(QIODevice &file, ZvDbDatabase *database, Sheet sheet, int width, int height, ZvDbProgress *progress)
+Zv::ErrorStatus exportPng(QIODevice &file, ZvDbDatabase *database, Sheet sheet, int width, int height,
+                          ZvDbProgress *progress)
 {
     if (width < 1 || height < 1) {
         double wide = sheet.width;
@@ -236,7 +239,8 @@ Zv::ErrorStatus exportPng(QIODevice &file, ZvDbDatabase *database, Sheet sheet, 
     ZvGiRenderer::Options options;
     options.background = sheet.isPaper ? kPaperColor : zvsiutDisplayBackground();
     options.lineWeights = database->lineWeightDisplay();
-    image.fill(QColor(int(options.background & 0xFF), int((options.background >> 8) & 0xFF), int((options.background >> 16) & 0xFF)));
+    image.fill(QColor(int(options.background & 0xFF), int((options.background >> 8) & 0xFF),
+                      int((options.background >> 16) & 0xFF)));
     QPainter painter(&image);
     bool isWhole = false;
     {
@@ -251,7 +255,7 @@ Zv::ErrorStatus exportPng(QIODevice &file, ZvDbDatabase *database, Sheet sheet, 
     return image.save(&file, "PNG") ? Zv::eOk : Zv::eFileAccess;
 }
 
-}
+} // namespace
 
 Zv::ErrorStatus zvgiExport(ZvDbDatabase *database, const ZvString &path, ZvString &message, int width, int height,
                            ZvDbProgress *progress)

@@ -87,7 +87,7 @@ private:
 
     Read readSome(std::string &output)
     {
-        pollfd descriptor {m_fd, POLLIN, 0};
+        pollfd descriptor{m_fd, POLLIN, 0};
         const int ready = poll(&descriptor, 1, m_ended ? 0 : 20);
         if (ready <= 0)
             return kNothing;
@@ -153,7 +153,7 @@ pid_t spawnShell(const char *command, int outputFd)
     return child;
 }
 
-}
+} // namespace
 
 ZvUtf8String zvsiutGetExePath()
 {
@@ -173,7 +173,8 @@ ZvUtf8String zvutCombinePath(const ZvUtf8String &a, const ZvUtf8String &b)
         return a;
     const std::string tail = b.toStdString();
     const std::size_t first = tail.find_first_not_of('/');
-    return withoutEndingSlashes(a.toStdString()) + "/" + (first == std::string::npos ? std::string() : tail.substr(first));
+    return withoutEndingSlashes(a.toStdString()) + "/"
+        + (first == std::string::npos ? std::string() : tail.substr(first));
 }
 
 ZvString zvutGetFileNoExtName(const ZvString &path)

@@ -7,8 +7,8 @@
 namespace {
 
 constexpr std::uint64_t kSeekerPosition = 0x0D;
-constexpr unsigned char kSentinel[16] = {0x1F, 0x25, 0x6D, 0x07, 0xD4, 0x36, 0x28, 0x28,
-                                         0x9D, 0x57, 0xCA, 0x3F, 0x9D, 0x44, 0x10, 0x2B};
+constexpr unsigned char kSentinel[16]
+    = {0x1F, 0x25, 0x6D, 0x07, 0xD4, 0x36, 0x28, 0x28, 0x9D, 0x57, 0xCA, 0x3F, 0x9D, 0x44, 0x10, 0x2B};
 constexpr unsigned char kPngSignature[8] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 // A preview is a small picture; whatever claims more is damaged.
 constexpr std::uint64_t kMaxPictureBytes = 64u << 20;
@@ -125,7 +125,7 @@ void readPreview(ZvStreamBuf &stream, ZvThumbnailImage &thumbnail)
         takePicture(stream, entries[i], thumbnail);
 }
 
-}
+} // namespace
 
 void zvDbGetPreviewBitmap(ZvStreamBuf *stream, ZvThumbnailImage *thumbnail)
 {

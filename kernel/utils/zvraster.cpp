@@ -19,14 +19,10 @@ bool isDepth(int depth)
 class MemoryRaster : public ZvGiRasterImage
 {
 public:
-    MemoryRaster(const void *bits, std::uint32_t width, std::uint32_t height, const tagPixelFormatInfo &format, int depth,
-                 std::vector<std::uint32_t> palette)
-        : m_width(width),
-          m_height(height),
-          m_depth(std::uint32_t(depth)),
-          m_scanLineSize(calcBMPScanLineSize(width, depth)),
-          m_format(format),
-          m_palette(std::move(palette))
+    MemoryRaster(const void *bits, std::uint32_t width, std::uint32_t height, const tagPixelFormatInfo &format,
+                 int depth, std::vector<std::uint32_t> palette)
+        : m_width(width), m_height(height), m_depth(std::uint32_t(depth)),
+          m_scanLineSize(calcBMPScanLineSize(width, depth)), m_format(format), m_palette(std::move(palette))
     {
         const auto *first = static_cast<const std::uint8_t *>(bits);
         m_pixels.assign(first, first + std::size_t(m_scanLineSize) * height);
@@ -72,7 +68,7 @@ std::vector<std::uint32_t> paletteFor(int depth, const std::uint32_t *palette, i
     return colors;
 }
 
-}
+} // namespace
 
 std::uint32_t ZvGiRasterImage::calcBMPScanLineSize(std::uint32_t width, int bitsPerPixel)
 {

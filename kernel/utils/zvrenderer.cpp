@@ -79,7 +79,7 @@ QRectF visiblePart(const QPainter &painter, double width, double height)
     return painter.hasClipping() ? painter.clipBoundingRect().intersected(whole) : whole;
 }
 
-}
+} // namespace
 
 ZvGeMatrix3d ZvGiView::worldToDisplay() const
 {
@@ -144,8 +144,8 @@ ZvGiRenderer::ZvGiRenderer(ZvDbDatabase *database) : d(std::make_unique<Private>
 
 ZvGiRenderer::~ZvGiRenderer() = default;
 
-bool ZvGiRenderer::draw(QPainter &painter, const Options &options, ZvDbObjectId block, const ZvGiView &view, double width,
-                        double height, const std::function<bool()> &keepGoing)
+bool ZvGiRenderer::draw(QPainter &painter, const Options &options, ZvDbObjectId block, const ZvGiView &view,
+                        double width, double height, const std::function<bool()> &keepGoing)
 {
     d->lastVisited = 0;
     const QRectF clip = visiblePart(painter, width, height);
@@ -162,7 +162,8 @@ bool ZvGiRenderer::draw(QPainter &painter, const Options &options, ZvDbObjectId 
 }
 
 bool ZvGiRenderer::drawEntities(QPainter &painter, const Options &options, const std::vector<ZvDbObjectId> &entities,
-                                const ZvGiView &view, double width, double height, const std::function<bool()> &keepGoing)
+                                const ZvGiView &view, double width, double height,
+                                const std::function<bool()> &keepGoing)
 {
     d->lastVisited = 0;
     const QRectF clip = visiblePart(painter, width, height);
@@ -193,8 +194,8 @@ bool ZvGiRenderer::drawEntities(QPainter &painter, const Options &options, const
     return isWhole;
 }
 
-int ZvGiRenderer::drawSlice(QPainter &painter, const Options &options, ZvDbObjectId block, const ZvGiView &view, double width,
-                            double height, int first, int budget)
+int ZvGiRenderer::drawSlice(QPainter &painter, const Options &options, ZvDbObjectId block, const ZvGiView &view,
+                            double width, double height, int first, int budget)
 {
     d->lastVisited = 0;
     const QRectF clip = visiblePart(painter, width, height);
@@ -229,8 +230,8 @@ void ZvGiRenderer::pick(ZvDbObjectId block, const ZvGiView &view, const ZvGePoin
     const double scale = kPixels / longer;
     ZvGiView picked = view;
     picked.center = ZvGePoint2d((displayMinimum.x + displayMaximum.x) / 2, (displayMinimum.y + displayMaximum.y) / 2);
-    const QRectF box(kPixels - std::abs(width) * scale / 2, kPixels - std::abs(height) * scale / 2, std::abs(width) * scale,
-                     std::abs(height) * scale);
+    const QRectF box(kPixels - std::abs(width) * scale / 2, kPixels - std::abs(height) * scale / 2,
+                     std::abs(width) * scale, std::abs(height) * scale);
     const double side = 2.0 * kPixels;
     picked.height = side / scale;
 
@@ -238,7 +239,8 @@ void ZvGiRenderer::pick(ZvDbObjectId block, const ZvGiView &view, const ZvGePoin
     Options options;
     options.antialiasing = false;
     // What leaves the box does so within the picture around it.
-    GiDrawer drawer(d->database, d->styles, d->blocks, d->images, options, d->targetFor(sink, QRectF(0, 0, side, side), options));
+    GiDrawer drawer(d->database, d->styles, d->blocks, d->images, options,
+                    d->targetFor(sink, QRectF(0, 0, side, side), options));
     drawer.setView(picked, side, side);
     // Patterns and letters have gaps, but can be picked anywhere.
     drawer.setPlain(true);
@@ -287,8 +289,10 @@ ZvGeExtents2d ZvGiRenderer::displayExtents(ZvDbObjectId block, const ZvGiView &v
         if (layer.isOff || layer.isFrozen || id.isErased())
             continue;
         ZvGeExtents3d box;
-        box.minimum = ZvGePoint3d(double(entry.box.minimum[0]), double(entry.box.minimum[1]), double(entry.box.minimum[2]));
-        box.maximum = ZvGePoint3d(double(entry.box.maximum[0]), double(entry.box.maximum[1]), double(entry.box.maximum[2]));
+        box.minimum
+            = ZvGePoint3d(double(entry.box.minimum[0]), double(entry.box.minimum[1]), double(entry.box.minimum[2]));
+        box.maximum
+            = ZvGePoint3d(double(entry.box.maximum[0]), double(entry.box.maximum[1]), double(entry.box.maximum[2]));
         box = box.transformedBy(toDisplay);
         extents.add(ZvGePoint2d(box.minimum.x, box.minimum.y));
         extents.add(ZvGePoint2d(box.maximum.x, box.maximum.y));

@@ -19,7 +19,7 @@ void placeBox(const QRectF &box, const ZvGePoint3d &position, const ZvGeVector3d
         extents.add(position + x * corner.x() + y * corner.y());
 }
 
-}
+} // namespace
 
 bool giExtents(const ZvDbEntity &entity, GiStyles &styles, ZvGeExtents3d &extents)
 {
@@ -111,8 +111,8 @@ const GiIndex &GiBlocks::index(ZvDbObjectId id)
 {
     Block &block = m_blocks[id.index()];
     constexpr std::size_t kMaxSingly = 1000;
-    const bool isOutdated = block.index
-        && (block.index->isStale() || block.changes.size() + block.news.size() > kMaxSingly);
+    const bool isOutdated
+        = block.index && (block.index->isStale() || block.changes.size() + block.news.size() > kMaxSingly);
     if (!block.index || isOutdated)
         build(id, block);
     else

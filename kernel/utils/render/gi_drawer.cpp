@@ -59,7 +59,8 @@ QRectF boxOf(const QPointF *points, int count)
 
 bool isFinite(const QRectF &box)
 {
-    return std::isfinite(box.left()) && std::isfinite(box.right()) && std::isfinite(box.top()) && std::isfinite(box.bottom());
+    return std::isfinite(box.left()) && std::isfinite(box.right()) && std::isfinite(box.top())
+        && std::isfinite(box.bottom());
 }
 
 double variable(const ZvDbDatabase *database, const char *name, double standard)
@@ -78,7 +79,8 @@ void clipPolygon(QPolygonF &polygon, const QRectF &box)
         double at;
         bool keepsBelow;
     };
-    const Side sides[] = {{true, box.left(), false}, {true, box.right(), true}, {false, box.top(), false}, {false, box.bottom(), true}};
+    const Side sides[] = {
+        {true, box.left(), false}, {true, box.right(), true}, {false, box.top(), false}, {false, box.bottom(), true}};
     for (const Side &side : sides) {
         const auto place = [&side](const QPointF &p) {
             const double value = side.isX ? p.x() : p.y();
@@ -101,22 +103,14 @@ void clipPolygon(QPolygonF &polygon, const QRectF &box)
     }
 }
 
-}
+} // namespace
 
 GiDrawer::GiDrawer(ZvDbDatabase *database, GiStyles &styles, GiBlocks &blocks, GiImages &images,
                    const ZvGiRenderer::Options &options, const GiTarget &target)
-    : m_database(database),
-      m_styles(styles),
-      m_blocks(blocks),
-      m_images(images),
-      m_options(options),
-      m_target(target),
-      m_palette(zvcmAcadPalette(options.background)),
-      m_linetypeScale(database->ltscale()),
-      m_pointSize(variable(database, "PDSIZE", 0.0)),
-      m_pointMode(int(variable(database, "PDMODE", 0.0))),
-      m_layerZero(database->layerZero()),
-      m_byLayerLinetype(database->byLayerLinetype()),
+    : m_database(database), m_styles(styles), m_blocks(blocks), m_images(images), m_options(options), m_target(target),
+      m_palette(zvcmAcadPalette(options.background)), m_linetypeScale(database->ltscale()),
+      m_pointSize(variable(database, "PDSIZE", 0.0)), m_pointMode(int(variable(database, "PDMODE", 0.0))),
+      m_layerZero(database->layerZero()), m_byLayerLinetype(database->byLayerLinetype()),
       m_byBlockLinetype(database->byBlockLinetype())
 {
     if (!(m_linetypeScale > 0.0))
@@ -151,14 +145,16 @@ void GiDrawer::setRows(Frame &frame, const ZvGeMatrix3d &toDisplay, double scale
 void GiDrawer::setView(const ZvGiView &view, double width, double height)
 {
     const double scale = view.height > 0.0 ? height / view.height : 1.0;
-    setRows(m_frame, view.worldToDisplay(), scale, {width / 2 - view.center.x * scale, height / 2 + view.center.y * scale});
+    setRows(m_frame, view.worldToDisplay(), scale,
+            {width / 2 - view.center.x * scale, height / 2 + view.center.y * scale});
     m_frame.patternScale = scale;
 }
 
 QPointF GiDrawer::map(const ZvGePoint3d &p) const
 {
     const auto &m = m_frame.rows;
-    return {m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3], m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3]};
+    return {m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3],
+            m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3]};
 }
 
 QPointF GiDrawer::mapVector(const ZvGeVector3d &v) const
@@ -300,7 +296,8 @@ void GiDrawer::viewport(ZvDbObjectId id)
     const ZvGeVector3d up(0, window->height() / 2, 0);
     const ZvGePoint3d middle = window->centerPoint();
     QPolygonF outline;
-    outline << map(middle - across - up) << map(middle + across - up) << map(middle + across + up) << map(middle - across + up);
+    outline << map(middle - across - up) << map(middle + across - up) << map(middle + across + up)
+            << map(middle - across + up);
     const QRectF box = outline.boundingRect();
     if (isOutside(box) || box.width() < m_target.resolution || box.height() < m_target.resolution)
         return;
@@ -364,9 +361,8 @@ QRgb GiDrawer::rgbOf(const ZvCmColor &color, const GiLayer &layer) const
 {
     if (m_options.highlight)
         return fromPacked(m_options.highlightColor);
-    const auto ofPalette = [this](unsigned index) {
-        return m_palette ? fromPacked(m_palette[index & 0xFF]) : qRgb(128, 128, 128);
-    };
+    const auto ofPalette
+        = [this](unsigned index) { return m_palette ? fromPacked(m_palette[index & 0xFF]) : qRgb(128, 128, 128); };
     switch (color.colorMethod()) {
     case ZvCm::kByLayer:
         return layer.color.isByLayer() || layer.color.isByBlock() ? ofPalette(7) : rgbOf(layer.color, layer);
@@ -392,15 +388,16 @@ QRgb GiDrawer::shown(QRgb color, int alpha) const
     return qRgba(qRed(color), qGreen(color), qBlue(color), alpha);
 }
 
-GiDrawer::Look GiDrawer::resolve(const ZvCmColor &color, ZvDbObjectId layerId, ZvDbObjectId linetype, ZvDb::LineWeight weight,
-                                 double scale, const ZvCmTransparency &transparency)
+GiDrawer::Look GiDrawer::resolve(const ZvCmColor &color, ZvDbObjectId layerId, ZvDbObjectId linetype,
+                                 ZvDb::LineWeight weight, double scale, const ZvCmTransparency &transparency)
 {
     Look look;
     look.layer = !m_frame.layer.isNull() && (layerId == m_layerZero || layerId.isNull()) ? m_frame.layer : layerId;
     const GiLayer &layer = m_styles.layer(look.layer);
     look.isFrozen = layer.isFrozen;
     if (m_frame.frozenLayers && !look.isFrozen)
-        look.isFrozen = std::find(m_frame.frozenLayers->begin(), m_frame.frozenLayers->end(), look.layer) != m_frame.frozenLayers->end();
+        look.isFrozen = std::find(m_frame.frozenLayers->begin(), m_frame.frozenLayers->end(), look.layer)
+            != m_frame.frozenLayers->end();
     look.isVisible = !look.isFrozen && !layer.isOff && !(m_options.plotting && !layer.isPlottable);
     look.color = rgbOf(color, layer);
     switch (transparency.method()) {
@@ -414,10 +411,12 @@ GiDrawer::Look GiDrawer::resolve(const ZvCmColor &color, ZvDbObjectId layerId, Z
         look.alpha = transparency.alpha();
         break;
     }
-    look.weight = weight == ZvDb::kLnWtByLayer ? layer.lineWeight : weight == ZvDb::kLnWtByBlock ? m_frame.look.weight : weight;
+    look.weight = weight == ZvDb::kLnWtByLayer ? layer.lineWeight
+        : weight == ZvDb::kLnWtByBlock         ? m_frame.look.weight
+                                               : weight;
     look.linetype = linetype.isNull() || linetype == m_byLayerLinetype ? layer.linetype
-        : linetype == m_byBlockLinetype                               ? m_frame.look.linetype
-                                                                      : linetype;
+        : linetype == m_byBlockLinetype                                ? m_frame.look.linetype
+                                                                       : linetype;
     look.linetypeScale = scale > 0.0 && std::isfinite(scale) ? scale : 1.0;
     return look;
 }
@@ -425,8 +424,8 @@ GiDrawer::Look GiDrawer::resolve(const ZvCmColor &color, ZvDbObjectId layerId, Z
 GiDrawer::Look GiDrawer::lookOf(const ZvDbEntity &entity)
 {
     const auto make = [&] {
-        Look look = resolve(entity.color(), entity.layerId(), entity.linetypeId(), entity.lineWeight(), entity.linetypeScale(),
-                            entity.transparency());
+        Look look = resolve(entity.color(), entity.layerId(), entity.linetypeId(), entity.lineWeight(),
+                            entity.linetypeScale(), entity.transparency());
         if (entity.visibility() != ZvDb::kVisible)
             look.isFrozen = true; // whatever it is, nothing of it shows
         return look;
@@ -586,7 +585,8 @@ void GiDrawer::strokePoints(std::vector<QPointF> &points)
         // The raster engine cuts thin lines at its own clip without turning their pattern on, so they end there.
         const double margin = stroke.width > 1.5 ? stroke.width : 0.0;
         const QRectF near = m_target.clip.adjusted(-margin, -margin, margin, margin);
-        const double inView = near.contains(box) ? sum : std::min(sum, double(points.size()) * (near.width() + near.height()));
+        const double inView
+            = near.contains(box) ? sum : std::min(sum, double(points.size()) * (near.width() + near.height()));
         if (inView / total * double(stroke.dashes->size()) > kMaxDashes) {
             stroke.dashes = nullptr;
         } else {
@@ -708,8 +708,8 @@ void GiDrawer::arc(const ZvGePoint3d &center, double radius, const ZvGeVector3d 
     arcAt(map(center), mapVector(x * radius), mapVector(y * radius), start, sweep);
 }
 
-void GiDrawer::ellipse(const ZvGePoint3d &center, const ZvGeVector3d &majorAxis, const ZvGeVector3d &minorAxis, double start,
-                       double sweep)
+void GiDrawer::ellipse(const ZvGePoint3d &center, const ZvGeVector3d &majorAxis, const ZvGeVector3d &minorAxis,
+                       double start, double sweep)
 {
     arcAt(map(center), mapVector(majorAxis), mapVector(minorAxis), start, sweep);
 }
@@ -783,8 +783,8 @@ void GiDrawer::ray(const ZvGePoint3d &base, const ZvGeVector3d &direction, bool 
     strokePoints(m_points);
 }
 
-void GiDrawer::widePolyline(const ZvGePoint3d *points, const double *startWidths, const double *endWidths, int count, bool closed,
-                            const ZvGeVector3d &normal)
+void GiDrawer::widePolyline(const ZvGePoint3d *points, const double *startWidths, const double *endWidths, int count,
+                            bool closed, const ZvGeVector3d &normal)
 {
     const Look current = look();
     if (!current.isVisible || count < 2)
@@ -1129,10 +1129,12 @@ void GiDrawer::drawPatternTexts(const std::vector<QPointF> &points)
             for (; next <= along + size && size > 0.0; next += period) {
                 const QPointF direction = step / size;
                 const QPointF up(direction.y(), -direction.x()); // y runs down
-                const QPointF at = points[i - 1] + direction * (next - along + dash.offsetX * scale) + up * (dash.offsetY * scale);
+                const QPointF at
+                    = points[i - 1] + direction * (next - along + dash.offsetX * scale) + up * (dash.offsetY * scale);
                 if (isOutside(QRectF(at.x() - 8 * height, at.y() - 8 * height, 16 * height, 16 * height)))
                     continue;
-                const double angle = dash.rotation + ((dash.flags & 1) ? 0.0 : std::atan2(-direction.y(), direction.x()));
+                const double angle
+                    = dash.rotation + ((dash.flags & 1) ? 0.0 : std::atan2(-direction.y(), direction.x()));
                 const double c = std::cos(angle);
                 const double s = std::sin(angle);
                 QTransform place(c, -s, -s, -c, at.x(), at.y());

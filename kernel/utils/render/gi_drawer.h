@@ -55,8 +55,8 @@ public:
     ZvGiTraits &traits() override;
     double deviation() const override;
     void polyline(const ZvGePoint3d *points, int count, bool closed) override;
-    void widePolyline(const ZvGePoint3d *points, const double *startWidths, const double *endWidths, int count, bool closed,
-                      const ZvGeVector3d &normal) override;
+    void widePolyline(const ZvGePoint3d *points, const double *startWidths, const double *endWidths, int count,
+                      bool closed, const ZvGeVector3d &normal) override;
     void arc(const ZvGePoint3d &center, double radius, const ZvGeVector3d &normal, double start, double sweep) override;
     void ellipse(const ZvGePoint3d &center, const ZvGeVector3d &majorAxis, const ZvGeVector3d &minorAxis, double start,
                  double sweep) override;
@@ -101,8 +101,8 @@ private:
     void setRows(Frame &frame, const ZvGeMatrix3d &toDisplay, double scale, const QPointF &displayOrigin) const;
     GiBoxQuery query(double margin) const;
 
-    Look resolve(const ZvCmColor &color, ZvDbObjectId layer, ZvDbObjectId linetype, ZvDb::LineWeight weight, double scale,
-                 const ZvCmTransparency &transparency);
+    Look resolve(const ZvCmColor &color, ZvDbObjectId layer, ZvDbObjectId linetype, ZvDb::LineWeight weight,
+                 double scale, const ZvCmTransparency &transparency);
     Look lookOf(const ZvDbEntity &entity);
     const Look &look();
     QRgb rgbOf(const ZvCmColor &color, const GiLayer &layer) const;
@@ -111,7 +111,8 @@ private:
     GiStroke strokeOf(const Look &look, double &dashStart, double &dashTotal);
 
     void strokePoints(std::vector<QPointF> &points);
-    void strokeClipped(const GiStroke &stroke, const QPointF *points, int count, double start, double total, const QRectF &box);
+    void strokeClipped(const GiStroke &stroke, const QPointF *points, int count, double start, double total,
+                       const QRectF &box);
     void strokePlain(const Look &look, const QPointF *points, int count);
     void arcAt(const QPointF &center, const QPointF &u, const QPointF &v, double start, double sweep);
     void drawPatternTexts(const std::vector<QPointF> &points);
@@ -120,8 +121,11 @@ private:
                     const ZvGeVector3d &normal, double height);
     QPainterPath fillPath(const ZvGiFill &fill) const;
     void fillPattern(const ZvGiFill &fill, const QPainterPath &path);
-    bool isOutside(const QRectF &box) const { return !(m_target.clip.left() <= box.right() && box.left() <= m_target.clip.right()
-                                                       && m_target.clip.top() <= box.bottom() && box.top() <= m_target.clip.bottom()); }
+    bool isOutside(const QRectF &box) const
+    {
+        return !(m_target.clip.left() <= box.right() && box.left() <= m_target.clip.right()
+                 && m_target.clip.top() <= box.bottom() && box.top() <= m_target.clip.bottom());
+    }
 
     ZvDbDatabase *m_database;
     GiStyles &m_styles;

@@ -94,7 +94,8 @@ private:
         return {m_line.base.x + u * m_cos - v * m_sin, m_line.base.y + u * m_sin + v * m_cos};
     }
 
-    bool addCrossings(const QPointF &a, const QPointF &b, double vMin, double vMax, std::vector<Crossing> &crossings) const
+    bool addCrossings(const QPointF &a, const QPointF &b, double vMin, double vMax,
+                      std::vector<Crossing> &crossings) const
     {
         const QPointF &low = a.y() <= b.y() ? a : b;
         const QPointF &high = a.y() <= b.y() ? b : a;
@@ -161,10 +162,10 @@ private:
     double m_period = 0.0;
 };
 
-}
+} // namespace
 
-GiHatchLines giHatchLines(const std::vector<std::vector<QPointF>> &loops, const std::vector<ZvGiFill::PatternLine> &pattern,
-                          const QRectF &visible, double finest)
+GiHatchLines giHatchLines(const std::vector<std::vector<QPointF>> &loops,
+                          const std::vector<ZvGiFill::PatternLine> &pattern, const QRectF &visible, double finest)
 {
     GiHatchLines made;
     double coverage = 0.0;

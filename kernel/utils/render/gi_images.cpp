@@ -8,7 +8,7 @@
 namespace {
 constexpr qint64 kMaxBytes = 256 << 20;
 constexpr int kMinSide = 64;
-}
+} // namespace
 
 QImage GiImages::image(const ZvString &path, int maxSide)
 {
@@ -16,8 +16,8 @@ QImage GiImages::image(const ZvString &path, int maxSide)
     const auto side = [](const QSize &size) { return std::max(size.width(), size.height()); };
     const auto found = m_images.constFind(file);
     if (found != m_images.constEnd()) {
-        const bool isEnough = found->image.isNull() || found->image.size() == found->fullSize
-            || side(found->image.size()) >= maxSide;
+        const bool isEnough
+            = found->image.isNull() || found->image.size() == found->fullSize || side(found->image.size()) >= maxSide;
         if (isEnough)
             return found->image;
     }

@@ -40,7 +40,7 @@ std::uint32_t hilbert(std::uint32_t x, std::uint32_t y)
     return d;
 }
 
-}
+} // namespace
 
 GiBox::GiBox(const ZvGeExtents3d &extents)
 {
@@ -192,7 +192,8 @@ int GiIndex::positionOf(std::uint32_t entity) const
 
 void GiIndex::change(int position, const Entry &entry)
 {
-    const bool isBoundless = std::find(m_boundless.begin(), m_boundless.end(), std::uint32_t(position)) != m_boundless.end();
+    const bool isBoundless
+        = std::find(m_boundless.begin(), m_boundless.end(), std::uint32_t(position)) != m_boundless.end();
     m_entries[std::size_t(position)] = entry;
     if (std::size_t(position) >= m_treeSize || isBoundless)
         return;

@@ -61,7 +61,8 @@ private:
     std::vector<Entry> m_entries; ///< In drawing order.
     std::vector<std::uint32_t> m_byPlace; ///< Positions of the entries in the tree, neighbours side by side.
     std::vector<std::uint32_t> m_placeOf; ///< The inverse.
-    std::vector<std::vector<GiBox>> m_levels; ///< Boxes around each kFanOut of the level below; the first is the lowest.
+    std::vector<std::vector<GiBox>>
+        m_levels; ///< Boxes around each kFanOut of the level below; the first is the lowest.
     std::vector<std::uint32_t> m_boundless; ///< Positions of the entries without a box.
     std::vector<std::uint64_t> m_byEntity; ///< Sorted: entity in the upper half, position in the lower.
     std::size_t m_treeSize = 0;

@@ -73,8 +73,7 @@ double charactersWidth(const std::vector<char32_t> &characters, const Format &fo
 class Reader
 {
 public:
-    Reader(const ZvGiMText &text, const GiTextStyle &style)
-        : m_next(text.contents.wstr()), m_blockHeight(text.height)
+    Reader(const ZvGiMText &text, const GiTextStyle &style) : m_next(text.contents.wstr()), m_blockHeight(text.height)
     {
         Format format;
         format.height = text.height;
@@ -126,7 +125,8 @@ private:
         Item item;
         item.character = character;
         item.format = formatNumber();
-        item.advance = giAdvance(m_current.font, character) * m_current.height * m_current.widthFactor * m_current.tracking;
+        item.advance
+            = giAdvance(m_current.font, character) * m_current.height * m_current.widthFactor * m_current.tracking;
         item.isBlank = character == U' ' && mayBreak;
         item.mayBreakAfter = item.isBlank || giIsIdeograph(character);
         std::vector<Item> &items = paragraphs.back().items;
@@ -475,7 +475,8 @@ private:
             std::size_t lastBreak = first;
             while (end < items.size()) {
                 const double advance = advanceAt(items[end], x);
-                const bool overflows = m_text.width > 0.0 && !items[end].isBlank && x + advance > m_text.width + tolerance;
+                const bool overflows
+                    = m_text.width > 0.0 && !items[end].isBlank && x + advance > m_text.width + tolerance;
                 if (overflows && lastBreak > first) {
                     end = lastBreak;
                     break;
@@ -564,7 +565,8 @@ private:
             x += advance;
         }
         if (line.width > line.left)
-            m_layout.lines.emplace_back(left + line.left, baseline + line.height / 2, left + line.width, baseline + line.height / 2);
+            m_layout.lines.emplace_back(left + line.left, baseline + line.height / 2, left + line.width,
+                                        baseline + line.height / 2);
     }
 
     void addGlyph(char32_t character, const Format &format, double height, const QPointF &at)
@@ -576,7 +578,8 @@ private:
             return;
         GiTextLayout::Piece piece;
         piece.glyph = &glyph;
-        piece.place = QTransform(height * format.widthFactor, 0, std::tan(format.oblique) * height, height, at.x(), at.y());
+        piece.place
+            = QTransform(height * format.widthFactor, 0, std::tan(format.oblique) * height, height, at.x(), at.y());
         piece.hasColor = format.hasColor;
         piece.color = format.color;
         m_layout.pieces.push_back(piece);
@@ -622,7 +625,8 @@ private:
         const double lower = charactersWidth(item.lower, format, height);
         if (item.bar == L'#') {
             addRun(item.upper, format, height, at + QPointF(0.0, format.height - height));
-            addBar(at + QPointF(upper, -0.1 * format.height), at + QPointF(upper + height * 0.6, 1.1 * format.height), format);
+            addBar(at + QPointF(upper, -0.1 * format.height), at + QPointF(upper + height * 0.6, 1.1 * format.height),
+                   format);
             addRun(item.lower, format, height, at + QPointF(upper + height * 0.6, -0.1 * format.height));
             return;
         }
@@ -645,7 +649,7 @@ private:
     std::vector<Line> m_lines;
 };
 
-}
+} // namespace
 
 void giLayoutMText(const ZvGiMText &text, const GiTextStyle &style, GiTextLayout &layout)
 {

@@ -16,7 +16,7 @@ bool isThin(const GiStroke &stroke)
     return stroke.width <= kMaxLooseWidth && qAlpha(stroke.color) == 255;
 }
 
-}
+} // namespace
 
 bool GiSink::strokeArc(const GiStroke &, const QPointF &, const QPointF &, const QPointF &, double, double)
 {

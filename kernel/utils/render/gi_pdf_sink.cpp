@@ -70,13 +70,14 @@ QByteArray deflated(const QByteArray &bytes)
     return qCompress(bytes, kCompression).mid(kLengthPrefix);
 }
 
-}
+} // namespace
 
 GiPdfSink::GiPdfSink(QIODevice &device, const QSizeF &pageSize) : m_device(device), m_pageSize(pageSize)
 {
     out("%PDF-1.4\n%\xE2\xE3\xCF\xD3\n");
     // From here on in thousandths of a point, y down.
-    write(number(1.0 / kUnits) + " 0 0 -" + number(1.0 / kUnits) + " 0 " + number(pageSize.height()) + " cm\n1 J 1 j\n");
+    write(number(1.0 / kUnits) + " 0 0 -" + number(1.0 / kUnits) + " 0 " + number(pageSize.height())
+          + " cm\n1 J 1 j\n");
 }
 
 void GiPdfSink::out(const QByteArray &bytes)
@@ -220,8 +221,8 @@ void GiPdfSink::stroke(const GiStroke &stroke, const QPointF *points, int count,
     release(path);
 }
 
-bool GiPdfSink::strokeArc(const GiStroke &stroke, const QPointF &center, const QPointF &u, const QPointF &v, double start,
-                          double sweep)
+bool GiPdfSink::strokeArc(const GiStroke &stroke, const QPointF &center, const QPointF &u, const QPointF &v,
+                          double start, double sweep)
 {
     QByteArray &path = batchFor(stroke, 0.0);
     const int before = path.size();
@@ -311,10 +312,11 @@ void GiPdfSink::fill(const QPainterPath &path, const QBrush &brush)
         const QColor to = gradient->stops().last().second;
         setAlpha(from.alpha());
         const auto coordinate = [](double value) { return QByteArray::number(std::llrint(value * kUnits)); };
-        m_shadings.push_back("<</ShadingType 2/ColorSpace/DeviceRGB/Extend[true true]/Coords[" + coordinate(gradient->start().x())
-                             + ' ' + coordinate(gradient->start().y()) + ' ' + coordinate(gradient->finalStop().x()) + ' '
-                             + coordinate(gradient->finalStop().y()) + "]/Function<</FunctionType 2/Domain[0 1]/N 1/C0["
-                             + colorOf(from.rgb()) + "]/C1[" + colorOf(to.rgb()) + "]>>>>");
+        m_shadings.push_back("<</ShadingType 2/ColorSpace/DeviceRGB/Extend[true true]/Coords["
+                             + coordinate(gradient->start().x()) + ' ' + coordinate(gradient->start().y()) + ' '
+                             + coordinate(gradient->finalStop().x()) + ' ' + coordinate(gradient->finalStop().y())
+                             + "]/Function<</FunctionType 2/Domain[0 1]/N 1/C0[" + colorOf(from.rgb()) + "]/C1["
+                             + colorOf(to.rgb()) + "]>>>>");
         m_content += "q\n";
         appendPath(path);
         m_content += isEvenOdd ? "W* n\n" : "W n\n";
@@ -359,8 +361,9 @@ void GiPdfSink::image(const QImage &image, const QTransform &place)
     // PDF draws an image into the unit square, its top at y = 1.
     const QTransform square = QTransform(image.width(), 0, 0, -image.height(), 0, image.height()) * place;
     const auto scaled = [](double value) -> QByteArray { return number(value * kUnits) + ' '; };
-    write("q\n" + scaled(square.m11()) + scaled(square.m12()) + scaled(square.m21()) + scaled(square.m22()) + scaled(square.dx())
-          + scaled(square.dy()) + "cm\n/I" + QByteArray::number(int(m_images.size()) - 1) + " Do\nQ\n");
+    write("q\n" + scaled(square.m11()) + scaled(square.m12()) + scaled(square.m21()) + scaled(square.m22())
+          + scaled(square.dx()) + scaled(square.dy()) + "cm\n/I" + QByteArray::number(int(m_images.size()) - 1)
+          + " Do\nQ\n");
 }
 
 void GiPdfSink::pushClip(const QPainterPath &path)
@@ -430,7 +433,7 @@ bool GiPdfSink::finish()
     out("xref\n0 " + size + "\n0000000000 65535 f \n");
     for (qint64 offset : m_offsets)
         out(QByteArray::number(offset).rightJustified(10, '0') + " 00000 n \n");
-    out("trailer\n<</Size " + size + "/Root " + QByteArray::number(catalog) + " 0 R>>\nstartxref\n" + QByteArray::number(table)
-        + "\n%%EOF\n");
+    out("trailer\n<</Size " + size + "/Root " + QByteArray::number(catalog) + " 0 R>>\nstartxref\n"
+        + QByteArray::number(table) + "\n%%EOF\n");
     return !m_failed;
 }

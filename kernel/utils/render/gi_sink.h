@@ -33,8 +33,8 @@ public:
     /// Connected segments. \a dashStart is how far into the pattern the first point lies.
     virtual void stroke(const GiStroke &stroke, const QPointF *points, int count, double dashStart) = 0;
     /// center + u cos t + v sin t for t from \a start on; false asks for a stroke of short segments instead.
-    virtual bool strokeArc(const GiStroke &stroke, const QPointF &center, const QPointF &u, const QPointF &v, double start,
-                           double sweep);
+    virtual bool strokeArc(const GiStroke &stroke, const QPointF &center, const QPointF &u, const QPointF &v,
+                           double start, double sweep);
     virtual void fill(const QPainterPath &path, const QBrush &brush) = 0;
     /// \a place takes the image's pixels, top row first, to the device.
     virtual void image(const QImage &image, const QTransform &place) = 0;

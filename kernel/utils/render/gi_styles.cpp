@@ -71,7 +71,7 @@ GiDashes makeDashes(const GiLinetype &linetype, double scale, double dot, double
     return made;
 }
 
-}
+} // namespace
 
 GiStyles::GiStyles(ZvDbDatabase *database) : m_database(database) { }
 
@@ -164,7 +164,7 @@ const GiDashes *GiStyles::dashes(ZvDbObjectId id, double scale, double dot, doub
     const GiLinetype &type = linetype(id);
     if (type.dashes.empty())
         return nullptr;
-    const auto [found, isNew] = m_dashes.try_emplace(DashesKey {id.index(), float(scale), float(dot)});
+    const auto [found, isNew] = m_dashes.try_emplace(DashesKey{id.index(), float(scale), float(dot)});
     if (isNew)
         found->second = makeDashes(type, scale, dot, finest);
     return found->second.lengths.empty() ? nullptr : &found->second;

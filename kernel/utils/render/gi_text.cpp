@@ -36,14 +36,11 @@ struct Replacement
     double widthFactor;
 };
 const Replacement kReplacements[] = {
-    {"arial narrow", kSans, 0.72}, {"arialn", kSans, 0.72},
-    {"arial", kSans, 0.88},        {"helvetica", kSans, 0.88},
-    {"calibri", kSans, 0.84},      {"tahoma", kSans, 0.9},
-    {"verdana", kSans, 1.0},       {"segoe", kSans, 0.88},
-    {"times", kSerif, 0.85},       {"georgia", kSerif, 0.95},
-    {"cambria", kSerif, 0.88},     {"garamond", kSerif, 0.82},
-    {"cour", kMono, 1.0},          {"consola", kMono, 0.92},
-    {"lucida console", kMono, 1.0},
+    {"arial narrow", kSans, 0.72}, {"arialn", kSans, 0.72},   {"arial", kSans, 0.88},
+    {"helvetica", kSans, 0.88},    {"calibri", kSans, 0.84},  {"tahoma", kSans, 0.9},
+    {"verdana", kSans, 1.0},       {"segoe", kSans, 0.88},    {"times", kSerif, 0.85},
+    {"georgia", kSerif, 0.95},     {"cambria", kSerif, 0.88}, {"garamond", kSerif, 0.82},
+    {"cour", kMono, 1.0},          {"consola", kMono, 0.92},  {"lucida console", kMono, 1.0},
 };
 
 /// Stroke fonts: no machine has these as outlines. The factors give the widths that drawings reckon with.
@@ -60,10 +57,22 @@ struct FileFamily
     const char *family;
 };
 const FileFamily kFileFamilies[] = {
-    {"arial", "Arial"},     {"arialbd", "Arial"},   {"ariali", "Arial"},          {"times", "Times New Roman"},
-    {"timesbd", "Times New Roman"}, {"timesi", "Times New Roman"}, {"cour", "Courier New"}, {"courbd", "Courier New"},
-    {"calibri", "Calibri"}, {"tahoma", "Tahoma"},   {"verdana", "Verdana"},       {"simsun", "SimSun"},
-    {"simhei", "SimHei"},   {"simkai", "KaiTi"},    {"simfang", "FangSong"},      {"msyh", "Microsoft YaHei"},
+    {"arial", "Arial"},
+    {"arialbd", "Arial"},
+    {"ariali", "Arial"},
+    {"times", "Times New Roman"},
+    {"timesbd", "Times New Roman"},
+    {"timesi", "Times New Roman"},
+    {"cour", "Courier New"},
+    {"courbd", "Courier New"},
+    {"calibri", "Calibri"},
+    {"tahoma", "Tahoma"},
+    {"verdana", "Verdana"},
+    {"simsun", "SimSun"},
+    {"simhei", "SimHei"},
+    {"simkai", "KaiTi"},
+    {"simfang", "FangSong"},
+    {"msyh", "Microsoft YaHei"},
 };
 
 QString toQString(const ZvString &text)
@@ -94,7 +103,7 @@ void forgetFonts()
     g_fonts = nullptr;
 }
 
-}
+} // namespace
 
 bool giIsIdeograph(char32_t c)
 {
@@ -179,7 +188,8 @@ GiFonts::Wish GiFonts::wishForFamily(const QString &family, bool bold, bool ital
     if (isInstalled(family))
         return wish;
     wish.family = QLatin1String(kSans);
-    if (const Replacement *other = findReplacement(std::begin(kReplacements), std::end(kReplacements), family.toLower())) {
+    if (const Replacement *other
+        = findReplacement(std::begin(kReplacements), std::end(kReplacements), family.toLower())) {
         wish.family = QLatin1String(other->family);
         wish.widthFactor = other->widthFactor;
     }
@@ -283,8 +293,8 @@ double giAdvance(const GiFont *font, char32_t character)
 namespace {
 
 /// Bars along the parts of a line that have a mark.
-void addBars(const std::vector<GiTextCharacter> &characters, const std::vector<double> &edges, bool GiTextCharacter::*mark,
-             double y, double height, const QTransform &place, GiTextLayout &layout)
+void addBars(const std::vector<GiTextCharacter> &characters, const std::vector<double> &edges,
+             bool GiTextCharacter::*mark, double y, double height, const QTransform &place, GiTextLayout &layout)
 {
     for (std::size_t i = 0; i < characters.size();) {
         if (!(characters[i].*mark)) {
@@ -303,8 +313,8 @@ void addBars(const std::vector<GiTextCharacter> &characters, const std::vector<d
 }
 
 /// Characters one below the other, each in the middle of the column.
-void layoutVertical(const std::vector<GiTextCharacter> &characters, const GiFont *font, double height, double widthFactor,
-                    GiTextLayout &layout)
+void layoutVertical(const std::vector<GiTextCharacter> &characters, const GiFont *font, double height,
+                    double widthFactor, GiTextLayout &layout)
 {
     constexpr double kStep = 1.5;
     double y = 0.0;
@@ -323,7 +333,7 @@ void layoutVertical(const std::vector<GiTextCharacter> &characters, const GiFont
     layout.box = QRectF(-height / 2, y, height, -y);
 }
 
-}
+} // namespace
 
 void giLayoutText(const ZvGiText &text, const GiTextStyle &style, GiTextLayout &layout)
 {
@@ -338,7 +348,7 @@ void giLayoutText(const ZvGiText &text, const GiTextStyle &style, GiTextLayout &
         return;
     }
 
-    std::vector<double> edges {0.0};
+    std::vector<double> edges{0.0};
     for (const GiTextCharacter &character : characters)
         edges.push_back(edges.back() + giAdvance(font, character.character));
     const double natural = edges.back();

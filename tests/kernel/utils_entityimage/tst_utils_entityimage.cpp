@@ -65,8 +65,8 @@ private:
     }
     static QImage toImage(const ZvGiRasterImagePtr &raster)
     {
-        return QImage(raster->scanLines(), int(raster->pixelWidth()), int(raster->pixelHeight()), int(raster->scanLineSize()),
-                      QImage::Format_RGBA8888)
+        return QImage(raster->scanLines(), int(raster->pixelWidth()), int(raster->pixelHeight()),
+                      int(raster->scanLineSize()), QImage::Format_RGBA8888)
             .convertToFormat(QImage::Format_RGB32);
     }
     /// Lengths of the dark and light runs along the row that the line is in; light ones below 0.
@@ -185,7 +185,8 @@ void UtilsEntityImageTest::entitiesAreFittedToThePicture()
     const ZvDbObjectId id = picture.addSolid({{1000, 1000, 0}, {1400, 1000, 0}, {1400, 1200, 0}, {1000, 1200, 0}}, 1);
     ZvDbObjectPointer<ZvDbEntity> solid(id, ZvDb::kForRead);
     Entities entities = listOf(EntityPtr(solid.get()));
-    const QRect rect = inkedRect(toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(200, 200))), 0xFFFFFFFF);
+    const QRect rect
+        = inkedRect(toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(200, 200))), 0xFFFFFFFF);
     QVERIFY(rect.width() >= 170 && rect.width() <= 200);
     QVERIFY(std::abs(rect.height() * 2 - rect.width()) <= 2); // the shape stays
     QVERIFY(std::abs(rect.center().x() - 100) <= 1 && std::abs(rect.center().y() - 100) <= 1);
@@ -208,7 +209,7 @@ void UtilsEntityImageTest::anUnboundLineShowsItsPattern()
 {
     Picture picture;
     // Two dashes of a quarter and two gaps of a quarter of the line.
-    const ZvDbObjectId type = picture.addLinetype("half", std::vector<double> {22.5, -22.5});
+    const ZvDbObjectId type = picture.addLinetype("half", std::vector<double>{22.5, -22.5});
     Entities entities = listOf(makeLine(type, 1.0));
     const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 15)));
     const QRect rect = inkedRect(image, 0xFFFFFFFF);
@@ -227,7 +228,7 @@ void UtilsEntityImageTest::theScaleForNewEntitiesCounts()
 {
     // The lists divide by it, so that the picture is the same whatever it is.
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double>{10.0, -5.0});
     Entities before = listOf(makeLine(type, 2.0));
     const QImage first = toImage(zvsiutCreateEntityImage(picture.database, before, makeOptions(96, 14)));
     picture.database->setCeltscale(2.0);
@@ -239,7 +240,7 @@ void UtilsEntityImageTest::theScaleForNewEntitiesCounts()
 void UtilsEntityImageTest::theDrawingsOwnScaleDoesNotCountForUnboundLines()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double>{10.0, -5.0});
     Entities entities = listOf(makeLine(type, 1.0));
     const QImage first = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(96, 14)));
     picture.database->setLtscale(50.0);
@@ -252,7 +253,7 @@ void UtilsEntityImageTest::theDrawingsOwnScaleDoesNotCountForUnboundLines()
 void UtilsEntityImageTest::recordsMayBeOpenForRead()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {22.5, -22.5});
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double>{22.5, -22.5});
     ZvDbLinetypeTableRecord *record = nullptr;
     QCOMPARE(zvdbOpenObject(record, type, ZvDb::kForRead), Zv::eOk);
     Entities entities = listOf(makeLine(type, 1.0));
@@ -265,7 +266,7 @@ void UtilsEntityImageTest::recordsMayBeOpenForRead()
 void UtilsEntityImageTest::picturesOfLinesAreKept()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("kept", std::vector<double> {22.5, -22.5});
+    const ZvDbObjectId type = picture.addLinetype("kept", std::vector<double>{22.5, -22.5});
     const auto draw = [&](int width, double scale, int background = -1) {
         Entities entities = listOf(makeLine(type, scale));
         return zvsiutCreateEntityImage(picture.database, entities, makeOptions(width, 14, background));
@@ -291,7 +292,7 @@ void UtilsEntityImageTest::picturesOfLinesAreKept()
     QVERIFY(toImage(changed) != toImage(first));
     // The same name in another drawing is another line type.
     Picture other;
-    Entities entities = listOf(makeLine(other.addLinetype("kept", std::vector<double> {22.5, -22.5}), 1.0));
+    Entities entities = listOf(makeLine(other.addLinetype("kept", std::vector<double>{22.5, -22.5}), 1.0));
     zvsiutCreateEntityImage(other.database, entities, makeOptions(96, 14));
     QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(6));
 }

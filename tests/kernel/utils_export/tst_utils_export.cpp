@@ -109,7 +109,8 @@ void UtilsExportTest::pngFillsItsPicture()
 {
     Picture picture;
     picture.addSolid({{1000, 1000, 0}, {1200, 1000, 0}, {1200, 1100, 0}, {1000, 1100, 0}}, 1);
-    const QImage image = QImage::fromData(exported(picture.database, "fill.png", 400, 400)).convertToFormat(QImage::Format_RGB32);
+    const QImage image
+        = QImage::fromData(exported(picture.database, "fill.png", 400, 400)).convertToFormat(QImage::Format_RGB32);
     const QRect rect = inkedRect(image, image.pixel(0, 0));
     QVERIFY(rect.width() > 370 && rect.width() < 400);
     QVERIFY(std::abs(rect.height() * 2 - rect.width()) <= 2);
@@ -167,18 +168,26 @@ void UtilsExportTest::pdfIsTheLayoutsPaperAtItsScale()
     const QByteArray dxf
         = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$TILEMODE\n70\n0\n0\nENDSEC\n"
           "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nBLOCK_RECORD\n5\n1\n330\n0\n100\nAcDbSymbolTable\n70\n2\n"
-          "0\nBLOCK_RECORD\n5\n20\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n*Model_Space\n340\n31\n"
-          "0\nBLOCK_RECORD\n5\n21\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n*Paper_Space\n340\n32\n"
+          "0\nBLOCK_RECORD\n5\n20\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n*Model_"
+          "Space\n340\n31\n"
+          "0\nBLOCK_RECORD\n5\n21\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n*Paper_"
+          "Space\n340\n32\n"
           "0\nENDTAB\n0\nENDSEC\n"
           "0\nSECTION\n2\nBLOCKS\n"
-          "0\nBLOCK\n5\n22\n330\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockBegin\n2\n*Model_Space\n70\n0\n10\n0\n20\n0\n30\n0\n0\nENDBLK\n5\n23\n330\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockEnd\n"
-          "0\nBLOCK\n5\n24\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbBlockBegin\n2\n*Paper_Space\n70\n0\n10\n0\n20\n0\n30\n0\n0\nENDBLK\n5\n25\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbBlockEnd\n"
+          "0\nBLOCK\n5\n22\n330\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockBegin\n2\n*Model_"
+          "Space\n70\n0\n10\n0\n20\n0\n30\n0\n0\nENDBLK\n5\n23\n330\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockEnd\n"
+          "0\nBLOCK\n5\n24\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbBlockBegin\n2\n*Paper_"
+          "Space\n70\n0\n10\n0\n20\n0\n30\n0\n0\nENDBLK\n5\n25\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbBlockEn"
+          "d\n"
           "0\nENDSEC\n"
-          "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\n40\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbLine\n10\n0\n20\n0\n30\n0\n11\n100\n21\n0\n31\n0\n0\nENDSEC\n"
+          "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\n40\n330\n21\n100\nAcDbEntity\n67\n1\n8\n0\n100\nAcDbLine\n10\n0\n20\n0"
+          "\n30\n0\n11\n100\n21\n0\n31\n0\n0\nENDSEC\n"
           "0\nSECTION\n2\nOBJECTS\n0\nDICTIONARY\n5\nC\n330\n0\n100\nAcDbDictionary\n281\n1\n3\nACAD_LAYOUT\n350\n30\n"
           "0\nDICTIONARY\n5\n30\n330\nC\n100\nAcDbDictionary\n281\n1\n3\nModel\n350\n31\n3\nSheet\n350\n32\n"
-          "0\nLAYOUT\n5\n31\n330\n30\n100\nAcDbPlotSettings\n70\n1024\n100\nAcDbLayout\n1\nModel\n70\n1\n71\n0\n330\n20\n"
-          "0\nLAYOUT\n5\n32\n330\n30\n100\nAcDbPlotSettings\n40\n5\n41\n7\n42\n5\n43\n7\n44\n594\n45\n420\n142\n1\n143\n1\n70\n0\n72\n1\n73\n0\n74\n5\n100\nAcDbLayout\n1\nSheet\n70\n1\n71\n1\n330\n21\n"
+          "0\nLAYOUT\n5\n31\n330\n30\n100\nAcDbPlotSettings\n70\n1024\n100\nAcDbLayout\n1\nModel\n70\n1\n71\n0\n330\n20"
+          "\n"
+          "0\nLAYOUT\n5\n32\n330\n30\n100\nAcDbPlotSettings\n40\n5\n41\n7\n42\n5\n43\n7\n44\n594\n45\n420\n142\n1\n143"
+          "\n1\n70\n0\n72\n1\n73\n0\n74\n5\n100\nAcDbLayout\n1\nSheet\n70\n1\n71\n1\n330\n21\n"
           "0\nENDSEC\n0\nEOF\n";
     ZvDbFileReport report;
     picture.database = ZvDbDatabase::create();
@@ -207,7 +216,7 @@ void UtilsExportTest::pdfTakesLinesOfOneLookAsOnePath()
 void UtilsExportTest::pdfStrokesPatternsWithADashPen()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    const ZvDbObjectId type = picture.addLinetype("dashed", std::vector<double>{10.0, -5.0});
     for (int i = 0; i < 10; ++i) {
         const ZvDbObjectId line = picture.addLine(0, 10 * i, 400, 10 * i);
         change<ZvDbLine>(line, [&](ZvDbLine &entity) { entity.setLinetype(type); });
@@ -318,7 +327,7 @@ public:
     QVector<double> fractions;
     bool cancels = false;
 };
-}
+} // namespace
 
 void UtilsExportTest::cancellingLeavesNoFileAndTheOldOneWhole()
 {
@@ -352,7 +361,9 @@ void UtilsExportTest::progressRises()
         picture.addLine(i, 0, i, 100);
     Progress progress;
     ZvString message;
-    QCOMPARE(zvgiExport(picture.database, m_folder.filePath("progress.pdf").toUtf8().constData(), message, 0, 0, &progress), Zv::eOk);
+    QCOMPARE(
+        zvgiExport(picture.database, m_folder.filePath("progress.pdf").toUtf8().constData(), message, 0, 0, &progress),
+        Zv::eOk);
     QVERIFY(progress.fractions.size() >= 3);
     for (int i = 0; i < progress.fractions.size(); ++i) {
         QVERIFY(progress.fractions[i] >= 0.0 && progress.fractions[i] <= 1.0);

@@ -38,22 +38,26 @@ private:
     }
     static QByteArray entities(const QByteArray &tags)
     {
-        return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + tags + "0\nENDSEC\n0\nEOF\n";
+        return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n" + tags
+            + "0\nENDSEC\n0\nEOF\n";
     }
     static QByteArray square(double low, double high)
     {
         const QByteArray a = QByteArray::number(low);
         const QByteArray b = QByteArray::number(high);
-        return "92\n3\n72\n0\n73\n1\n93\n4\n10\n" + a + "\n20\n" + a + "\n10\n" + b + "\n20\n" + a + "\n10\n" + b + "\n20\n" + b
-            + "\n10\n" + a + "\n20\n" + b + "\n97\n0\n";
+        return "92\n3\n72\n0\n73\n1\n93\n4\n10\n" + a + "\n20\n" + a + "\n10\n" + b + "\n20\n" + a + "\n10\n" + b
+            + "\n20\n" + b + "\n10\n" + a + "\n20\n" + b + "\n97\n0\n";
     }
     /// A hatch of level lines, \a spacing apart, in these loops.
     static QByteArray hatch(const QByteArray &loops, int count, double spacing, bool solid = false)
     {
-        return "0\nHATCH\n100\nAcDbEntity\n8\n0\n62\n1\n100\nAcDbHatch\n10\n0\n20\n0\n30\n0\n210\n0\n220\n0\n230\n1\n2\nLINE\n70\n"
-            + QByteArray::number(solid ? 1 : 0) + "\n71\n0\n91\n" + QByteArray::number(count) + "\n" + loops + "75\n0\n76\n1\n"
+        return "0\nHATCH\n100\nAcDbEntity\n8\n0\n62\n1\n100\nAcDbHatch\n10\n0\n20\n0\n30\n0\n210\n0\n220\n0\n230\n1\n2"
+               "\nLINE\n70\n"
+            + QByteArray::number(solid ? 1 : 0) + "\n71\n0\n91\n" + QByteArray::number(count) + "\n" + loops
+            + "75\n0\n76\n1\n"
             + (solid ? QByteArray()
-                     : "52\n0\n41\n1\n77\n0\n78\n1\n53\n0\n43\n0\n44\n0.5\n45\n0\n46\n" + QByteArray::number(spacing) + "\n79\n0\n")
+                     : "52\n0\n41\n1\n77\n0\n78\n1\n53\n0\n43\n0\n44\n0.5\n45\n0\n46\n" + QByteArray::number(spacing)
+                       + "\n79\n0\n")
             + "98\n0\n";
     }
 };
@@ -121,12 +125,15 @@ namespace {
 /// Two lines in model space, the upper on a layer of its own, and a viewport on the paper that shows them at half size.
 QByteArray viewportDrawing(const QByteArray &extra)
 {
-    return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n5\nF1\n"
-           "100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n2\nupper\n70\n0\n62\n3\n6\nCONTINUOUS\n0\nENDTAB\n0\nENDSEC\n"
+    return "0\nSECTION\n2\nHEADER\n9\n$"
+           "ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n5\nF1\n"
+           "100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n2\nupper\n70\n0\n62\n3\n6\nCONTINUOUS\n0\nENDTAB\n0"
+           "\nENDSEC\n"
            "0\nSECTION\n2\nENTITIES\n"
            "0\nLINE\n8\n0\n62\n1\n10\n-1000\n20\n1.0\n30\n0\n11\n1000\n21\n1.0\n31\n0\n"
            "0\nLINE\n8\nupper\n10\n-1000\n20\n21.0\n30\n0\n11\n1000\n21\n21.0\n31\n0\n"
-           "0\nVIEWPORT\n5\nF0\n100\nAcDbEntity\n67\n1\n8\n0\n62\n5\n100\nAcDbViewport\n10\n50\n20\n50\n30\n0\n40\n40\n41\n30\n68\n2\n69\n2\n"
+           "0\nVIEWPORT\n5\nF0\n100\nAcDbEntity\n67\n1\n8\n0\n62\n5\n100\nAcDbViewport\n10\n50\n20\n50\n30\n0\n40\n40\n"
+           "41\n30\n68\n2\n69\n2\n"
            "12\n0\n22\n0\n16\n0\n26\n0\n36\n1\n17\n0\n27\n0\n37\n0\n45\n60\n51\n0\n"
         + extra + "0\nENDSEC\n0\nEOF\n";
 }
@@ -141,7 +148,7 @@ QImage drawPaper(Picture &picture)
     return image;
 }
 
-}
+} // namespace
 
 void UtilsFileDrawingTest::viewportsShowTheModelInTheirFrame()
 {
@@ -176,7 +183,8 @@ namespace {
 QByteArray imageDrawing(const QByteArray &path, const QByteArray &clip)
 {
     return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
-           "0\nIMAGE\n5\nE0\n100\nAcDbEntity\n8\n0\n100\nAcDbRasterImage\n90\n0\n10\n20\n20\n20\n30\n0\n11\n6\n21\n0\n31\n0\n12\n0\n22\n6\n"
+           "0\nIMAGE\n5\nE0\n100\nAcDbEntity\n8\n0\n100\nAcDbRasterImage\n90\n0\n10\n20\n20\n20\n30\n0\n11\n6\n21\n0\n3"
+           "1\n0\n12\n0\n22\n6\n"
            "32\n0\n13\n10\n23\n10\n340\nE1\n70\n7\n"
         + clip
         + "0\nENDSEC\n0\nSECTION\n2\nOBJECTS\n0\nDICTIONARY\n5\nC\n330\n0\n100\nAcDbDictionary\n"
@@ -184,7 +192,7 @@ QByteArray imageDrawing(const QByteArray &path, const QByteArray &clip)
         + path + "\n10\n10\n20\n10\n11\n1\n21\n1\n280\n1\n0\nENDSEC\n0\nEOF\n";
 }
 
-}
+} // namespace
 
 void UtilsFileDrawingTest::imagesStandUprightAndAreClipped()
 {
@@ -230,7 +238,8 @@ void UtilsFileDrawingTest::verticesAreAsWideAsTheirPolyline()
     QVERIFY(read(picture, "0\nSECTION\n2\nENTITIES\n" + start + first + last + "0\nENDSEC\n0\nEOF\n"));
     QCOMPARE(inkedRect(picture.draw()), QRect(20, 45, 60, 10));
     // One that says so itself is not.
-    QVERIFY(read(picture, "0\nSECTION\n2\nENTITIES\n" + start + first + "40\n4\n41\n4\n" + last + "0\nENDSEC\n0\nEOF\n"));
+    QVERIFY(
+        read(picture, "0\nSECTION\n2\nENTITIES\n" + start + first + "40\n4\n41\n4\n" + last + "0\nENDSEC\n0\nEOF\n"));
     QCOMPARE(inkedRect(picture.draw()), QRect(20, 48, 60, 4));
 }
 
@@ -257,8 +266,10 @@ void UtilsFileDrawingTest::pointsHaveTheFigureOfTheDrawing()
     QFETCH(int, height);
     QFETCH(bool, hasMiddle);
     Picture picture;
-    QVERIFY(read(picture, "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$PDMODE\n70\n" + QByteArray::number(mode)
-                     + "\n9\n$PDSIZE\n40\n20\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n10\n50.5\n20\n50.5\n30\n0\n0\nENDSEC\n0\nEOF\n"));
+    QVERIFY(read(picture,
+                 "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$PDMODE\n70\n" + QByteArray::number(mode)
+                     + "\n9\n$PDSIZE\n40\n20\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n10\n50.5\n20\n50."
+                       "5\n30\n0\n0\nENDSEC\n0\nEOF\n"));
     const QImage image = picture.draw();
     const QRect rect = inkedRect(image);
     QVERIFY2(std::abs(rect.width() - width) <= 2 && std::abs(rect.height() - height) <= 2,
@@ -290,7 +301,8 @@ void UtilsFileDrawingTest::collectedDrawingsShowSomething()
     const ZvDbObjectId space = picture.database->currentSpaceId();
     const ZvGeExtents2d extents = renderer.displayExtents(space, ZvGiView());
     QVERIFY(!extents.isEmpty());
-    picture.view.center = ZvGePoint2d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2);
+    picture.view.center
+        = ZvGePoint2d((extents.minimum.x + extents.maximum.x) / 2, (extents.minimum.y + extents.maximum.y) / 2);
     picture.view.height = 1.05 * std::max(extents.maximum.y - extents.minimum.y, extents.maximum.x - extents.minimum.x);
     QImage image(400, 400, QImage::Format_RGB32);
     image.fill(Qt::black);

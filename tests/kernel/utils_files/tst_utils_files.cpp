@@ -61,7 +61,8 @@ void UtilsFilesTest::pathsAreJoinedWithOneSlash_data()
     QTest::addColumn<QByteArray>("b");
     QTest::addColumn<QByteArray>("joined");
     QTest::newRow("plain") << QByteArray("/a") << QByteArray("b") << QByteArray("/a/b");
-    QTest::newRow("slash at the end of the second stays") << QByteArray("/a") << QByteArray("ico_zeva/") << QByteArray("/a/ico_zeva/");
+    QTest::newRow("slash at the end of the second stays")
+        << QByteArray("/a") << QByteArray("ico_zeva/") << QByteArray("/a/ico_zeva/");
     QTest::newRow("slash at both") << QByteArray("/a/") << QByteArray("/b") << QByteArray("/a/b");
     QTest::newRow("root") << QByteArray("/") << QByteArray("b") << QByteArray("/b");
     QTest::newRow("first empty") << QByteArray() << QByteArray("b/c") << QByteArray("b/c");
@@ -82,15 +83,36 @@ void UtilsFilesTest::namesAreTakenFromPaths_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("noExtension");
     QTest::addColumn<QString>("anySeparator");
-    QTest::newRow("plain") << "/a/plan.dxf" << "plan.dxf" << "plan" << "plan.dxf";
-    QTest::newRow("two extensions") << "/a/plan.tar.gz" << "plan.tar.gz" << "plan.tar" << "plan.tar.gz";
-    QTest::newRow("no extension") << "plan" << "plan" << "plan" << "plan";
-    QTest::newRow("point in the folder only") << "/a.b/plan" << "plan" << "plan" << "plan";
-    QTest::newRow("hidden file") << "/a/.config" << ".config" << ".config" << ".config";
-    QTest::newRow("folder") << "/a/b/" << "" << "" << "";
-    QTest::newRow("backslashes") << "C:\\a\\plan.dxf" << "C:\\a\\plan.dxf" << "C:\\a\\plan" << "plan.dxf";
-    QTest::newRow("Chinese") << QStringLiteral("/图/平面图.dxf") << QStringLiteral("平面图.dxf") << QStringLiteral("平面图")
-                             << QStringLiteral("平面图.dxf");
+    QTest::newRow("plain") << "/a/plan.dxf"
+                           << "plan.dxf"
+                           << "plan"
+                           << "plan.dxf";
+    QTest::newRow("two extensions") << "/a/plan.tar.gz"
+                                    << "plan.tar.gz"
+                                    << "plan.tar"
+                                    << "plan.tar.gz";
+    QTest::newRow("no extension") << "plan"
+                                  << "plan"
+                                  << "plan"
+                                  << "plan";
+    QTest::newRow("point in the folder only") << "/a.b/plan"
+                                              << "plan"
+                                              << "plan"
+                                              << "plan";
+    QTest::newRow("hidden file") << "/a/.config"
+                                 << ".config"
+                                 << ".config"
+                                 << ".config";
+    QTest::newRow("folder") << "/a/b/"
+                            << ""
+                            << ""
+                            << "";
+    QTest::newRow("backslashes") << "C:\\a\\plan.dxf"
+                                 << "C:\\a\\plan.dxf"
+                                 << "C:\\a\\plan"
+                                 << "plan.dxf";
+    QTest::newRow("Chinese") << QStringLiteral("/图/平面图.dxf") << QStringLiteral("平面图.dxf")
+                             << QStringLiteral("平面图") << QStringLiteral("平面图.dxf");
 }
 
 void UtilsFilesTest::namesAreTakenFromPaths()

@@ -23,7 +23,8 @@ QByteArray le32(quint32 value)
 QByteArray bitmap(int width, int height)
 {
     const int row = (width + 3) / 4 * 4;
-    QByteArray bytes = le32(40) + le32(quint32(width)) + le32(quint32(height)) + QByteArray("\x01\x00\x08\x00", 4) + QByteArray(24, 0);
+    QByteArray bytes = le32(40) + le32(quint32(width)) + le32(quint32(height)) + QByteArray("\x01\x00\x08\x00", 4)
+        + QByteArray(24, 0);
     bytes += QByteArray(1024, '\x33') + QByteArray(row * height, '\x05');
     return bytes;
 }
@@ -87,7 +88,7 @@ QImage fromBitmap(const QByteArray &bytes)
     return QImage::fromData(header + bytes);
 }
 
-}
+} // namespace
 
 class UtilsPreviewTest : public QObject
 {
@@ -121,7 +122,7 @@ void UtilsPreviewTest::picturesAreReadInAnyCombination()
 {
     QFETCH(bool, hasBitmap);
     QFETCH(bool, hasPng);
-    QVector<Part> parts {{1, QByteArray(80, '\x01')}};
+    QVector<Part> parts{{1, QByteArray(80, '\x01')}};
     if (hasBitmap)
         parts.append({2, bitmap(30, 20)});
     if (hasPng)
@@ -230,7 +231,8 @@ void UtilsPreviewTest::realDrawingsShowTheirPictures()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const ZvThumbnailImage thumbnail = read(file.readAll());
-    const QImage image = thumbnail.png.isEmpty() ? fromBitmap(bytesOf(thumbnail.bmp)) : QImage::fromData(bytesOf(thumbnail.png));
+    const QImage image
+        = thumbnail.png.isEmpty() ? fromBitmap(bytesOf(thumbnail.bmp)) : QImage::fromData(bytesOf(thumbnail.png));
     QVERIFY(!image.isNull());
     QVERIFY(image.width() >= 100 && image.height() >= 60);
     // A picture of something: not all pixels are alike.

@@ -62,7 +62,7 @@ namespace {
 const QRgb kBlack = 0xFF000000;
 const QRgb kRed = 0xFFFF0000;
 const QRgb kWhite = 0xFFFFFFFF;
-}
+} // namespace
 
 void UtilsRendererTest::aLineInksItsPixelsAndNoOthers()
 {
@@ -239,7 +239,7 @@ void UtilsRendererTest::lineWeightsShowOnlyWhenAskedFor()
 void UtilsRendererTest::patternsRunAlongTheWholePolyline()
 {
     Picture picture;
-    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double> {10.0, -5.0});
+    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double>{10.0, -5.0});
     auto *polyline = new ZvDbPolyline();
     // The corner comes in the middle of a dash: 7.5 long before it, 2.5 behind it.
     polyline->addVertex(ZvGePoint2d(10, 20.5));
@@ -265,7 +265,7 @@ void UtilsRendererTest::patternsRunAlongTheWholePolyline()
 void UtilsRendererTest::patternsFollowAllScales()
 {
     Picture picture;
-    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double> {1.0, -1.0});
+    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double>{1.0, -1.0});
     const ZvDbObjectId id = picture.addLine(10, 20.5, 90, 20.5);
     change<ZvDbLine>(id, [&](ZvDbLine &line) {
         line.setLinetype(dashed);
@@ -282,14 +282,14 @@ void UtilsRendererTest::patternsFollowAllScales()
 void UtilsRendererTest::patternsTooFineAreContinuous()
 {
     Picture picture;
-    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double> {1.0, -1.0});
+    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double>{1.0, -1.0});
     const ZvDbObjectId id = picture.addLine(10.5, 20.5, 90.5, 20.5);
     change<ZvDbLine>(id, [&](ZvDbLine &line) { line.setLinetype(dashed); });
     QCOMPARE(runs(picture.draw(), 79, 12, 88).size(), std::size_t(1));
     picture.database->setLtscale(1e-9);
     QCOMPARE(runs(picture.draw(), 79, 12, 88).size(), std::size_t(1));
     // And a pattern that is one long gap, as damaged files have it.
-    const ZvDbObjectId gap = picture.addLinetype("gap", std::vector<double> {-10.0});
+    const ZvDbObjectId gap = picture.addLinetype("gap", std::vector<double>{-10.0});
     change<ZvDbLine>(id, [&](ZvDbLine &line) { line.setLinetype(gap); });
     picture.database->setLtscale(1.0);
     QCOMPARE(runs(picture.draw(), 79, 12, 88).size(), std::size_t(1));
@@ -298,7 +298,7 @@ void UtilsRendererTest::patternsTooFineAreContinuous()
 void UtilsRendererTest::patternsThatBeginWithAGapDoSo()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("late", std::vector<double> {-10.0, 20.0});
+    const ZvDbObjectId type = picture.addLinetype("late", std::vector<double>{-10.0, 20.0});
     const ZvDbObjectId id = picture.addLine(10, 20.5, 90, 20.5);
     change<ZvDbLine>(id, [&](ZvDbLine &line) { line.setLinetype(type); });
     const std::vector<int> row = runs(picture.draw(), 79, 10, 70);
@@ -311,7 +311,7 @@ void UtilsRendererTest::patternsThatBeginWithAGapDoSo()
 void UtilsRendererTest::dotsAreOnePixel()
 {
     Picture picture;
-    const ZvDbObjectId type = picture.addLinetype("dot", std::vector<double> {0.0, -5.0});
+    const ZvDbObjectId type = picture.addLinetype("dot", std::vector<double>{0.0, -5.0});
     const ZvDbObjectId id = picture.addLine(10, 20.5, 90, 20.5);
     change<ZvDbLine>(id, [&](ZvDbLine &line) { line.setLinetype(type); });
     const QImage image = picture.draw();
@@ -355,7 +355,7 @@ void UtilsRendererTest::textsOfLineTypesStandInTheirGaps()
 void UtilsRendererTest::clippedPatternsKeepTheirPlace()
 {
     Picture picture;
-    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double> {10.0, -10.0});
+    const ZvDbObjectId dashed = picture.addLinetype("dashed", std::vector<double>{10.0, -10.0});
     // The line begins far outside: half a million patterns before the picture.
     const ZvDbObjectId id = picture.addLine(-1e7, 20.5, 1e7, 20.5);
     change<ZvDbLine>(id, [&](ZvDbLine &line) { line.setLinetype(dashed); });
@@ -474,8 +474,8 @@ void UtilsRendererTest::viewsFromOtherSides_data()
     // From the lower left and above: x goes right and up, y left and up, z up.
     const double a = std::sqrt(0.5);
     const double b = std::sqrt(1.0 / 6.0);
-    QTest::newRow("isometric from the south-west") << -1.0 << -1.0 << 1.0
-        << QRect(QPoint(int(50 - 20 * a), int(50 - 40 * b)), QPoint(int(50 + 40 * a), 50));
+    QTest::newRow("isometric from the south-west")
+        << -1.0 << -1.0 << 1.0 << QRect(QPoint(int(50 - 20 * a), int(50 - 40 * b)), QPoint(int(50 + 40 * a), 50));
 }
 
 void UtilsRendererTest::viewsFromOtherSides()
@@ -496,9 +496,11 @@ void UtilsRendererTest::viewsFromOtherSides()
     }
     const QRect found = inkedRect(picture.draw());
     const auto near = [](int p, int q) { return std::abs(p - q) <= 1; };
-    QVERIFY2(near(found.left(), rect.left()) && near(found.right(), rect.right()) && near(found.top(), rect.top())
-                 && near(found.bottom(), rect.bottom()),
-             qPrintable(QStringLiteral("%1 %2 %3 %4").arg(found.left()).arg(found.right()).arg(found.top()).arg(found.bottom())));
+    QVERIFY2(
+        near(found.left(), rect.left()) && near(found.right(), rect.right()) && near(found.top(), rect.top())
+            && near(found.bottom(), rect.bottom()),
+        qPrintable(
+            QStringLiteral("%1 %2 %3 %4").arg(found.left()).arg(found.right()).arg(found.top()).arg(found.bottom())));
 }
 
 void UtilsRendererTest::theTwistTurnsThePicture()
@@ -581,7 +583,8 @@ void UtilsRendererTest::onlyWhatCanBeSeenIsVisited()
     const QImage whole = picture.draw(renderer);
     QCOMPARE(renderer.lastVisited(), 10000);
     const QImage part = picture.draw(renderer, QRect(20, 30, 10, 10));
-    QVERIFY2(renderer.lastVisited() >= 100 && renderer.lastVisited() <= 225, qPrintable(QString::number(renderer.lastVisited())));
+    QVERIFY2(renderer.lastVisited() >= 100 && renderer.lastVisited() <= 225,
+             qPrintable(QString::number(renderer.lastVisited())));
     QCOMPARE(part.copy(20, 30, 10, 10), whole.copy(20, 30, 10, 10));
     QCOMPARE(inked(part), inked(part.copy(20, 30, 10, 10)));
     // Looking elsewhere: nothing.
@@ -659,7 +662,8 @@ void UtilsRendererTest::slicesMakeTheWholePicture()
     int slices = 0;
     while (next >= 0) {
         const int before = next;
-        next = renderer.drawSlice(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100, next, 0);
+        next = renderer.drawSlice(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100,
+                                  next, 0);
         QVERIFY(next < 0 || next > before); // also without any time there is progress
         ++slices;
     }
@@ -677,12 +681,12 @@ void UtilsRendererTest::drawingStopsWhenTold()
     QImage image(100, 100, QImage::Format_RGB32);
     QPainter painter(&image);
     int asked = 0;
-    QVERIFY(!renderer.draw(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100, [&] {
-        return ++asked < 3;
-    }));
+    QVERIFY(!renderer.draw(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100,
+                           [&] { return ++asked < 3; }));
     QCOMPARE(asked, 3);
     QVERIFY(renderer.lastVisited() < 2000);
-    QVERIFY(renderer.draw(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100, [] { return true; }));
+    QVERIFY(renderer.draw(painter, picture.options, picture.database->modelSpaceId(), picture.view, 100, 100,
+                          [] { return true; }));
 }
 
 void UtilsRendererTest::someEntitiesOnly()
@@ -765,7 +769,8 @@ void UtilsRendererTest::farCoordinatesDoNotDisturb()
     picture.view.center = ZvGePoint2d(far + 50, far + 50);
     const QImage image = picture.draw();
     QCOMPARE(image.pixel(30, 79), kRed);
-    QVERIFY(image.pixel(30, 59) == qRgb(0, 255, 0) || image.pixel(30, 58) == qRgb(0, 255, 0) || image.pixel(30, 60) == qRgb(0, 255, 0));
+    QVERIFY(image.pixel(30, 59) == qRgb(0, 255, 0) || image.pixel(30, 58) == qRgb(0, 255, 0)
+            || image.pixel(30, 60) == qRgb(0, 255, 0));
 }
 
 QTEST_MAIN(UtilsRendererTest)

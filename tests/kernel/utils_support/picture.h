@@ -64,8 +64,8 @@ public:
         table->close();
         return id;
     }
-    ZvDbObjectId addReference(ZvDbObjectId block, const ZvGePoint3d &at, int color = 256, ZvDbObjectId layer = ZvDbObjectId(),
-                              ZvDbObjectId into = ZvDbObjectId())
+    ZvDbObjectId addReference(ZvDbObjectId block, const ZvGePoint3d &at, int color = 256,
+                              ZvDbObjectId layer = ZvDbObjectId(), ZvDbObjectId into = ZvDbObjectId())
     {
         auto *reference = new ZvDbBlockReference();
         reference->setBlockTableRecord(block);
@@ -138,8 +138,7 @@ public:
 };
 
 /// Changes an object of the drawing.
-template<class T, class Change>
-void change(ZvDbObjectId id, Change &&how)
+template <class T, class Change> void change(ZvDbObjectId id, Change &&how)
 {
     ZvDbObjectPointer<T> object(id, ZvDb::kForWrite);
     Q_ASSERT(object);

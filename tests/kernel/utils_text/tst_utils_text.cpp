@@ -49,9 +49,10 @@ private:
     {
         Picture picture;
         // The attachment comes from a file; so does the width. A text style of the drawing's own serves the rest.
-        const QByteArray dxf = "0\nSECTION\n2\nENTITIES\n0\nMTEXT\n8\n0\n10\n" + QByteArray::number(x) + "\n20\n" + QByteArray::number(y)
-            + "\n30\n0\n40\n" + QByteArray::number(height) + "\n41\n" + QByteArray::number(width) + "\n71\n"
-            + QByteArray::number(attachment) + "\n1\n" + QByteArray(contents.toUtf8().c_str()) + "\n0\nENDSEC\n0\nEOF\n";
+        const QByteArray dxf = "0\nSECTION\n2\nENTITIES\n0\nMTEXT\n8\n0\n10\n" + QByteArray::number(x) + "\n20\n"
+            + QByteArray::number(y) + "\n30\n0\n40\n" + QByteArray::number(height) + "\n41\n"
+            + QByteArray::number(width) + "\n71\n" + QByteArray::number(attachment) + "\n1\n"
+            + QByteArray(contents.toUtf8().c_str()) + "\n0\nENDSEC\n0\nEOF\n";
         ZvDbFileReport report;
         picture.database = ZvDbDatabase::create();
         if (picture.database->readStream(dxf.constData(), std::size_t(dxf.size()), report) != Zv::eOk)
@@ -103,7 +104,8 @@ void UtilsTextTest::textAlignsAtItsPoint()
     QFETCH(int, vertical);
     QFETCH(double, across);
     QFETCH(int, below);
-    const QByteArray dxf = "0\nSECTION\n2\nENTITIES\n0\nTEXT\n8\n0\n10\n50\n20\n50\n30\n0\n11\n50\n21\n50\n31\n0\n40\n20\n72\n"
+    const QByteArray dxf
+        = "0\nSECTION\n2\nENTITIES\n0\nTEXT\n8\n0\n10\n50\n20\n50\n30\n0\n11\n50\n21\n50\n31\n0\n40\n20\n72\n"
         + QByteArray::number(horizontal) + "\n73\n" + QByteArray::number(vertical) + "\n1\nHH\n0\nENDSEC\n0\nEOF\n";
     Picture picture;
     ZvDbFileReport report;
@@ -120,8 +122,8 @@ void UtilsTextTest::theWidthFactorStretches()
 {
     QRect rects[2];
     for (int i = 0; i < 2; ++i) {
-        const QByteArray dxf = "0\nSECTION\n2\nENTITIES\n0\nTEXT\n8\n0\n10\n10\n20\n50\n30\n0\n40\n10\n41\n" + QByteArray::number(i + 1)
-            + "\n1\nHHH\n0\nENDSEC\n0\nEOF\n";
+        const QByteArray dxf = "0\nSECTION\n2\nENTITIES\n0\nTEXT\n8\n0\n10\n10\n20\n50\n30\n0\n40\n10\n41\n"
+            + QByteArray::number(i + 1) + "\n1\nHHH\n0\nENDSEC\n0\nEOF\n";
         Picture picture;
         ZvDbFileReport report;
         QCOMPARE(picture.database->readStream(dxf.constData(), std::size_t(dxf.size()), report), Zv::eOk);
@@ -134,7 +136,8 @@ void UtilsTextTest::theWidthFactorStretches()
 void UtilsTextTest::rotatedTextRuns()
 {
     Picture picture;
-    auto *text = new ZvDbText(ZvGePoint3d(50.5, 20.5, 0), "HHHH", picture.database->textstyle(), 10.0, 1.5707963267948966);
+    auto *text
+        = new ZvDbText(ZvGePoint3d(50.5, 20.5, 0), "HHHH", picture.database->textstyle(), 10.0, 1.5707963267948966);
     text->setLayer(picture.database->layerZero());
     picture.add(text);
     const QRect rect = inkedRect(picture.draw());
@@ -182,7 +185,8 @@ void UtilsTextTest::smallTextIsALine()
 {
     Picture picture;
     for (int i = 0; i < 5; ++i) {
-        auto *text = new ZvDbText(ZvGePoint3d(20.5, 20.5 + 10 * i, 0), "HHHHHHHHHH", picture.database->textstyle(), 2.0, 0.0);
+        auto *text
+            = new ZvDbText(ZvGePoint3d(20.5, 20.5 + 10 * i, 0), "HHHHHHHHHH", picture.database->textstyle(), 2.0, 0.0);
         text->setLayer(picture.database->layerZero());
         picture.add(text);
     }
@@ -243,16 +247,24 @@ void UtilsTextTest::formatsOfBlocks_data()
 {
     QTest::addColumn<QString>("contents");
     QTest::addColumn<QString>("like");
-    QTest::newRow("braces end a format") << "{\\H20;H}H" << "{\\H2x;H}H";
-    QTest::newRow("braces alone") << "{H}" << "H";
-    QTest::newRow("escaped braces and backslash are characters") << "\\{\\}\\\\" << "%%123%%125%%092";
+    QTest::newRow("braces end a format") << "{\\H20;H}H"
+                                         << "{\\H2x;H}H";
+    QTest::newRow("braces alone") << "{H}"
+                                  << "H";
+    QTest::newRow("escaped braces and backslash are characters") << "\\{\\}\\\\"
+                                                                 << "%%123%%125%%092";
     QTest::newRow("control codes") << "%%d%%p%%c" << QStringLiteral("°±Ø");
     QTest::newRow("unicode code") << "\\U+00B0" << QStringLiteral("°");
-    QTest::newRow("font of the same kind") << "{\\fDejaVu Sans|b0|i0|c0|p34;H}" << "{\\FDejaVu Sans;H}";
-    QTest::newRow("caret as a blank says") << "^ " << "\\U+005E";
-    QTest::newRow("alignment is no character") << "\\A1;H" << "H";
-    QTest::newRow("paragraph codes are no characters") << "\\pi0,l0,t4;H" << "H";
-    QTest::newRow("line ends at the end") << "H\\P\\P" << "H";
+    QTest::newRow("font of the same kind") << "{\\fDejaVu Sans|b0|i0|c0|p34;H}"
+                                           << "{\\FDejaVu Sans;H}";
+    QTest::newRow("caret as a blank says") << "^ "
+                                           << "\\U+005E";
+    QTest::newRow("alignment is no character") << "\\A1;H"
+                                               << "H";
+    QTest::newRow("paragraph codes are no characters") << "\\pi0,l0,t4;H"
+                                                       << "H";
+    QTest::newRow("line ends at the end") << "H\\P\\P"
+                                          << "H";
 }
 
 void UtilsTextTest::formatsOfBlocks()
@@ -304,9 +316,12 @@ void UtilsTextTest::fractionsStandOnBothSidesOfTheirBar()
 void UtilsTextTest::brokenCodesAreSurvived_data()
 {
     QTest::addColumn<QString>("contents");
-    const QStringList all {"\\", "H\\", "{{{{{{{{H", "}}}}H", "\\H;H", "\\H-5;H", "\\H1e999;H", "\\Hnan;H", "\\W0;H", "\\S", "\\S/", "\\S;",
-                           "\\S1#", "\\C;H", "\\C99999999999;H", "\\f;H", "\\fArial", "\\f|b1|i1;H", "\\U+", "\\U+12", "\\U+ZZZZ", "%%", "%",
-                           "^", "\\Q9999;H", "\\T0;H", "\\A;H", "\\pxq;H", "\\p"};
+    const QStringList all{"\\",       "H\\",        "{{{{{{{{H",   "}}}}H",  "\\H;H",
+                          "\\H-5;H",  "\\H1e999;H", "\\Hnan;H",    "\\W0;H", "\\S",
+                          "\\S/",     "\\S;",       "\\S1#",       "\\C;H",  "\\C99999999999;H",
+                          "\\f;H",    "\\fArial",   "\\f|b1|i1;H", "\\U+",   "\\U+12",
+                          "\\U+ZZZZ", "%%",         "%",           "^",      "\\Q9999;H",
+                          "\\T0;H",   "\\A;H",      "\\pxq;H",     "\\p"};
     for (const QString &contents : all)
         QTest::newRow(qPrintable(contents)) << contents;
 }
