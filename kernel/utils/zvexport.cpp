@@ -137,8 +137,12 @@ public:
         target.unitsPerMillimetre = scale;
         GiDrawer drawer(m_database, m_styles, m_blocks, m_images, options, target);
         drawer.setView(viewOf(m_sheet), width, height);
-        const bool isWhole = drawer.drawWhole(m_sheet.block, [this](std::size_t done, std::size_t all) {
-            return !m_progress || m_progress->progress(double(done) / double(all));
+        double fraction = 0.0;
+        const auto report = [&] { return !m_progress || m_progress->progress(fraction); };
+        drawer.setKeepGoingInside(report);
+        const bool isWhole = drawer.drawWhole(m_sheet.block, [&](std::size_t done, std::size_t all) {
+            fraction = double(done) / double(all);
+            return report();
         });
         m_blocks.closeAll();
         target.sink->flush();

@@ -155,6 +155,7 @@ bool ZvGiRenderer::draw(QPainter &painter, const Options &options, ZvDbObjectId 
     GiPainterSink sink(painter, options.antialiasing);
     GiDrawer drawer(d->database, d->styles, d->blocks, d->images, options, d->targetFor(sink, clip, options));
     drawer.setView(view, width, height);
+    drawer.setKeepGoingInside(keepGoing);
     const int next = drawer.drawBlock(block, 0, keepGoing);
     d->blocks.closeAll();
     d->lastVisited = drawer.visited();
@@ -173,6 +174,7 @@ bool ZvGiRenderer::drawEntities(QPainter &painter, const Options &options, const
     GiPainterSink sink(painter, options.antialiasing);
     GiDrawer drawer(d->database, d->styles, d->blocks, d->images, options, d->targetFor(sink, clip, options));
     drawer.setView(view, width, height);
+    drawer.setKeepGoingInside(keepGoing);
     constexpr int kInterval = 64;
     bool isWhole = true;
     int count = 0;
@@ -189,6 +191,10 @@ bool ZvGiRenderer::drawEntities(QPainter &painter, const Options &options, const
             continue;
         ++d->lastVisited;
         drawer.drawEntity(*entity);
+        if (drawer.isAborted()) {
+            isWhole = false;
+            break;
+        }
     }
     d->blocks.closeAll();
     return isWhole;

@@ -120,6 +120,21 @@ const GiIndex &GiBlocks::index(ZvDbObjectId id)
     return *block.index;
 }
 
+std::shared_ptr<const std::vector<std::uint32_t>> GiBlocks::find(ZvDbObjectId block, const GiBoxQuery &query)
+{
+    const GiIndex &known = index(block);
+    const std::uint64_t stamp = m_database->changeStamp();
+    if (m_found && m_foundBlock == block && m_foundStamp == stamp && m_foundQuery == query)
+        return m_found;
+    auto positions = std::make_shared<std::vector<std::uint32_t>>();
+    known.find(query, *positions);
+    m_found = std::move(positions);
+    m_foundQuery = query;
+    m_foundBlock = block;
+    m_foundStamp = stamp;
+    return m_found;
+}
+
 const std::vector<const ZvDbEntity *> &GiBlocks::entities(ZvDbObjectId id)
 {
     const GiIndex &known = index(id);
@@ -173,4 +188,5 @@ void GiBlocks::changedAll()
 {
     closeAll();
     m_blocks.clear();
+    m_found.reset();
 }

@@ -21,6 +21,9 @@ public:
     /// The index of a block, made when it is first asked for. Good until the next call of changed() or of index() for
     /// another block.
     const GiIndex &index(ZvDbObjectId block);
+    /// Positions of the entries that meet the question. The last answer is kept: a picture that is drawn in slices asks
+    /// the same again and again.
+    std::shared_ptr<const std::vector<std::uint32_t>> find(ZvDbObjectId block, const GiBoxQuery &query);
     /// Entities of a block in the order of its index, open for read until closeAll(). Null where one cannot be opened.
     const std::vector<const ZvDbEntity *> &entities(ZvDbObjectId block);
     void closeAll();
@@ -48,6 +51,10 @@ private:
     ZvDbDatabase *m_database;
     GiStyles &m_styles;
     std::unordered_map<std::uint32_t, Block> m_blocks;
+    std::shared_ptr<const std::vector<std::uint32_t>> m_found;
+    GiBoxQuery m_foundQuery;
+    ZvDbObjectId m_foundBlock;
+    std::uint64_t m_foundStamp = 0;
 };
 
 /// Box of an entity in the coordinates of its block; that of texts by the fonts they are drawn with. False for none.

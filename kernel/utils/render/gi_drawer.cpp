@@ -178,16 +178,15 @@ GiBoxQuery GiDrawer::query(double margin) const
 
 int GiDrawer::drawBlock(ZvDbObjectId block, int first, const std::function<bool()> &keepGoing)
 {
-    std::vector<std::uint32_t> positions;
     // The margin leaves room for line weights.
-    const double margin = 2.5 * m_target.unitsPerMillimetre;
+    const double margin = m_options.lineWeights ? 2.5 * m_target.unitsPerMillimetre : m_target.minimumWidth;
+    const auto positions = m_blocks.find(block, query(margin));
     const GiIndex &index = m_blocks.index(block);
-    index.find(query(m_options.lineWeights ? margin : m_target.minimumWidth), positions);
     const std::uint64_t high = std::uint64_t(m_database->number()) << 32;
     int count = 0;
-    for (std::uint32_t position : positions) {
-        if (int(position) < first)
-            continue;
+    for (auto next = std::lower_bound(positions->begin(), positions->end(), std::uint32_t(first));
+         next != positions->end(); ++next) {
+        const std::uint32_t position = *next;
         if (keepGoing && ++count % kKeepGoingInterval == 0) {
             m_blocks.closeAll(); // whoever is asked may write
             if (!keepGoing())
@@ -200,6 +199,8 @@ int GiDrawer::drawBlock(ZvDbObjectId block, int first, const std::function<bool(
         ZvDbObjectPointer<ZvDbEntity> entity(ZvDbObjectId::fromInt64(high | entry.entity), ZvDb::kForRead);
         if (entity)
             drawEntity(*entity);
+        if (m_isAborted)
+            return int(position);
     }
     return -1;
 }
@@ -225,6 +226,8 @@ bool GiDrawer::drawWhole(ZvDbObjectId block, const std::function<bool(std::size_
         ZvDbObjectPointer<ZvDbEntity> entity(ZvDbObjectId::fromInt64(high | entities[i]), ZvDb::kForRead);
         if (entity)
             drawEntity(*entity);
+        if (m_isAborted)
+            return false;
     }
     return true;
 }
@@ -264,14 +267,22 @@ void GiDrawer::block(ZvDbObjectId id, const ZvGeMatrix3d &blockToWorld)
     ++inner.depth;
 
     const std::vector<const ZvDbEntity *> &entities = m_blocks.entities(id);
-    const std::vector<GiIndex::Entry> &entries = m_blocks.index(id).entries();
+    const GiIndex &index = m_blocks.index(id);
+    const std::vector<GiIndex::Entry> &entries = index.entries();
     const Frame outer = m_frame;
     const ZvDbEntity *const outerEntity = m_entity;
     const ZvGiTraits outerTraits = m_traits;
     const bool outerHasTraits = m_hasTraits;
     m_frame = inner;
     const GiBoxQuery visible = query(2.5 * m_target.unitsPerMillimetre);
-    for (std::size_t i = 0; i < entities.size(); ++i) {
+    double low[2];
+    double high[2];
+    visible.image(index.bounds(), low, high);
+    const bool isTiny
+        = !index.bounds().isEmpty() && high[0] - low[0] < m_target.resolution && high[1] - low[1] < m_target.resolution;
+    if (isTiny && reference.isVisible)
+        dot(reference, QPointF((low[0] + high[0]) / 2, (low[1] + high[1]) / 2));
+    for (std::size_t i = 0; i < entities.size() && !isTiny; ++i) {
         if (!entities[i] || entries[i].layer == 0 || (!entries[i].box.isEmpty() && !visible.meets(entries[i].box)))
             continue;
         // Definitions of attributes are asked for values: the reference shows these.
@@ -344,7 +355,7 @@ void GiDrawer::viewport(ZvDbObjectId id)
     m_frame = inner;
     std::vector<bool> knownLooks;
     m_knownLooks.swap(knownLooks); // looks depend on what the viewport freezes
-    drawBlock(m_database->modelSpaceId(), 0, {});
+    m_isAborted = drawBlock(m_database->modelSpaceId(), 0, m_keepGoingInside) >= 0;
     m_knownLooks.swap(knownLooks);
     m_target.sink->popClip();
     m_target = outerTarget;

@@ -44,6 +44,8 @@ public:
     void setLinetypeScale(double scale) { m_linetypeScale = scale; }
     /// Only where things are: lines without their patterns, texts as their boxes, areas as wholes, points as dots.
     void setPlain(bool plain) { m_isPlain = plain; }
+    /// Asked now and then while a viewport shows its model; false ends everything.
+    void setKeepGoingInside(const std::function<bool()> &keepGoing) { m_keepGoingInside = keepGoing; }
     void drawEntity(const ZvDbEntity &entity);
     /// Entities of \a block from position \a first of its index on, those only that can be in the clip; goes on as long
     /// as \a keepGoing says. The position to go on with, -1 at the end.
@@ -54,6 +56,7 @@ public:
 
     ZvGiTraits &traits() override;
     double deviation() const override;
+    bool isAborted() const override { return m_isAborted; }
     void polyline(const ZvGePoint3d *points, int count, bool closed) override;
     void widePolyline(const ZvGePoint3d *points, const double *startWidths, const double *endWidths, int count,
                       bool closed, const ZvGeVector3d &normal) override;
@@ -152,6 +155,8 @@ private:
     std::vector<QPointF> m_points;
     int m_visited = 0;
     bool m_isPlain = false;
+    bool m_isAborted = false;
+    std::function<bool()> m_keepGoingInside;
 };
 
 #endif

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -64,7 +65,13 @@ void GiBox::add(const GiBox &other)
     }
 }
 
-bool GiBoxQuery::meets(const GiBox &box) const
+bool GiBoxQuery::operator==(const GiBoxQuery &o) const
+{
+    return std::equal(&rows[0][0], &rows[0][0] + 8, &o.rows[0][0]) && std::equal(minimum, minimum + 2, o.minimum)
+        && std::equal(maximum, maximum + 2, o.maximum);
+}
+
+void GiBoxQuery::image(const GiBox &box, double low[2], double high[2]) const
 {
     for (int row = 0; row < 2; ++row) {
         double center = rows[row][3];
@@ -73,25 +80,25 @@ bool GiBoxQuery::meets(const GiBox &box) const
             center += rows[row][i] * 0.5 * (double(box.minimum[i]) + double(box.maximum[i]));
             reach += std::abs(rows[row][i]) * 0.5 * (double(box.maximum[i]) - double(box.minimum[i]));
         }
-        if (center + reach < minimum[row] || center - reach > maximum[row])
-            return false;
+        low[row] = center - reach;
+        high[row] = center + reach;
     }
-    return true;
+}
+
+bool GiBoxQuery::meets(const GiBox &box) const
+{
+    double low[2];
+    double high[2];
+    image(box, low, high);
+    return high[0] >= minimum[0] && low[0] <= maximum[0] && high[1] >= minimum[1] && low[1] <= maximum[1];
 }
 
 bool GiBoxQuery::holds(const GiBox &box) const
 {
-    for (int row = 0; row < 2; ++row) {
-        double center = rows[row][3];
-        double reach = 0.0;
-        for (int i = 0; i < 3; ++i) {
-            center += rows[row][i] * 0.5 * (double(box.minimum[i]) + double(box.maximum[i]));
-            reach += std::abs(rows[row][i]) * 0.5 * (double(box.maximum[i]) - double(box.minimum[i]));
-        }
-        if (center - reach < minimum[row] || center + reach > maximum[row])
-            return false;
-    }
-    return true;
+    double low[2];
+    double high[2];
+    image(box, low, high);
+    return low[0] >= minimum[0] && high[0] <= maximum[0] && low[1] >= minimum[1] && high[1] <= maximum[1];
 }
 
 void GiIndex::build(std::vector<Entry> entries)
@@ -102,11 +109,12 @@ void GiIndex::build(std::vector<Entry> entries)
     m_levels.clear();
     m_boundless.clear();
 
-    GiBox all;
+    m_bounds = GiBox();
     for (const Entry &entry : m_entries) {
         if (!entry.box.isEmpty())
-            all.add(entry.box);
+            m_bounds.add(entry.box);
     }
+    const GiBox &all = m_bounds;
     const auto cell = [&all](const GiBox &box, int i) {
         const double size = double(all.maximum[i]) - double(all.minimum[i]);
         if (!(size > 0.0))
@@ -168,6 +176,11 @@ void GiIndex::findIn(std::size_t level, std::size_t node, bool inside, const GiB
 
 void GiIndex::find(const GiBoxQuery &query, std::vector<std::uint32_t> &positions) const
 {
+    if (m_bounds.isEmpty() || query.holds(m_bounds)) {
+        positions.resize(m_entries.size());
+        std::iota(positions.begin(), positions.end(), std::uint32_t(0));
+        return;
+    }
     positions.assign(m_boundless.begin(), m_boundless.end());
     findIn(m_levels.size(), 0, false, query, positions);
     for (std::size_t i = m_treeSize; i < m_entries.size(); ++i) {
@@ -195,6 +208,8 @@ void GiIndex::change(int position, const Entry &entry)
     const bool isBoundless
         = std::find(m_boundless.begin(), m_boundless.end(), std::uint32_t(position)) != m_boundless.end();
     m_entries[std::size_t(position)] = entry;
+    if (!entry.box.isEmpty())
+        m_bounds.add(entry.box);
     if (std::size_t(position) >= m_treeSize || isBoundless)
         return;
     if (entry.box.isEmpty()) {
@@ -211,4 +226,6 @@ void GiIndex::change(int position, const Entry &entry)
 void GiIndex::append(const Entry &entry)
 {
     m_entries.push_back(entry);
+    if (!entry.box.isEmpty())
+        m_bounds.add(entry.box);
 }

@@ -26,6 +26,9 @@ struct GiBoxQuery
     double minimum[2] = {};
     double maximum[2] = {};
 
+    bool operator==(const GiBoxQuery &o) const;
+    /// Box of a box's image.
+    void image(const GiBox &box, double low[2], double high[2]) const;
     bool meets(const GiBox &box) const;
     /// Whether the image of the box lies in the rectangle as a whole.
     bool holds(const GiBox &box) const;
@@ -47,6 +50,8 @@ public:
     /// Positions of the entries that meet the question, in order of the entries. Entries without a box always do.
     void find(const GiBoxQuery &query, std::vector<std::uint32_t> &positions) const;
     const std::vector<Entry> &entries() const { return m_entries; }
+    /// Around all boxes there have been; empty when there was none.
+    const GiBox &bounds() const { return m_bounds; }
     /// Position of an entity's entry, -1 when it has none.
     int positionOf(std::uint32_t entity) const;
     void change(int position, const Entry &entry);
@@ -65,6 +70,7 @@ private:
         m_levels; ///< Boxes around each kFanOut of the level below; the first is the lowest.
     std::vector<std::uint32_t> m_boundless; ///< Positions of the entries without a box.
     std::vector<std::uint64_t> m_byEntity; ///< Sorted: entity in the upper half, position in the lower.
+    GiBox m_bounds;
     std::size_t m_treeSize = 0;
 };
 

@@ -18,6 +18,7 @@ private slots:
     void solidHatchesFill();
     void viewportsShowTheModelInTheirFrame();
     void aViewportHidesTheLayersItFreezes();
+    void drawingStopsInsideAViewportWhenTold();
     void imagesStandUprightAndAreClipped();
     void missingImagesAreFrames();
     void verticesAreAsWideAsTheirPolyline();
@@ -176,6 +177,27 @@ void UtilsFileDrawingTest::aViewportHidesTheLayersItFreezes()
     // In model space itself the layer is there.
     picture.view.center = ZvGePoint2d(0, 0);
     QVERIFY(inkedRect(picture.draw()).height() > 5);
+}
+
+void UtilsFileDrawingTest::drawingStopsInsideAViewportWhenTold()
+{
+    QByteArray dxf = viewportDrawing(QByteArray());
+    QByteArray lines;
+    for (int i = 0; i < 1000; ++i)
+        lines += "0\nLINE\n8\n0\n10\n0\n20\n" + QByteArray::number(i % 20) + "\n30\n0\n11\n9\n21\n"
+            + QByteArray::number(i % 20) + "\n31\n0\n";
+    dxf.replace("0\nSECTION\n2\nENTITIES\n", "0\nSECTION\n2\nENTITIES\n" + lines);
+    Picture picture;
+    QVERIFY(read(picture, dxf));
+    ZvGiRenderer renderer(picture.database);
+    QImage image(100, 100, QImage::Format_RGB32);
+    QPainter painter(&image);
+    const ZvDbObjectId paper = picture.database->paperSpaceId();
+    int asked = 0;
+    QVERIFY(!renderer.draw(painter, picture.options, paper, picture.view, 100, 100, [&] { return ++asked < 3; }));
+    QCOMPARE(asked, 3);
+    QVERIFY(renderer.draw(painter, picture.options, paper, picture.view, 100, 100, [] { return true; }));
+    QCOMPARE(picture.database->openObjectCount(), 0);
 }
 
 namespace {

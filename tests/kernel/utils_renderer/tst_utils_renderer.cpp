@@ -25,6 +25,7 @@ private slots:
     void aFrozenReferenceHidesAndAnOffOneDoesNot();
     void blocksNest();
     void aBlockThatHoldsItselfEnds();
+    void referencesSmallerThanAPixelAreADot();
     void lineWeightsShowOnlyWhenAskedFor();
     void patternsRunAlongTheWholePolyline();
     void patternsFollowAllScales();
@@ -217,6 +218,25 @@ void UtilsRendererTest::aBlockThatHoldsItselfEnds()
     picture.addReference(block, ZvGePoint3d(0, 3, 0), 256, ZvDbObjectId(), block);
     picture.addReference(block, ZvGePoint3d(10, 10, 0));
     QCOMPARE(picture.draw().pixel(20, 89), kRed);
+}
+
+void UtilsRendererTest::referencesSmallerThanAPixelAreADot()
+{
+    Picture picture;
+    const ZvDbObjectId block = picture.addBlock("bolt");
+    for (int i = 0; i < 20; ++i)
+        picture.addLine(0, i * 0.01, 0.2, i * 0.01, 0, ZvDbObjectId(), block);
+    picture.addReference(block, ZvGePoint3d(30.3, 20.3, 0), 1);
+    const QImage image = picture.draw();
+    const QRect rect = inkedRect(image);
+    QVERIFY(rect.isValid() && rect.width() <= 2 && rect.height() == 1);
+    QVERIFY(rect.contains(30, 79));
+    QCOMPARE(image.pixel(rect.topLeft()), kRed);
+    // On a layer that is off there is none.
+    const ZvDbObjectId off = picture.addLayer("off", 3);
+    change<ZvDbLayerTableRecord>(off, [](ZvDbLayerTableRecord &record) { record.setIsOff(true); });
+    picture.addReference(block, ZvGePoint3d(60.3, 60.3, 0), 1, off);
+    QCOMPARE(inkedRect(picture.draw()), rect);
 }
 
 void UtilsRendererTest::lineWeightsShowOnlyWhenAskedFor()
