@@ -107,8 +107,8 @@ void DrawingTest::init()
 
 void DrawingTest::cleanup()
 {
+    CHcSystem::setInstanceAvailable(true); // for tests that hide it to their end
     m_bus.reset();
-    CHcSystem::setInstanceAvailable(true);
     m_module.reset();
     ZevaTest::cleanup();
 }
