@@ -800,14 +800,14 @@ void GiDrawer::widePolyline(const ZvGePoint3d *points, const double *startWidths
     const Look current = look();
     if (!current.isVisible || count < 2)
         return;
+    const int segments = closed ? count : count - 1;
     double widest = 0.0;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < segments; ++i)
         widest = std::max({widest, startWidths[i], endWidths[i]});
     if (widest * m_frame.scale <= m_target.minimumWidth || m_options.highlight) {
         polyline(points, count, closed);
         return;
     }
-    const int segments = closed ? count : count - 1;
     // Directions across each segment in its plane.
     std::vector<ZvGeVector3d> across(static_cast<std::size_t>(segments));
     for (int i = 0; i < segments; ++i)
