@@ -3,6 +3,8 @@
 
 #include "core/zvsystem.h"
 #include "mainwindow.h"
+#include "panels.h"
+#include "updatebushost.h"
 #include "utils/zventityimage.h"
 #include "viewcolors.h"
 #include "zvqtentrypoint.h"
@@ -16,7 +18,9 @@ Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move
     CHcSystem::start();
     zvrxEntryPoint(kZvRxLoadModule);
     zvsiutSetDisplayBackground(ViewColors::packed(ViewColors::kModelGround) & 0x00FFFFFFu);
+    m_bus = std::make_unique<UpdateBusHost>();
     m_window = std::make_unique<MainWindow>(m_settings.get());
+    addPanels(*m_window, *m_bus);
 }
 
 Workbench::~Workbench()
@@ -24,7 +28,8 @@ Workbench::~Workbench()
     ZvApDocManager *documents = zvDocManagerPtr();
     while (documents->documentCount() > 0)
         documents->closeDocument(documents->documentAt(0));
-    m_window.reset();
+    m_window.reset(); // with all controls
+    m_bus.reset();
     zvrxEntryPoint(kZvRxUnloadModule);
     CHcSystem::stop();
 }

@@ -6,9 +6,10 @@
 
 class MainWindow;
 class QSettings;
+class UpdateBusHost;
 
-/// The running program: starts the kernel's core, loads the library through its module entry and makes the window, and
-/// takes it all back in reverse.
+/// The running program: starts the kernel's core, loads the library through its module entry, offers the update bus,
+/// makes the window, and takes it all back in reverse.
 class Workbench
 {
 public:
@@ -22,9 +23,11 @@ public:
     Workbench &operator=(const Workbench &) = delete;
 
     MainWindow &window() { return *m_window; }
+    UpdateBusHost &bus() { return *m_bus; }
 
 private:
     std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<UpdateBusHost> m_bus;
     std::unique_ptr<MainWindow> m_window;
 };
 

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "panels.h"
+
+#include "busmonitor.h"
+#include "mainwindow.h"
+#include "propertypanel.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDockWidget>
+
+namespace {
+
+// Pixels in a window of the usual size; the monitor stands beside the command line.
+constexpr int kPropertiesWidth = 320;
+constexpr int kCommandsWidth = 400;
+constexpr int kMonitorWidth = 880;
+
+QDockWidget *addPanel(MainWindow &window, QWidget *panel, const QString &title, Qt::DockWidgetArea area,
+                      const QKeySequence &shortcut)
+{
+    auto *dock = new QDockWidget(title, &window);
+    dock->setObjectName(panel->objectName() + QLatin1String("Dock"));
+    dock->setWidget(panel);
+    window.addDockWidget(area, dock);
+    dock->hide();
+    // The menu that shows the action is filled when it opens: the window has it for the shortcut.
+    QAction *toggle = dock->toggleViewAction();
+    toggle->setShortcut(shortcut);
+    window.addAction(toggle);
+    return dock;
+}
+
+} // namespace
+
+void addPanels(MainWindow &window, UpdateBusHost &bus)
+{
+    QDockWidget *properties
+        = addPanel(window, new PropertyPanel(bus, *window.host()), QCoreApplication::translate("Panels", "Properties"),
+                   Qt::RightDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_1));
+    QDockWidget *monitor = addPanel(window, new BusMonitor(bus), QCoreApplication::translate("Panels", "Bus Monitor"),
+                                    Qt::BottomDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_2));
+    window.resizeDocks({properties}, {kPropertiesWidth}, Qt::Horizontal);
+    if (auto *commands = window.findChild<QDockWidget *>(QStringLiteral("commandLineDock")))
+        window.resizeDocks({commands, monitor}, {kCommandsWidth, kMonitorWidth}, Qt::Horizontal);
+    window.restoreDockWidget(properties);
+    window.restoreDockWidget(monitor);
+}

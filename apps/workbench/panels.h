@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#ifndef PANELS_H
+#define PANELS_H
+
+class MainWindow;
+class UpdateBusHost;
+
+/// Adds the property panel and the bus monitor to the window, closed unless the window remembers them open. \a bus must
+/// outlive the window.
+void addPanels(MainWindow &window, UpdateBusHost &bus);
+
+#endif
