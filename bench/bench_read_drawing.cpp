@@ -47,8 +47,7 @@ std::size_t scanLinePairs(const char *bytes, std::size_t size)
     return sum;
 }
 
-template<class Work>
-double secondsOf(Work work)
+template <class Work> double secondsOf(Work work)
 {
     const auto start = std::chrono::steady_clock::now();
     work();
@@ -135,9 +134,25 @@ void open(benchmark::State &state, const std::string &options)
     }
 }
 
-BENCHMARK_CAPTURE(open, plain_100MB, "--size-mb 100 --plain")->Iterations(1)->Repetitions(repetitions)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open, typed_100MB, "--size-mb 100 --typed")->Iterations(1)->Repetitions(repetitions)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open, plain_500k, "--entities 500000 --plain")->Iterations(1)->Repetitions(repetitions)->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open, plain_50k, "--entities 50000 --plain")->Iterations(1)->Repetitions(repetitions)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open, plain_100MB, "--size-mb 100 --plain")
+    ->Iterations(1)
+    ->Repetitions(repetitions)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open, typed_100MB, "--size-mb 100 --typed")
+    ->Iterations(1)
+    ->Repetitions(repetitions)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open, plain_500k, "--entities 500000 --plain")
+    ->Iterations(1)
+    ->Repetitions(repetitions)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open, plain_50k, "--entities 50000 --plain")
+    ->Iterations(1)
+    ->Repetitions(repetitions)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -78,7 +78,8 @@ public:
     /// Index 62, true colour 420 and book name 430, or the like three codes (0 for a code that the record lacks). With
     /// \a off the sign of the index tells it: negative for a layer that is off.
     virtual void color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value, const ZvCmColor &standard,
-                       bool always = false, bool *off = nullptr) = 0;
+                       bool always = false, bool *off = nullptr)
+        = 0;
     /// A colour as its 32-bit word, method included.
     void colorWord(int code, ZvCmColor &value);
     /// What a new record has to hold beside what the class knows.
@@ -95,7 +96,8 @@ public:
     {
         Group() = default;
         Group(int c, double value, bool isOptional = false) : code(c), optional(isOptional), real(value) { }
-        Group(int c, int value, bool isOptional = false) : code(c), optional(isOptional), real(value), integer(value) { }
+        Group(int c, int value, bool isOptional = false)
+            : code(c), optional(isOptional), real(value), integer(value) { }
         Group(int c, const ZvString &value) : code(c), text(value) { }
         Group(int c, ZvDbObjectId value) : code(c), id(value) { }
         /// Radians here, degrees in the file.

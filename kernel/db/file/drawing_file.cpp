@@ -9,7 +9,8 @@
 namespace {
 
 // In the order of ZvDbTableKind.
-const char *const kTableNames[kTableCount] = {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+const char *const kTableNames[kTableCount]
+    = {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
 
 struct VersionName
 {
@@ -17,8 +18,9 @@ struct VersionName
     ZvDb::FileVersion version;
 };
 const VersionName kVersionNames[] = {
-    {"AC1009", ZvDb::kR12},   {"AC1012", ZvDb::kR13},   {"AC1014", ZvDb::kR14},   {"AC1015", ZvDb::kR2000}, {"AC1018", ZvDb::kR2004},
-    {"AC1021", ZvDb::kR2007}, {"AC1024", ZvDb::kR2010}, {"AC1027", ZvDb::kR2013}, {"AC1032", ZvDb::kR2018},
+    {"AC1009", ZvDb::kR12},   {"AC1012", ZvDb::kR13},   {"AC1014", ZvDb::kR14},
+    {"AC1015", ZvDb::kR2000}, {"AC1018", ZvDb::kR2004}, {"AC1021", ZvDb::kR2007},
+    {"AC1024", ZvDb::kR2010}, {"AC1027", ZvDb::kR2013}, {"AC1032", ZvDb::kR2018},
 };
 
 } // namespace
@@ -113,7 +115,8 @@ std::int64_t ZvDbFileReferences::recordOf(ZvDbObjectId id) const
 bool ZvDbFileReferences::isImplied(ZvDbObjectId id) const
 {
     const ZvDbDatabasePrivate &d = *m_database.priv();
-    return !id.isNull() && d.owns(id) && d.stubs[id.index()].record == 0 && !d.stubs[id.index()].has(ZvDbStub::kFileChanged);
+    return !id.isNull() && d.owns(id) && d.stubs[id.index()].record == 0
+        && !d.stubs[id.index()].has(ZvDbStub::kFileChanged);
 }
 
 bool ZvDbFileReferences::isStandard(ZvDbFiler::Table table, ZvDbObjectId id) const

@@ -67,16 +67,12 @@ class DrawingLoader : public zvdxf::Visitor
 {
 public:
     DrawingLoader(ZvDbDatabasePrivate &database, ZvDbDrawingFile &file, ZvDbWarnings &warnings)
-        : d(database),
-          m_file(file),
-          m_warnings(warnings),
-          m_classes(ZvDbClassTable::instance()),
+        : d(database), m_file(file), m_warnings(warnings), m_classes(ZvDbClassTable::instance()),
           m_proxyEntity(m_classes.numberOf(ZvDbProxyEntity::desc())),
           m_proxyObject(m_classes.numberOf(ZvDbProxyObject::desc())),
           m_polyline(m_classes.numberOf(ZvDb2dPolyline::desc())),
           m_insert(m_classes.numberOf(ZvDbBlockReference::desc())),
-          m_attribute(m_classes.numberOf(ZvDbAttribute::desc())),
-          m_solid(m_classes.numberOf(ZvDbSolid::desc())),
+          m_attribute(m_classes.numberOf(ZvDbAttribute::desc())), m_solid(m_classes.numberOf(ZvDbSolid::desc())),
           m_mleader(m_classes.numberOf(ZvDbMLeader::desc()))
     {
         m_knownProperties.max_load_factor(0.7f);
@@ -182,8 +178,7 @@ std::uint32_t DrawingLoader::addImplied(ZvDbObject *object, std::uint32_t owner)
     return index;
 }
 
-template<class T>
-ZvDbObject *makeObject()
+template <class T> ZvDbObject *makeObject()
 {
     return new T;
 }
@@ -191,9 +186,9 @@ ZvDbObject *makeObject()
 std::uint32_t DrawingLoader::tableObject(int kind, std::uint64_t handle, const RecordView *record)
 {
     static ZvDbObject *(*const makers[kTableCount])() = {
-        makeObject<ZvDbViewportTable>, makeObject<ZvDbLinetypeTable>, makeObject<ZvDbLayerTable>,
-        makeObject<ZvDbTextStyleTable>, makeObject<ZvDbViewTable>, makeObject<ZvDbUCSTable>,
-        makeObject<ZvDbRegAppTable>, makeObject<ZvDbDimStyleTable>, makeObject<ZvDbBlockTable>,
+        makeObject<ZvDbViewportTable>,  makeObject<ZvDbLinetypeTable>, makeObject<ZvDbLayerTable>,
+        makeObject<ZvDbTextStyleTable>, makeObject<ZvDbViewTable>,     makeObject<ZvDbUCSTable>,
+        makeObject<ZvDbRegAppTable>,    makeObject<ZvDbDimStyleTable>, makeObject<ZvDbBlockTable>,
     };
     if (d.tables[kind] == 0) {
         ZvDbObject *table = makers[kind]();
@@ -397,7 +392,8 @@ void DrawingLoader::tableRecord(const RecordView &record)
     if (before && !name.isEmpty()) // shape files have records without names
         warn(kDuplicateName, record);
     const std::uint32_t index = add(m_classes.numberOfFileName(type, m_proxyObject), head.handle, table, record);
-    ZvDbObjectAccess::addToTable(entries, kind == kBlockTable && zvdbSpaceOfBlock(name) >= 0 ? ZvString(L"*") + name.mid(1) : name, index);
+    ZvDbObjectAccess::addToTable(
+        entries, kind == kBlockTable && zvdbSpaceOfBlock(name) >= 0 ? ZvString(L"*") + name.mid(1) : name, index);
     switch (kind) {
     case kLayerTable:
         m_file.names(ZvDbFiler::kLayers).emplace(name, index);
@@ -580,7 +576,8 @@ std::uint32_t DrawingLoader::spaceBlock(bool paper)
     std::uint32_t &block = m_spaces[paper];
     if (block == 0) {
         const ZvDbNameMap &names = m_file.names(ZvDbFiler::kBlocks);
-        for (const wchar_t *name : {paper ? L"*Paper_Space" : L"*Model_Space", paper ? L"$Paper_Space" : L"$Model_Space"}) {
+        for (const wchar_t *name :
+             {paper ? L"*Paper_Space" : L"*Model_Space", paper ? L"$Paper_Space" : L"$Model_Space"}) {
             const auto found = names.find(name);
             if (block == 0 && found != names.end())
                 block = found->second;
@@ -800,8 +797,8 @@ void DrawingLoader::ensureStandardRecords()
         int kind;
         const wchar_t *name;
     } standard[] = {
-        {kLinetypeTable, L"ByBlock"},   {kLinetypeTable, L"ByLayer"},    {kLinetypeTable, L"Continuous"},
-        {kLayerTable, L"0"},            {kTextStyleTable, L"Standard"},  {kDimStyleTable, L"Standard"},
+        {kLinetypeTable, L"ByBlock"}, {kLinetypeTable, L"ByLayer"},   {kLinetypeTable, L"Continuous"},
+        {kLayerTable, L"0"},          {kTextStyleTable, L"Standard"}, {kDimStyleTable, L"Standard"},
         {kViewportTable, L"*Active"},
     };
     for (const auto &entry : standard) {
@@ -851,10 +848,10 @@ void DrawingLoader::settleHandles()
             return properties == o.properties && material == o.material && plotStyle == o.plotStyle;
         }
     };
-    Key last {0, 0, 0};
+    Key last{0, 0, 0};
     std::uint32_t number = 0;
     for (const Handles &handles : m_handles) {
-        const Key key {d.propertyNumbers[handles.index], handles.material, handles.plotStyle};
+        const Key key{d.propertyNumbers[handles.index], handles.material, handles.plotStyle};
         if (number == 0 || !(key == last)) {
             ZvDbEntityProperties properties = d.propertiesTable.at(key.properties);
             properties.material = d.idAt(d.handles.find(key.material));

@@ -29,9 +29,9 @@ ZvDb::FileVersion entitySince(const char *type)
         const char *type;
         ZvDb::FileVersion since;
     } table[] = {
-        {"LWPOLYLINE", ZvDb::kR14},   {"HATCH", ZvDb::kR14},       {"IMAGE", ZvDb::kR14},      {"WIPEOUT", ZvDb::kR2000},
-        {"MULTILEADER", ZvDb::kR2000}, {"ACAD_TABLE", ZvDb::kR2004}, {"RAY", ZvDb::kR13},        {"XLINE", ZvDb::kR13},
-        {"ELLIPSE", ZvDb::kR13},      {"SPLINE", ZvDb::kR13},      {"MTEXT", ZvDb::kR13},      {"LEADER", ZvDb::kR13},
+        {"LWPOLYLINE", ZvDb::kR14},    {"HATCH", ZvDb::kR14},        {"IMAGE", ZvDb::kR14}, {"WIPEOUT", ZvDb::kR2000},
+        {"MULTILEADER", ZvDb::kR2000}, {"ACAD_TABLE", ZvDb::kR2004}, {"RAY", ZvDb::kR13},   {"XLINE", ZvDb::kR13},
+        {"ELLIPSE", ZvDb::kR13},       {"SPLINE", ZvDb::kR13},       {"MTEXT", ZvDb::kR13}, {"LEADER", ZvDb::kR13},
         {"VIEWPORT", ZvDb::kR12},
     };
     for (const auto &entry : table) {
@@ -80,11 +80,8 @@ class DrawingSaver
 {
 public:
     DrawingSaver(ZvDbDatabasePrivate &database, ZvDbWarnings &warnings)
-        : d(database),
-          m_file(static_cast<ZvDbDrawingFile *>(database.source.get())),
-          m_warnings(warnings),
-          m_codec(m_file ? m_file->store.codec() : zvdxf::TextCodec()),
-          m_references(database.q),
+        : d(database), m_file(static_cast<ZvDbDrawingFile *>(database.source.get())), m_warnings(warnings),
+          m_codec(m_file ? m_file->store.codec() : zvdxf::TextCodec()), m_references(database.q),
           m_writer(m_codec, m_references, database.version)
     {
     }
@@ -267,8 +264,8 @@ void DrawingSaver::planObjects()
     for (int kind = 0; kind < kTableCount; ++kind) {
         for (const std::uint32_t index : ZvDbObjectAccess::recordsOf(*d.table(ZvDbTableKind(kind)))) {
             const ZvDbStub &stub = d.stubs[index];
-            if (m_file && stub.record && stub.has(ZvDbStub::kFileChanged) && !stub.isErased()
-                && kind != kViewportTable && kind != kRegAppTable && m_references.isRenamed(d.idAt(index)))
+            if (m_file && stub.record && stub.has(ZvDbStub::kFileChanged) && !stub.isErased() && kind != kViewportTable
+                && kind != kRegAppTable && m_references.isRenamed(d.idAt(index)))
                 m_anyRename = true;
         }
     }
@@ -935,7 +932,8 @@ std::vector<Record> DrawingSaver::tableRecords() const
     return records;
 }
 
-void DrawingSaver::writeSection(zvdxf::Writer &writer, SectionKind kind, const char *name, const std::vector<Record> &records)
+void DrawingSaver::writeSection(zvdxf::Writer &writer, SectionKind kind, const char *name,
+                                const std::vector<Record> &records)
 {
     if (kind == SectionKind::Header ? m_variableOrder.empty() : records.empty() && m_file)
         return;
@@ -971,10 +969,8 @@ bool DrawingSaver::write(zvdxf::Output &output, ZvDbProgress *progress, std::str
         const char *name;
         std::vector<Record> records;
     } sections[] = {
-        {SectionKind::Classes, "CLASSES", m_newClasses},
-        {SectionKind::Tables, "TABLES", tableRecords()},
-        {SectionKind::Blocks, "BLOCKS", m_newBlocks},
-        {SectionKind::Entities, "ENTITIES", m_newEntities},
+        {SectionKind::Classes, "CLASSES", m_newClasses}, {SectionKind::Tables, "TABLES", tableRecords()},
+        {SectionKind::Blocks, "BLOCKS", m_newBlocks},    {SectionKind::Entities, "ENTITIES", m_newEntities},
         {SectionKind::Objects, "OBJECTS", m_newObjects},
     };
     if (!m_file) {

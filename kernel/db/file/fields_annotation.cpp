@@ -10,9 +10,9 @@ typedef ZvDbFiler::Group Group;
 typedef ZvDbFiler::Groups Groups;
 
 /// What follows the common part of a dimension, by its type.
-const char *const kDimensionMarkers[] = {"AcDbAlignedDimension",       "AcDbAlignedDimension",  "AcDb2LineAngularDimension",
-                                         "AcDbDiametricDimension",     "AcDbRadialDimension",   "AcDb3PointAngularDimension",
-                                         "AcDbOrdinateDimension",      "AcDbAlignedDimension"};
+const char *const kDimensionMarkers[]
+    = {"AcDbAlignedDimension", "AcDbAlignedDimension",       "AcDb2LineAngularDimension", "AcDbDiametricDimension",
+       "AcDbRadialDimension",  "AcDb3PointAngularDimension", "AcDbOrdinateDimension",     "AcDbAlignedDimension"};
 
 } // namespace
 
@@ -74,8 +74,7 @@ namespace {
 enum class Depth { Context, Leader, Line };
 
 /// Walks the tags of a context and calls \a visit(depth, group) for each that is no bracket. The brackets are texts.
-template<class Tags, class Visit>
-void walkContext(Tags &groups, Visit visit)
+template <class Tags, class Visit> void walkContext(Tags &groups, Visit visit)
 {
     Depth depth = Depth::Context;
     for (auto &group : groups) {
@@ -108,8 +107,8 @@ struct Context
     ZvGePoint3d location;
     ZvGePoint3d blockPosition;
     ZvGePoint3d planeOrigin;
-    ZvGeVector3d direction {1, 0, 0};
-    ZvGeVector3d normal {0, 0, 1};
+    ZvGeVector3d direction{1, 0, 0};
+    ZvGeVector3d normal{0, 0, 1};
     ZvString contents;
     ZvDbObjectId textStyle;
     ZvDbObjectId block;

@@ -69,7 +69,8 @@ void zvdbPropertyFields(ZvDbFiler &filer, ZvDbEntityProperties &properties)
         properties.transparency.setMethod(ZvCmTransparency::kByBlock);
     properties.lineWeight = ZvDb::LineWeight(weight);
     properties.visibility = invisible ? ZvDb::kInvisible : ZvDb::kVisible;
-    properties.plotStyleType = properties.plotStyle.isNull() ? ZvDb::PlotStyleNameType(styleType & 3) : ZvDb::kPlotStyleById;
+    properties.plotStyleType
+        = properties.plotStyle.isNull() ? ZvDb::PlotStyleNameType(styleType & 3) : ZvDb::kPlotStyleById;
 }
 
 void ZvDbEntity::fileFields(ZvDbFiler &filer)

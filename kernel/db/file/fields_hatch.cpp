@@ -18,30 +18,29 @@ bool isSame(const ZvGePoint2d &a, const ZvGePoint2d &b)
 
 bool isSame(const std::vector<ZvGePoint2d> &a, const std::vector<ZvGePoint2d> &b)
 {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](const ZvGePoint2d &p, const ZvGePoint2d &q) { return isSame(p, q); });
+    return a.size() == b.size()
+        && std::equal(a.begin(), a.end(), b.begin(),
+                      [](const ZvGePoint2d &p, const ZvGePoint2d &q) { return isSame(p, q); });
 }
 
-template<class Edge>
-bool isSameEdge(const Edge &a, const Edge &b)
+template <class Edge> bool isSameEdge(const Edge &a, const Edge &b)
 {
     return a.type == b.type && isSame(a.start, b.start) && isSame(a.end, b.end) && a.radius == b.radius
         && a.startAngle == b.startAngle && a.endAngle == b.endAngle && a.counterClockwise == b.counterClockwise
         && a.degree == b.degree && a.knots == b.knots && a.weights == b.weights && isSame(a.points, b.points);
 }
 
-template<class Loop>
-bool areSame(const std::vector<Loop> &a, const std::vector<Loop> &b)
+template <class Loop> bool areSame(const std::vector<Loop> &a, const std::vector<Loop> &b)
 {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](const Loop &p, const Loop &q) {
-               return p.flags == q.flags && p.closed == q.closed && isSame(p.vertices, q.vertices) && p.bulges == q.bulges
-                   && p.edges.size() == q.edges.size()
+               return p.flags == q.flags && p.closed == q.closed && isSame(p.vertices, q.vertices)
+                   && p.bulges == q.bulges && p.edges.size() == q.edges.size()
                    && std::equal(p.edges.begin(), p.edges.end(), q.edges.begin(),
                                  [](const auto &e, const auto &f) { return isSameEdge(e, f); });
            });
 }
 
-template<class Edge>
-void readEdge(const Group &group, Edge &edge)
+template <class Edge> void readEdge(const Group &group, Edge &edge)
 {
     const bool isSpline = edge.type == kSpline;
     switch (group.code) {
@@ -92,8 +91,7 @@ void readEdge(const Group &group, Edge &edge)
     }
 }
 
-template<class Loop>
-void readLoops(const Groups &groups, std::vector<Loop> &loops)
+template <class Loop> void readLoops(const Groups &groups, std::vector<Loop> &loops)
 {
     loops.clear();
     bool hasBulges = false;
@@ -142,8 +140,7 @@ void readLoops(const Groups &groups, std::vector<Loop> &loops)
     }
 }
 
-template<class Edge>
-void writeEdge(const Edge &edge, bool tellsFitPoints, Groups &groups)
+template <class Edge> void writeEdge(const Edge &edge, bool tellsFitPoints, Groups &groups)
 {
     groups.emplace_back(72, edge.type);
     const auto point = [&groups](int code, const ZvGePoint2d &p) {
@@ -191,7 +188,7 @@ std::vector<Groups> readSources(const Groups &groups)
     return sources;
 }
 
-template<class Loop>
+template <class Loop>
 Groups writeLoops(const std::vector<Loop> &loops, const std::vector<Groups> &sources, bool tellsFitPoints)
 {
     Groups groups;
@@ -306,9 +303,9 @@ void ZvDbHatch::fileFields(ZvDbFiler &filer)
         readPattern(groups, before);
         const bool same = before.size() == m_pattern.size()
             && std::equal(before.begin(), before.end(), m_pattern.begin(), [](const auto &a, const auto &b) {
-                   return a.angle == b.angle && isSame(a.base, b.base) && a.offset.x == b.offset.x && a.offset.y == b.offset.y
-                       && a.dashes == b.dashes;
-               });
+                              return a.angle == b.angle && isSame(a.base, b.base) && a.offset.x == b.offset.x
+                                  && a.offset.y == b.offset.y && a.dashes == b.dashes;
+                          });
         if (filer.isNewRecord() || !same)
             groups = writePattern(m_pattern);
         filer.sequence(78, {47, 98, 450}, groups);
@@ -336,7 +333,8 @@ void ZvDbHatch::fileFields(ZvDbFiler &filer)
             if (group.code == 63)
                 color.setColorIndex(std::uint16_t(group.integer & 0x1FF));
             else if (group.code == 421)
-                color.setRGB(std::uint8_t(group.integer >> 16), std::uint8_t(group.integer >> 8), std::uint8_t(group.integer));
+                color.setRGB(std::uint8_t(group.integer >> 16), std::uint8_t(group.integer >> 8),
+                             std::uint8_t(group.integer));
         }
     } else if (filer.isNewRecord()) {
         groups.emplace_back(453, 2);

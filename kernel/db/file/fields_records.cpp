@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "db/zvdbdictionary.h"
 #include "db/zvdbrecords.h"
-#include "dxf_tag.h"
 #include "drawing_file.h"
+#include "dxf_tag.h"
 #include "file_fields.h"
 #include "zvdbdatabase_p.h"
 #include "zvdbfiler.h"
@@ -139,9 +139,9 @@ void ZvDbTextStyleTableRecord::fileFields(ZvDbFiler &filer)
 
 namespace {
 
-/// Group codes of the dimension variables in the order in which records hold them. Older files name arrow blocks by 5 to
-/// 7, newer ones refer to them by handle.
-constexpr std::array<int, 84> kDimensionCodes {
+/// Group codes of the dimension variables in the order in which records hold them. Older files name arrow blocks by 5
+/// to 7, newer ones refer to them by handle.
+constexpr std::array<int, 84> kDimensionCodes{
     3,   4,   5,   6,   7,   40,  41,  42,  43,  44,  45,  46,  47,  48,  49,  50,  69,  140, 141, 142, 143,
     144, 145, 146, 147, 148, 71,  72,  73,  74,  75,  76,  77,  78,  79,  90,  170, 171, 172, 173, 174, 175,
     176, 177, 178, 179, 270, 271, 272, 273, 274, 275, 276, 277, 278, 279, 280, 281, 282, 283, 284, 285, 286,
@@ -149,7 +149,8 @@ constexpr std::array<int, 84> kDimensionCodes {
 
 ZvDb::FileVersion dimensionCodeSince(int code)
 {
-    if (code == 49 || code == 50 || code == 69 || code == 90 || (code >= 290 && code <= 296) || (code >= 345 && code <= 347))
+    if (code == 49 || code == 50 || code == 69 || code == 90 || (code >= 290 && code <= 296)
+        || (code >= 345 && code <= 347))
         return ZvDb::kR2007;
     if ((code >= 275 && code <= 279) || code == 148 || code == 179 || code == 289 || code >= 340)
         return ZvDb::kR2000;
@@ -310,7 +311,8 @@ void ZvDbObjectAccess::blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &
     // The oldest files begin the names of the spaces in another way.
     ZvString name = block.m_name;
     const ZvDbFiler::Groups before = filer.existing(2, {70});
-    if (!filer.isReading() && !before.empty() && zvdbSpaceOfBlock(name) >= 0 && before.front().text.mid(1).compareNoCase(name.mid(1)) == 0)
+    if (!filer.isReading() && !before.empty() && zvdbSpaceOfBlock(name) >= 0
+        && before.front().text.mid(1).compareNoCase(name.mid(1)) == 0)
         name = before.front().text;
     filer.text(2, name);
     if (filer.isReading())

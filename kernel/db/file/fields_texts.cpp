@@ -15,7 +15,8 @@ void ZvDbText::textFields(ZvDbFiler &filer)
     filer.integer(71, m_generation, 0);
     filer.integer(72, m_horizontal, 0);
     // A text that is aligned in the plain way has a second point in some files; it means nothing there.
-    filer.point(11, m_alignment, filer.isReading() || (m_horizontal == 0 && m_vertical == 0) ? m_alignment : ZvGePoint3d(1e300, 0, 0));
+    filer.point(11, m_alignment,
+                filer.isReading() || (m_horizontal == 0 && m_vertical == 0) ? m_alignment : ZvGePoint3d(1e300, 0, 0));
     filer.vector(210, m_normal, ZvGeVector3d(0, 0, 1));
 }
 

@@ -8,12 +8,11 @@
 #include <utility>
 #include <vector>
 
-/// Finds the tags that belong to a field: those of the subclass block at hand that no earlier field has taken. Groups of
-/// applications (102), extended data, and what stands before the first marker belong to no field.
+/// Finds the tags that belong to a field: those of the subclass block at hand that no earlier field has taken. Groups
+/// of applications (102), extended data, and what stands before the first marker belong to no field.
 ///
 /// \a Tags gives the record: size(), code(i) and value(i), the latter for text codes only.
-template<class Tags>
-class RecordCursor
+template <class Tags> class RecordCursor
 {
 public:
     static constexpr std::size_t npos = std::size_t(-1);
@@ -44,7 +43,6 @@ public:
         m_marker = nullptr;
     }
 
-    bool hasMarkers() const { return !m_markers.empty(); }
     bool hasMarker(std::string_view marker) const { return findMarker(marker, 0) != npos; }
     std::size_t bodyEnd() const { return m_bodyEnd; }
     /// The block at hand. Empty, at the end of the body, for a marker that the record lacks.

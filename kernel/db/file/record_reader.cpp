@@ -14,7 +14,7 @@ bool isOneOf(int code, std::initializer_list<int> codes)
 {
     return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
-}
+} // namespace
 
 int zvdbClampedInt(std::int64_t value)
 {
@@ -35,11 +35,8 @@ ZvCmColor zvdbFileColor(std::int64_t index, bool hasTrueColor, std::int64_t true
 }
 
 ZvDbRecordReader::ZvDbRecordReader(const zvdxf::Store &store, ZvDbFileReferences &references, ZvDb::FileVersion version)
-    : ZvDbFiler(true, version),
-      m_store(store),
-      m_references(references),
-      m_tags {zvdxf::RecordView(store, nullptr, 0, 0)},
-      m_cursor(m_tags)
+    : ZvDbFiler(true, version), m_store(store),
+      m_references(references), m_tags{zvdxf::RecordView(store, nullptr, 0, 0)}, m_cursor(m_tags)
 {
 }
 
@@ -134,8 +131,8 @@ void ZvDbRecordReader::nameIn(Table table, int code, ZvDbObjectId &value, bool)
         value = isStyle ? m_references.ofName(table, "Standard") : ZvDbObjectId();
 }
 
-void ZvDbRecordReader::color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value, const ZvCmColor &standard, bool,
-                             bool *off)
+void ZvDbRecordReader::color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value,
+                             const ZvCmColor &standard, bool, bool *off)
 {
     const zvdxf::Tag *index = take(indexCode);
     const zvdxf::Tag *trueColor = trueColorCode ? take(trueColorCode) : nullptr;

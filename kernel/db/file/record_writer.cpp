@@ -93,8 +93,9 @@ int zvdbNearestColorIndex(const ZvCmColor &color)
     return best;
 }
 
-ZvDbRecordWriter::ZvDbRecordWriter(const zvdxf::TextCodec &codec, ZvDbFileReferences &references, ZvDb::FileVersion version)
-    : ZvDbFiler(false, version), m_codec(codec), m_references(references), m_view {m_tags}, m_cursor(m_view)
+ZvDbRecordWriter::ZvDbRecordWriter(const zvdxf::TextCodec &codec, ZvDbFileReferences &references,
+                                   ZvDb::FileVersion version)
+    : ZvDbFiler(false, version), m_codec(codec), m_references(references), m_view{m_tags}, m_cursor(m_view)
 {
 }
 
@@ -201,48 +202,14 @@ void ZvDbRecordWriter::setHead(int handleCode, std::uint64_t handle, std::uint64
         replace(k, zvdxf::formatHandle(owner));
 }
 
-void ZvDbRecordWriter::setGroup(const std::string &name, const std::vector<OwnedTag> &members)
-{
-    const std::string opening = "{" + name;
-    std::size_t first = 0;
-    while (first < m_tags.size() && m_tags[first].code != 100
-           && !(m_tags[first].code == 102 && trimmed(m_tags[first].value) == opening))
-        ++first;
-    const bool isThere = first < m_tags.size() && m_tags[first].code == 102;
-    std::size_t last = first;
-    if (isThere) {
-        ++last;
-        while (last < m_tags.size() && m_tags[last].code != 102 && m_tags[last].code != 100)
-            ++last;
-        if (last < m_tags.size() && m_tags[last].code == 102)
-            ++last;
-    } else {
-        if (members.empty())
-            return;
-        first = last = std::min<std::size_t>(m_tags.size(), m_tags.size() > 1 && m_tags[1].code == 5 ? 2 : 1);
-    }
-    std::vector<OwnedTag> tags;
-    if (!members.empty()) {
-        tags.push_back({102, opening});
-        tags.insert(tags.end(), members.begin(), members.end());
-        tags.push_back({102, "}"});
-    }
-    m_changed = true;
-    m_tags.erase(m_tags.begin() + std::ptrdiff_t(first), m_tags.begin() + std::ptrdiff_t(last));
-    m_tags.insert(m_tags.begin() + std::ptrdiff_t(first), tags.begin(), tags.end());
-    if (!m_isNew)
-        m_cursor.reset();
-}
-
 void ZvDbRecordWriter::setExtendedData(const std::vector<OwnedTag> &tags)
 {
     std::size_t first = 0;
     while (first < m_tags.size() && m_tags[first].code < 1000)
         ++first;
     const bool isSame = m_tags.size() - first == tags.size()
-        && std::equal(tags.begin(), tags.end(), m_tags.begin() + std::ptrdiff_t(first), [](const OwnedTag &a, const OwnedTag &b) {
-               return a.code == b.code && a.value == b.value;
-           });
+        && std::equal(tags.begin(), tags.end(), m_tags.begin() + std::ptrdiff_t(first),
+                      [](const OwnedTag &a, const OwnedTag &b) { return a.code == b.code && a.value == b.value; });
     if (isSame)
         return;
     m_changed = true;
@@ -363,7 +330,8 @@ void ZvDbRecordWriter::nameIn(Table table, int code, ZvDbObjectId &value, bool a
     const std::size_t i = take(code);
     const auto name = [&] { return m_codec.encode(m_references.nameOf(table, value)); };
     if (i == Cursor::npos) {
-        const bool isWanted = m_isNew ? always || !value.isNull() : !value.isNull() && !m_references.isStandard(table, value);
+        const bool isWanted
+            = m_isNew ? always || !value.isNull() : !value.isNull() && !m_references.isStandard(table, value);
         if (isWanted && mayInsert())
             insert(code, name());
         return;
@@ -373,8 +341,8 @@ void ZvDbRecordWriter::nameIn(Table table, int code, ZvDbObjectId &value, bool a
         replace(i, name());
 }
 
-void ZvDbRecordWriter::color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value, const ZvCmColor &standard,
-                             bool always, bool *off)
+void ZvDbRecordWriter::color(int indexCode, int trueColorCode, int bookCode, ZvCmColor &value,
+                             const ZvCmColor &standard, bool always, bool *off)
 {
     const std::size_t index = m_isNew ? Cursor::npos : m_cursor.find(indexCode);
     const std::size_t trueColor = m_isNew || !trueColorCode ? Cursor::npos : m_cursor.find(trueColorCode);
@@ -383,7 +351,8 @@ void ZvDbRecordWriter::color(int indexCode, int trueColorCode, int bookCode, ZvC
     const std::int64_t number = index != Cursor::npos ? integerOf(m_tags[index]) : 0;
     ZvCmColor before = standard;
     if (isThere)
-        before = zvdbFileColor(number, trueColor != Cursor::npos, trueColor != Cursor::npos ? integerOf(m_tags[trueColor]) : 0,
+        before = zvdbFileColor(number, trueColor != Cursor::npos,
+                               trueColor != Cursor::npos ? integerOf(m_tags[trueColor]) : 0,
                                book != Cursor::npos ? decoded(m_tags[book].value) : ZvString());
     const bool isOff = off && *off;
     const bool isSame = before == value && (!off || isOff == (number < 0));
@@ -450,8 +419,9 @@ OwnedTag ZvDbRecordWriter::made(const Group &group)
     case zvdxf::ValueKind::Chunk:
         return {group.code, group.text.toStdString()};
     case zvdxf::ValueKind::Handle:
-        return {group.code,
-                zvdxf::formatHandle(group.id.isNull() ? std::uint64_t(group.integer) : m_references.handleOf(group.id))};
+        return {
+            group.code,
+            zvdxf::formatHandle(group.id.isNull() ? std::uint64_t(group.integer) : m_references.handleOf(group.id))};
     case zvdxf::ValueKind::Real:
         return {group.code, zvdxf::formatReal(group.angle ? zvdbDegrees(group.real) : group.real)};
     default:
@@ -500,7 +470,8 @@ bool ZvDbRecordWriter::isSameElement(std::size_t first, std::size_t last, const 
 void ZvDbRecordWriter::align(std::size_t first, std::size_t last, const Groups &groups, int leadCode, bool keepOthers)
 {
     const auto isSpokenOf = [&groups](int code) {
-        return std::any_of(groups.begin(), groups.end(), [code](const Group &group) { return isSameCode(group.code, code); });
+        return std::any_of(groups.begin(), groups.end(),
+                           [code](const Group &group) { return isSameCode(group.code, code); });
     };
     // Elements that are the same at both ends stay as they are, so that one taken out or put in moves no other.
     std::vector<std::size_t> oldElements;
@@ -516,7 +487,8 @@ void ZvDbRecordWriter::align(std::size_t first, std::size_t last, const Groups &
     std::size_t unchanged = 0; // groups behind the ones that are aligned here
     const std::size_t whole = last;
     while (keepOthers && !oldElements.empty() && !newElements.empty()
-           && isSameElement(oldElements.back(), last, &groups[newElements.back()], groups.data() + groups.size() - unchanged)) {
+           && isSameElement(oldElements.back(), last, &groups[newElements.back()],
+                            groups.data() + groups.size() - unchanged)) {
         unchanged = groups.size() - newElements.back();
         last = oldElements.back();
         oldElements.pop_back();

@@ -29,8 +29,6 @@ public:
     void remove(int code);
     /// Handle and owner, in front of the first marker. An owner of 0 is left as it is.
     void setHead(int handleCode, std::uint64_t handle, std::uint64_t owner);
-    /// Replaces the members of an application's group; no members: the group goes.
-    void setGroup(const std::string &name, const std::vector<zvdxf::OwnedTag> &members);
     /// Replaces all extended data.
     void setExtendedData(const std::vector<zvdxf::OwnedTag> &tags);
     std::string encoded(const ZvString &text) const;

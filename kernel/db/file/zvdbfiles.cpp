@@ -7,7 +7,8 @@ Zv::ErrorStatus ZvDbDatabase::readFile(const ZvString &path, ZvDbFileReport &rep
     return zvdbLoadDrawing(*d, nullptr, path.toStdString(), report, progress);
 }
 
-Zv::ErrorStatus ZvDbDatabase::readStream(const void *bytes, std::size_t size, ZvDbFileReport &report, ZvDbProgress *progress)
+Zv::ErrorStatus ZvDbDatabase::readStream(const void *bytes, std::size_t size, ZvDbFileReport &report,
+                                         ZvDbProgress *progress)
 {
     if (size > zvdxf::Buffer::maxSize) {
         report = ZvDbFileReport();

@@ -22,7 +22,8 @@ std::string sample()
         const ZvDbDatabasePtr database = ZvDbDatabase::create();
         ZvDbObjectId id;
         for (int i = 0; i < 40; ++i)
-            database->appendEntity(new ZvDbLine(ZvGePoint3d(i, 0, 0), ZvGePoint3d(1, i, 0)), database->modelSpaceId(), id);
+            database->appendEntity(new ZvDbLine(ZvGePoint3d(i, 0, 0), ZvGePoint3d(1, i, 0)), database->modelSpaceId(),
+                                   id);
         return saveDrawing(*database);
     }();
     return bytes;
@@ -76,8 +77,9 @@ bool survives(const std::string &bytes, ZvDbFileReport &report, bool saves = tru
                 change<ZvDbEntity>(id, [](ZvDbEntity &e) { e.erase(); });
         }
     }
-    for (const ZvDbObjectId table : {database->layerTableId(), database->linetypeTableId(), database->textStyleTableId(),
-                                     database->dimStyleTableId(), database->viewTableId(), database->UCSTableId()}) {
+    for (const ZvDbObjectId table :
+         {database->layerTableId(), database->linetypeTableId(), database->textStyleTableId(),
+          database->dimStyleTableId(), database->viewTableId(), database->UCSTableId()}) {
         for (const ZvDbObjectId id : recordsOf(table)) {
             ZvDbObjectPointer<ZvDbSymbolTableRecord> record(id, ZvDb::kForRead);
             EXPECT_TRUE(record);
@@ -270,8 +272,16 @@ TEST(Odd, twoLayersOfOneNameAreBothKept)
 
 TEST(Odd, aWrongOwnerIsNamedAndTheEntityIsWhereItStands)
 {
-    const std::string line = text({{0, "LINE"}, {5, "2A"}, {330, "FFFF"}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbLine"},
-                                   {10, "0"}, {20, "0"}, {11, "1"}, {21, "1"}});
+    const std::string line = text({{0, "LINE"},
+                                   {5, "2A"},
+                                   {330, "FFFF"},
+                                   {100, "AcDbEntity"},
+                                   {8, "0"},
+                                   {100, "AcDbLine"},
+                                   {10, "0"},
+                                   {20, "0"},
+                                   {11, "1"},
+                                   {21, "1"}});
     const std::string bytes = header("AC1015") + layers("") + entitiesSection(line) + eof();
     ZvDbFileReport report;
     const ZvDbDatabasePtr database = readDrawing(bytes, &report);
@@ -283,9 +293,23 @@ TEST(Odd, aWrongOwnerIsNamedAndTheEntityIsWhereItStands)
 
 TEST(Odd, unknownThingsAreKeptWhole)
 {
-    const std::string unknown = text({{0, "MYSTERY"}, {5, "2B"}, {100, "AcDbEntity"}, {8, "A"}, {62, "3"}, {100, "AcDbMystery"},
-                                      {10, "1.50"}, {20, "2"}, {1, "text"}, {999, "a comment"}, {310, "00FF"},
-                                      {102, "{GROUP"}, {330, "1"}, {102, "}"}, {1001, "APP"}, {1000, "data"}, {1040, "1.0"}});
+    const std::string unknown = text({{0, "MYSTERY"},
+                                      {5, "2B"},
+                                      {100, "AcDbEntity"},
+                                      {8, "A"},
+                                      {62, "3"},
+                                      {100, "AcDbMystery"},
+                                      {10, "1.50"},
+                                      {20, "2"},
+                                      {1, "text"},
+                                      {999, "a comment"},
+                                      {310, "00FF"},
+                                      {102, "{GROUP"},
+                                      {330, "1"},
+                                      {102, "}"},
+                                      {1001, "APP"},
+                                      {1000, "data"},
+                                      {1040, "1.0"}});
     const std::string bytes = text({{999, "made by hand"}}) + header("AC1015") + layers("") + entitiesSection(unknown)
         + text({{0, "SECTION"}, {2, "STRANGE"}, {0, "THING"}, {1, "x"}, {0, "ENDSEC"}}) + eof();
     ZvDbFileReport report;
@@ -317,7 +341,8 @@ TEST(Odd, unknownThingsAreKeptWhole)
 TEST(Odd, strayVerticesAndAttributesAreKept)
 {
     const std::string bytes = header("AC1009") + layers("")
-        + entitiesSection(text({{0, "VERTEX"}, {8, "0"}, {10, "1"}, {0, "ATTRIB"}, {8, "0"}, {1, "x"}, {0, "SEQEND"}})) + eof();
+        + entitiesSection(text({{0, "VERTEX"}, {8, "0"}, {10, "1"}, {0, "ATTRIB"}, {8, "0"}, {1, "x"}, {0, "SEQEND"}}))
+        + eof();
     ZvDbFileReport report;
     const ZvDbDatabasePtr database = readDrawing(bytes, &report);
     ASSERT_TRUE(database.get());
@@ -327,7 +352,14 @@ TEST(Odd, strayVerticesAndAttributesAreKept)
 
 TEST(Odd, numbersOutOfAllRangesAreReadAndKept)
 {
-    const std::string line = text({{0, "LINE"}, {8, "0"}, {62, "99999999999"}, {48, "1e999"}, {10, "junk"}, {20, ""}, {11, "1234567.891"}, {21, "-1e308"}});
+    const std::string line = text({{0, "LINE"},
+                                   {8, "0"},
+                                   {62, "99999999999"},
+                                   {48, "1e999"},
+                                   {10, "junk"},
+                                   {20, ""},
+                                   {11, "1234567.891"},
+                                   {21, "-1e308"}});
     const std::string bytes = header("AC1009") + layers("") + entitiesSection(line) + eof();
     ZvDbFileReport report;
     const ZvDbDatabasePtr database = readDrawing(bytes, &report);
@@ -365,8 +397,21 @@ TEST(Odd, whatIsNoDrawingGivesAnErrorThatSaysSo)
 TEST(Odd, ringsOfOwnersAndDictionariesEnd)
 {
     const std::string bytes = header("AC1015") + layers("") + entitiesSection("")
-        + text({{0, "SECTION"}, {2, "OBJECTS"}, {0, "DICTIONARY"}, {5, "C"}, {330, "D"}, {100, "AcDbDictionary"}, {3, "ACAD_LAYOUT"},
-                {350, "C"}, {0, "DICTIONARY"}, {5, "D"}, {330, "C"}, {100, "AcDbDictionary"}, {3, "A"}, {350, "C"}, {0, "ENDSEC"}})
+        + text({{0, "SECTION"},
+                {2, "OBJECTS"},
+                {0, "DICTIONARY"},
+                {5, "C"},
+                {330, "D"},
+                {100, "AcDbDictionary"},
+                {3, "ACAD_LAYOUT"},
+                {350, "C"},
+                {0, "DICTIONARY"},
+                {5, "D"},
+                {330, "C"},
+                {100, "AcDbDictionary"},
+                {3, "A"},
+                {350, "C"},
+                {0, "ENDSEC"}})
         + eof();
     ZvDbFileReport report;
     survives(bytes, report);

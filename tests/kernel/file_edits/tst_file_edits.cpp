@@ -96,7 +96,7 @@ struct Edit
     std::vector<int> added;
 };
 
-template<class T>
+template <class T>
 Edit edit(const char *name, const std::function<void(T &)> &change, std::vector<int> removed, std::vector<int> added)
 {
     return {name, T::desc(), [change](ZvDbEntity &entity) { change(static_cast<T &>(entity)); }, removed, added};
@@ -111,9 +111,10 @@ ZvCmColor index(int number)
 
 std::vector<Edit> edits()
 {
-    const std::vector<int> xyz {10, 20, 30};
+    const std::vector<int> xyz{10, 20, 30};
     return {
-        edit<ZvDbLine>("lineStart", [](ZvDbLine &e) { e.setStartPoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbLine>(
+            "lineStart", [](ZvDbLine &e) { e.setStartPoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
         edit<ZvDbLine>("lineOneCoordinate", [](ZvDbLine &e) { e.setStartPoint(ZvGePoint3d(5, 2, 0)); }, {10}, {10}),
         edit<ZvDbLine>("lineEnd", [](ZvDbLine &e) { e.setEndPoint(ZvGePoint3d(5, 6, 7)); }, {11, 21, 31}, {11, 21, 31}),
         edit<ZvDbLine>("colorIndex", [](ZvDbLine &e) { e.setColor(index(3)); }, {}, {62}),
@@ -138,17 +139,22 @@ std::vector<Edit> edits()
                        {}, {440}),
         edit<ZvDbLine>("material", [](ZvDbLine &e) { e.setMaterial(L"Global"); }, {}, {347}),
         edit<ZvDbLine>("nothing", [](ZvDbLine &e) { e.setStartPoint(e.startPoint()); }, {}, {}),
-        edit<ZvDbRay>("rayBase", [](ZvDbRay &e) { e.setBasePoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbRay>(
+            "rayBase", [](ZvDbRay &e) { e.setBasePoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
         edit<ZvDbRay>("rayDirection", [](ZvDbRay &e) { e.setUnitDir(ZvGeVector3d(0, 1, 0)); }, {11, 21}, {11, 21}),
-        edit<ZvDbXline>("xlineBase", [](ZvDbXline &e) { e.setBasePoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
-        edit<ZvDbPoint>("point", [](ZvDbPoint &e) { e.setPosition(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
-        edit<ZvDbCircle>("circleCentre", [](ZvDbCircle &e) { e.setCenter(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbXline>(
+            "xlineBase", [](ZvDbXline &e) { e.setBasePoint(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbPoint>(
+            "point", [](ZvDbPoint &e) { e.setPosition(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbCircle>(
+            "circleCentre", [](ZvDbCircle &e) { e.setCenter(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
         edit<ZvDbCircle>("circleRadius", [](ZvDbCircle &e) { e.setRadius(9); }, {40}, {40}),
         edit<ZvDbArc>("arcStart", [](ZvDbArc &e) { e.setStartAngle(1.0); }, {50}, {50}),
         edit<ZvDbArc>("arcEnd", [](ZvDbArc &e) { e.setEndAngle(1.0); }, {51}, {51}),
         edit<ZvDbArc>("arcRadius", [](ZvDbArc &e) { e.setRadius(9); }, {40}, {40}),
         edit<ZvDbPolyline>("closed", [](ZvDbPolyline &e) { e.setClosed(true); }, {70}, {70}),
-        edit<ZvDbPolyline>("vertexAdded", [](ZvDbPolyline &e) { e.addVertex(ZvGePoint2d(50, 60)); }, {90}, {10, 20, 90}),
+        edit<ZvDbPolyline>("vertexAdded", [](ZvDbPolyline &e) { e.addVertex(ZvGePoint2d(50, 60)); }, {90},
+                           {10, 20, 90}),
         edit<ZvDbPolyline>("vertexAddedWithBulge", [](ZvDbPolyline &e) { e.addVertex(ZvGePoint2d(50, 60), 0.5); }, {90},
                            {10, 20, 42, 90}),
         edit<ZvDbPolyline>("vertexTakenOut",
@@ -175,12 +181,14 @@ std::vector<Edit> edits()
         edit<ZvDbSolid>("corner", [](ZvDbSolid &e) { e.setPointAt(2, ZvGePoint3d(0, 5, 0)); }, {22}, {22}),
         edit<ZvDbText>("text", [](ZvDbText &e) { e.setTextString(L"T\u00fcr"); }, {1}, {1}),
         edit<ZvDbText>("textHeight", [](ZvDbText &e) { e.setHeight(12); }, {40}, {40}),
-        edit<ZvDbMText>("mtextLocation", [](ZvDbMText &e) { e.setLocation(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbMText>(
+            "mtextLocation", [](ZvDbMText &e) { e.setLocation(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
         edit<ZvDbMText>("mtextHeight", [](ZvDbMText &e) { e.setTextHeight(12); }, {40}, {40}),
         edit<ZvDbMText>("mtextContents", [](ZvDbMText &e) { e.setContents(L"short"); }, {1, 3, 3}, {1}),
-        edit<ZvDbBlockReference>("insertPosition", [](ZvDbBlockReference &e) { e.setPosition(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
-        edit<ZvDbLine>("moved", [](ZvDbLine &e) { e.transformBy(ZvGeMatrix3d::translation(ZvGeVector3d(1, 0, 0))); }, {10, 11},
-                       {10, 11}),
+        edit<ZvDbBlockReference>(
+            "insertPosition", [](ZvDbBlockReference &e) { e.setPosition(ZvGePoint3d(5, 6, 7)); }, xyz, xyz),
+        edit<ZvDbLine>("moved", [](ZvDbLine &e) { e.transformBy(ZvGeMatrix3d::translation(ZvGeVector3d(1, 0, 0))); },
+                       {10, 11}, {10, 11}),
     };
 }
 
@@ -297,8 +305,10 @@ TEST_P(RealEdit, movedEntitiesAreReadWhereTheyWere)
         ASSERT_TRUE(entity);
         ASSERT_EQ(entity->getGeomExtents(box), Zv::eOk);
         const double size = 1.0 + std::fabs(box.maximum.x) + std::fabs(box.maximum.y) + std::fabs(box.minimum.x);
-        EXPECT_NEAR(box.minimum.x, place->second.minimum.x, size * 1e-9) << entity->fileName() << std::hex << entity->handle();
-        EXPECT_NEAR(box.maximum.y, place->second.maximum.y, size * 1e-9) << entity->fileName() << std::hex << entity->handle();
+        EXPECT_NEAR(box.minimum.x, place->second.minimum.x, size * 1e-9)
+            << entity->fileName() << std::hex << entity->handle();
+        EXPECT_NEAR(box.maximum.y, place->second.maximum.y, size * 1e-9)
+            << entity->fileName() << std::hex << entity->handle();
         ++found;
     }
     EXPECT_EQ(found, places.size());
@@ -307,7 +317,8 @@ TEST_P(RealEdit, movedEntitiesAreReadWhereTheyWere)
 std::string editName(const testing::TestParamInfo<std::string> &info)
 {
     std::string name = info.param;
-    std::replace_if(name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
     return name;
 }
 
@@ -320,7 +331,8 @@ TEST(RecordEdit, aLayerSwitchedOffTurnsTheSignOfItsColour)
 {
     const std::string before = madeDrawing();
     const ZvDbDatabasePtr database = readDrawing(before);
-    ASSERT_TRUE(change<ZvDbLayerTableRecord>(database->layerZero(), [](ZvDbLayerTableRecord &layer) { layer.setIsOff(true); }));
+    ASSERT_TRUE(
+        change<ZvDbLayerTableRecord>(database->layerZero(), [](ZvDbLayerTableRecord &layer) { layer.setIsOff(true); }));
     const TagDifference found = difference(before, saveDrawing(*database));
     ASSERT_EQ(describe(found), "- 62 7\n+ 62 -7\n");
 }
@@ -346,8 +358,8 @@ TEST(RecordEdit, aCurrentSettingChangesItsVariableOnly)
     database->setCecolor(index(3));
     database->setLtscale(2.0);
     const TagDifference found = difference(before, saveDrawing(*database));
-    EXPECT_EQ(codes(found.removed), (std::vector<int> {40, 62})) << describe(found);
-    EXPECT_EQ(codes(found.added), (std::vector<int> {40, 62})) << describe(found);
+    EXPECT_EQ(codes(found.removed), (std::vector<int>{40, 62})) << describe(found);
+    EXPECT_EQ(codes(found.added), (std::vector<int>{40, 62})) << describe(found);
 }
 
 TEST(RecordEdit, aRenamedLayerIsRenamedWhereItIsReferredTo)
@@ -368,9 +380,11 @@ TEST(RecordEdit, aRenamedLayerIsRenamedWhereItIsReferredTo)
     database->setClayer(layer);
     const std::string before = saveDrawing(*database);
     database = readDrawing(before);
-    ASSERT_TRUE(change<ZvDbLayerTableRecord>(database->clayer(), [](ZvDbLayerTableRecord &record) { record.setName(L"Doors"); }));
+    ASSERT_TRUE(change<ZvDbLayerTableRecord>(database->clayer(),
+                                             [](ZvDbLayerTableRecord &record) { record.setName(L"Doors"); }));
     const std::string after = saveDrawing(*database);
-    EXPECT_EQ(describe(difference(before, after)), "- 8 Walls\n- 2 Walls\n- 8 Walls\n+ 8 Doors\n+ 2 Doors\n+ 8 Doors\n");
+    EXPECT_EQ(describe(difference(before, after)),
+              "- 8 Walls\n- 2 Walls\n- 8 Walls\n+ 8 Doors\n+ 2 Doors\n+ 8 Doors\n");
     database = readDrawing(after);
     ZvDbObjectPointer<ZvDbEntity> entity(entitiesOf(database->modelSpaceId())[0], ZvDb::kForRead);
     EXPECT_EQ(entity->layer().toStdString(), "Doors");

@@ -49,7 +49,8 @@ class RealErase : public testing::TestWithParam<std::string>
 std::string name(const testing::TestParamInfo<std::string> &info)
 {
     std::string text = info.param;
-    std::replace_if(text.begin(), text.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
     return text;
 }
 
@@ -142,7 +143,7 @@ std::string madeDrawing()
     return bytes;
 }
 
-template<class Table, class Record>
+template <class Table, class Record>
 ZvDbObjectId addRecord(ZvDbDatabase &database, const ZvString &name, const std::function<void(Record &)> &set = {})
 {
     Table *table = nullptr;
@@ -163,21 +164,22 @@ ZvDbObjectId addRecord(ZvDbDatabase &database, const ZvString &name, const std::
 TEST(Added, recordsOfEveryTableAreReadAgain)
 {
     ZvDbDatabasePtr database = readDrawing(madeDrawing());
-    const ZvDbObjectId linetype = addRecord<ZvDbLinetypeTable, ZvDbLinetypeTableRecord>(*database, L"Hidden", [](ZvDbLinetypeTableRecord &record) {
-        record.setComments(L"__ __");
-        ZvDbLinetypeTableRecord::Dash dash;
-        dash.length = 3.5;
-        ZvDbLinetypeTableRecord::Dash gap;
-        gap.length = -1.25;
-        ZvDbLinetypeTableRecord::Dash text;
-        text.length = -2;
-        text.flags = 2;
-        text.text = L"GAS";
-        text.rotation = 0.5;
-        text.scale = 2;
-        text.offsetX = -0.5;
-        record.setDashes({dash, gap, text});
-    });
+    const ZvDbObjectId linetype = addRecord<ZvDbLinetypeTable, ZvDbLinetypeTableRecord>(
+        *database, L"Hidden", [](ZvDbLinetypeTableRecord &record) {
+            record.setComments(L"__ __");
+            ZvDbLinetypeTableRecord::Dash dash;
+            dash.length = 3.5;
+            ZvDbLinetypeTableRecord::Dash gap;
+            gap.length = -1.25;
+            ZvDbLinetypeTableRecord::Dash text;
+            text.length = -2;
+            text.flags = 2;
+            text.text = L"GAS";
+            text.rotation = 0.5;
+            text.scale = 2;
+            text.offsetX = -0.5;
+            record.setDashes({dash, gap, text});
+        });
     addRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(*database, L"W\u00e4nde \u5899", [&](ZvDbLayerTableRecord &record) {
         record.setLinetypeObjectId(linetype);
         record.setLineWeight(ZvDb::kLnWt050);
@@ -281,8 +283,8 @@ TEST(Added, aTableCountsItsRecords)
     addRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(*database, L"B");
     const TagDifference found = difference(before, saveDrawing(*database));
     ASSERT_EQ(found.removed.size(), 2u) << describe(found); // the count, and the next handle
-    EXPECT_EQ(found.removed[1], (FileTag {70, "1"}));
-    EXPECT_EQ(std::count(found.added.begin(), found.added.end(), FileTag {70, "3"}), 1);
+    EXPECT_EQ(found.removed[1], (FileTag{70, "1"}));
+    EXPECT_EQ(std::count(found.added.begin(), found.added.end(), FileTag{70, "3"}), 1);
 }
 
 TEST(Erased, aLayerGoesWithItsRecordAndItsCount)
@@ -378,8 +380,16 @@ TEST(Added, handlesAreNewAndBelowTheNextOne)
 TEST(Added, sectionsAndTablesThatAreMissingAreMade)
 {
     // Nothing but entities, as small programs write them.
-    const std::string before = text({{0, "SECTION"}, {2, "ENTITIES"}, {0, "LINE"}, {8, "A"}, {10, "0"}, {20, "0"}, {11, "1"},
-                                     {21, "1"}, {0, "ENDSEC"}, {0, "EOF"}});
+    const std::string before = text({{0, "SECTION"},
+                                     {2, "ENTITIES"},
+                                     {0, "LINE"},
+                                     {8, "A"},
+                                     {10, "0"},
+                                     {20, "0"},
+                                     {11, "1"},
+                                     {21, "1"},
+                                     {0, "ENDSEC"},
+                                     {0, "EOF"}});
     ZvDbFileReport report;
     ZvDbDatabasePtr database = readDrawing(before, &report);
     ASSERT_TRUE(database.get());
@@ -399,8 +409,15 @@ TEST(Added, sectionsAndTablesThatAreMissingAreMade)
 
 TEST(Added, oldVersionsGetThePolylinesTheyKnow)
 {
-    const std::string before = text({{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1009"}, {0, "ENDSEC"}, {0, "SECTION"},
-                                     {2, "ENTITIES"}, {0, "ENDSEC"}, {0, "EOF"}});
+    const std::string before = text({{0, "SECTION"},
+                                     {2, "HEADER"},
+                                     {9, "$ACADVER"},
+                                     {1, "AC1009"},
+                                     {0, "ENDSEC"},
+                                     {0, "SECTION"},
+                                     {2, "ENTITIES"},
+                                     {0, "ENDSEC"},
+                                     {0, "EOF"}});
     ZvDbDatabasePtr database = readDrawing(before);
     ASSERT_TRUE(database.get());
     auto *polyline = new ZvDbPolyline;

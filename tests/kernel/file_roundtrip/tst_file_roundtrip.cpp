@@ -97,7 +97,8 @@ TEST_P(RealDrawing, oneLayerColourChangesOneTag)
 std::string testName(const testing::TestParamInfo<std::string> &info)
 {
     std::string name = info.param;
-    std::replace_if(name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
     return name;
 }
 

@@ -17,7 +17,8 @@ ZvDbDatabasePtr drawing(int lines)
     const ZvDbDatabasePtr database = ZvDbDatabase::create();
     ZvDbObjectId id;
     for (int i = 0; i < lines; ++i)
-        database->appendEntity(new ZvDbLine(ZvGePoint3d(i, 0.1, 0), ZvGePoint3d(1, i, 0)), database->modelSpaceId(), id);
+        database->appendEntity(new ZvDbLine(ZvGePoint3d(i, 0.1, 0), ZvGePoint3d(1, i, 0)), database->modelSpaceId(),
+                               id);
     return database;
 }
 
@@ -78,7 +79,8 @@ TEST(Saving, savingTwiceGivesTheSame)
 TEST(Saving, coordinatesSurviveBitForBit)
 {
     const ZvDbDatabasePtr database = ZvDbDatabase::create();
-    const double values[] = {1234567.891, 0.1, 1e-300, -1.7976931348623157e308, 4.9e-324, 1.0 / 3.0, -0.0, 123456789012345680.0};
+    const double values[]
+        = {1234567.891, 0.1, 1e-300, -1.7976931348623157e308, 4.9e-324, 1.0 / 3.0, -0.0, 123456789012345680.0};
     ZvDbObjectId id;
     for (const double value : values)
         database->appendEntity(new ZvDbPoint(ZvGePoint3d(value, -value, value)), database->modelSpaceId(), id);

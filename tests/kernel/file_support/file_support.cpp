@@ -144,7 +144,8 @@ TagDifference difference(const std::vector<FileTag> &a, const std::vector<FileTa
         trace.emplace_back(reach.begin() + long(at(-steps - 1)), reach.begin() + long(at(steps + 1)) + 1);
         bool done = false;
         for (long k = -steps; k <= steps; k += 2) {
-            long x = k == -steps || (k != steps && reach[at(k - 1)] < reach[at(k + 1)]) ? reach[at(k + 1)] : reach[at(k - 1)] + 1;
+            long x = k == -steps || (k != steps && reach[at(k - 1)] < reach[at(k + 1)]) ? reach[at(k + 1)]
+                                                                                        : reach[at(k - 1)] + 1;
             long y = x - k;
             while (x < n && y < m && a[first + std::size_t(x)] == b[first + std::size_t(y)]) {
                 ++x;

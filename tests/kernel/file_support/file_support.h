@@ -58,8 +58,7 @@ TagDifference difference(const std::string &before, const std::string &after);
 std::string describe(const TagDifference &difference);
 
 /// Opens an object for write and lets \a change change it.
-template<class T>
-bool change(ZvDbObjectId id, const std::function<void(T &)> &change)
+template <class T> bool change(ZvDbObjectId id, const std::function<void(T &)> &change)
 {
     ZvDbObjectPointer<T> object(id, ZvDb::kForWrite);
     if (!object)
@@ -70,8 +69,8 @@ bool change(ZvDbObjectId id, const std::function<void(T &)> &change)
 
 /// All entities of a block that are not erased.
 std::vector<ZvDbObjectId> entitiesOf(ZvDbObjectId block);
-/// All blocks.
+/// All records of a table that are not erased.
 std::vector<ZvDbObjectId> recordsOf(ZvDbObjectId table);
 
-/// A small drawing in text form with these lines between the sections, for tests that write their own files.
+/// The tags as a text file has them, for tests that write their own drawings.
 std::string text(std::initializer_list<std::pair<int, const char *>> tags);
