@@ -19,12 +19,13 @@ std::ostream &operator<<(std::ostream &out, const FileTag &tag)
 std::vector<std::string> drawingNames()
 {
     std::vector<std::string> names;
-    const fs::path folder = fs::path(ZEVA_DRAWINGS_DIR) / "dxf";
-    if (!fs::is_directory(folder))
-        return names;
-    for (const auto &entry : fs::directory_iterator(folder)) {
-        if (entry.path().extension() == ".dxf")
-            names.push_back(entry.path().filename().string());
+    for (const fs::path &folder : {fs::path(ZEVA_SAMPLES_DIR), fs::path(ZEVA_DRAWINGS_DIR) / "dxf"}) {
+        if (!fs::is_directory(folder))
+            continue;
+        for (const auto &entry : fs::directory_iterator(folder)) {
+            if (entry.path().extension() == ".dxf")
+                names.push_back(entry.path().filename().string());
+        }
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -32,7 +33,8 @@ std::vector<std::string> drawingNames()
 
 std::string drawingPath(const std::string &name)
 {
-    return std::string(ZEVA_DRAWINGS_DIR) + "/dxf/" + name;
+    const fs::path sample = fs::path(ZEVA_SAMPLES_DIR) / name;
+    return fs::exists(sample) ? sample.string() : (fs::path(ZEVA_DRAWINGS_DIR) / "dxf" / name).string();
 }
 
 std::string readAll(const std::string &path)

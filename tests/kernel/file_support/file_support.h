@@ -20,7 +20,7 @@ struct FileTag
 };
 std::ostream &operator<<(std::ostream &out, const FileTag &tag);
 
-/// The real drawings' names, sorted; none where the folder is absent.
+/// Names of the samples and, where their folder is present, of the real drawings; sorted.
 std::vector<std::string> drawingNames();
 std::string drawingPath(const std::string &name);
 std::string readAll(const std::string &path);
