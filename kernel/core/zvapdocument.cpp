@@ -194,7 +194,7 @@ void ZvApDocManager::setCurrentDocument(ZvApDocument *document)
 {
     if (!document || document == d->current)
         return;
-    zvedCancelCommand();
+    zvcoreCancelWaitingCommand();
     d->reactors.deliver([&](ZvApDocManagerReactor &reactor) { reactor.documentToBeActivated(document); });
     d->makeCurrent(document);
     d->reactors.deliver([&](ZvApDocManagerReactor &reactor) { reactor.documentBecameCurrent(document); });
@@ -228,7 +228,7 @@ ZvApDocument *ZvApDocManager::openDocument(const ZvString &path, ZvDbFileReport 
 
 ZvApDocument *ZvApDocManager::addDocument(const ZvDbDatabasePtr &database, const ZvString &path)
 {
-    zvedCancelCommand();
+    zvcoreCancelWaitingCommand();
     d->documents.emplace_back(new ZvApDocument);
     ZvApDocument *document = d->documents.back().get();
     document->d->database = database;
@@ -269,7 +269,7 @@ void ZvApDocManager::closeDocument(ZvApDocument *document)
     if (it == d->documents.end())
         return;
     if (document == d->current)
-        zvedCancelCommand();
+        zvcoreCancelWaitingCommand();
     d->reactors.deliver([&](ZvApDocManagerReactor &reactor) { reactor.documentToBeDestroyed(document); });
     // The listeners may have closed others.
     const auto position = std::find_if(d->documents.begin(), d->documents.end(),

@@ -20,6 +20,9 @@ void zvcoreEntitiesInWindow(const ZvGePoint3d &first, const ZvGePoint3d &second,
 /// Adds the commands of kernel/core/commands to the stack.
 void zvcoreAddBuiltInCommands(ZvEdCommandStack &stack);
 
+/// Cancels a command that waits for input, because its document loses its place. A command that opens or closes a
+/// document itself does not wait: it goes on, and what is queued behind it stays.
+void zvcoreCancelWaitingCommand();
 /// Forgets what is queued.
 void zvcoreDropQueue();
 /// Bits of "CMDACTIVE".

@@ -41,6 +41,7 @@ struct State
     int dialogs = 0;
     int scripts = 0; ///< Lines of a script that are being worked on.
     bool inRun = false;
+    bool waiting = false; ///< The host waits for input.
     bool unseen = false; ///< What runs came from an unseen macro.
 };
 
@@ -342,6 +343,12 @@ bool zvedCancelCommand()
     return true;
 }
 
+void zvcoreCancelWaitingCommand()
+{
+    if (s.waiting)
+        zvedCancelCommand();
+}
+
 ZvString zvedRunningCommand()
 {
     return s.running.empty() ? ZvString() : s.running.back().command.globalName;
@@ -415,7 +422,10 @@ ZvEdToken zvcoreNextToken(const ZvEdPrompt &prompt)
     const bool withBlanks = prompt.kind == ZvEdPrompt::kStringWithBlanks;
     for (;;) {
         while (s.queue.empty()) {
-            if (!s.host || !s.host->waitForInput(prompt)) {
+            s.waiting = true;
+            const bool comes = s.host && s.host->waitForInput(prompt);
+            s.waiting = false;
+            if (!comes) {
                 s.running.back().end = ZvEditor::kCancelled;
                 return tokenOf(ZvEdToken::kCancel);
             }

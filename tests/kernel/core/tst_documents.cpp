@@ -53,6 +53,15 @@ TEST_F(CoreTest, closingTheCurrentDocumentMakesTheNextOneCurrent)
     zvDocManagerPtr()->removeReactor(&documents);
 }
 
+TEST_F(CoreTest, whatIsQueuedBehindACommandThatMakesADocumentStays)
+{
+    zvedMenuMacro("_.NEW", false);
+    zvedMenuMacro("_.LINE 0,0 10,0;;", false);
+    EXPECT_TRUE(zvedRunQueue());
+    EXPECT_NE(zvDocManagerPtr()->currentDocument(), document);
+    EXPECT_EQ(curDatabase()->entityCount(), 1);
+}
+
 TEST_F(CoreTest, closingAnotherDocumentLeavesTheCurrentOne)
 {
     ZvApDocument *second = zvDocManagerPtr()->newDocument();
