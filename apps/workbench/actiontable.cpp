@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 
 namespace {
-const ActionSpec kSeparator {""};
+const ActionSpec kSeparator{""};
 }
 
 const QVector<MenuSpec> &menuTable()
@@ -83,7 +83,10 @@ const QVector<MenuSpec> &menuTable()
 const QVector<ToolBarSpec> &toolBarTable()
 {
     static const QVector<ToolBarSpec> bars = {
-        {"standardBar", QT_TRANSLATE_NOOP("Actions", "Standard"), false, {"new", "open", "save", "export", "", "undo", "redo"}},
+        {"standardBar",
+         QT_TRANSLATE_NOOP("Actions", "Standard"),
+         false,
+         {"new", "open", "save", "export", "", "undo", "redo"}},
         {"viewBar",
          QT_TRANSLATE_NOOP("Actions", "View"),
          false,

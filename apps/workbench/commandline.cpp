@@ -15,12 +15,8 @@
 #include <QVBoxLayout>
 
 CommandLine::CommandLine(QWidget *parent)
-    : QWidget(parent)
-    , m_history(new QPlainTextEdit)
-    , m_prompt(new QLabel)
-    , m_edit(new QLineEdit)
-    , m_completer(new QCompleter(this))
-    , m_names(new QStringListModel(this))
+    : QWidget(parent), m_history(new QPlainTextEdit), m_prompt(new QLabel), m_edit(new QLineEdit),
+      m_completer(new QCompleter(this)), m_names(new QStringListModel(this))
 {
     const QFont mono = monospaceFont(font());
 

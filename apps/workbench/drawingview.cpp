@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "drawingview.h"
 
+#include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
 #include "textforms.h"
@@ -27,6 +28,47 @@ constexpr double kWheelStep = 1.25;
 constexpr int kCrosshairArm = 46; // logical pixels
 constexpr std::size_t kSelectedAtATime = 200; // entities between two looks at the clock
 
+bool isViewport(ZvDbObjectId id)
+{
+    const ZvRxClass *kind = id.objectClass();
+    return kind && kind->isDerivedFrom(ZvDbViewport::desc());
+}
+
+/// Border of a viewport in paper units; empty for the one that stands for the paper itself.
+QRectF borderOf(ZvDbObjectId id)
+{
+    const ZvDbObjectPointer<ZvDbViewport> viewport(id, ZvDb::kForRead);
+    if (!viewport || viewport->number() == 1)
+        return QRectF();
+    const ZvGePoint3d center = viewport->centerPoint();
+    return QRectF(center.x - viewport->width() / 2, center.y - viewport->height() / 2, viewport->width(),
+                  viewport->height());
+}
+
+/// A viewport is taken by its border: what is seen through it belongs to another space.
+bool takesViewport(ZvDbObjectId id, const QRectF &window, bool crossing)
+{
+    const QRectF border = borderOf(id);
+    if (border.isEmpty())
+        return false;
+    return crossing ? border.intersects(window) && !border.contains(window) : window.contains(border);
+}
+
+QRectF toWidgetRect(const ViewCamera &camera, const QRectF &display)
+{
+    return QRectF(camera.toWidget(ZvGePoint2d(display.left(), display.bottom())),
+                  camera.toWidget(ZvGePoint2d(display.right(), display.top())));
+}
+
+/// As a highlighted entity, in device pixels.
+void drawBorder(QPainter &painter, unsigned color, const ViewCamera &camera, double pixelRatio, const QRectF &border)
+{
+    const QRectF rect = toWidgetRect(camera, border);
+    painter.setPen(QPen(QColor(int(color & 0xFF), int(color >> 8 & 0xFF), int(color >> 16 & 0xFF)), 2.0 * pixelRatio,
+                        Qt::DashLine));
+    painter.drawRect(QRectF(rect.topLeft() * pixelRatio, rect.size() * pixelRatio));
+}
+
 /// Draws a list of entities from number \a first on until the time is used up.
 int drawListSlice(ZvGiRenderer &renderer, const ZvGiRenderer::Options &options, const std::vector<ZvDbObjectId> &ids,
                   QPainter &painter, const ViewCamera &camera, double pixelRatio, int first, int budget)
@@ -37,9 +79,14 @@ int drawListSlice(ZvGiRenderer &renderer, const ZvGiRenderer::Options &options, 
     std::size_t next = std::size_t(first);
     while (next < ids.size()) {
         const std::size_t end = std::min(ids.size(), next + kSelectedAtATime);
-        const std::vector<ZvDbObjectId> some(ids.begin() + long(next), ids.begin() + long(end));
+        std::vector<ZvDbObjectId> some;
+        for (; next < end; ++next) {
+            if (isViewport(ids[next]))
+                drawBorder(painter, options.highlightColor, camera, pixelRatio, borderOf(ids[next]));
+            else
+                some.push_back(ids[next]);
+        }
         renderer.drawEntities(painter, options, some, camera.view(), size.width(), size.height());
-        next = end;
         if (clock.elapsed() >= budget && next < ids.size())
             return int(next);
     }
@@ -62,19 +109,12 @@ QRectF paperOf(const ZvDbDatabase &database, QRectF *printable = nullptr)
     return paper;
 }
 
-QRectF toWidgetRect(const ViewCamera &camera, const QRectF &display)
-{
-    return QRectF(camera.toWidget(ZvGePoint2d(display.left(), display.bottom())),
-                  camera.toWidget(ZvGePoint2d(display.right(), display.top())));
-}
-
-}
+} // namespace
 
 DrawingView::DrawingView(ZvApDocument *document, QWidget *parent)
-    : QWidget(parent)
-    , m_document(document)
-    , m_renderer(document->database() ? std::make_unique<ZvGiRenderer>(document->database()) : nullptr)
-    , m_drawing(
+    : QWidget(parent), m_document(document),
+      m_renderer(document->database() ? std::make_unique<ZvGiRenderer>(document->database()) : nullptr),
+      m_drawing(
           [this](QPainter &painter, const ViewCamera &camera, double ratio, int first, int budget) {
               if (!m_renderer)
                   return -1;
@@ -82,8 +122,8 @@ DrawingView::DrawingView(ZvApDocument *document, QWidget *parent)
               return m_renderer->drawSlice(painter, renderOptions(ratio), database()->currentSpaceId(), camera.view(),
                                            size.width(), size.height(), first, budget);
           },
-          [this](QPainter &painter, const ViewCamera &camera) { paintGround(painter, camera); })
-    , m_selected(
+          [this](QPainter &painter, const ViewCamera &camera) { paintGround(painter, camera); }),
+      m_selected(
           [this](QPainter &painter, const ViewCamera &camera, double ratio, int first, int budget) {
               ZvEdContext *context = m_document->editingContext();
               if (!m_renderer || !context || !context->selectionHolder())
@@ -94,8 +134,8 @@ DrawingView::DrawingView(ZvApDocument *document, QWidget *parent)
               return drawListSlice(*m_renderer, options, context->selectionHolder()->ids(), painter, camera, ratio,
                                    first, budget);
           },
-          {})
-    , m_hoverPicture(
+          {}),
+      m_hoverPicture(
           [this](QPainter &painter, const ViewCamera &camera, double ratio, int first, int budget) {
               if (!m_renderer || m_hovered.isNull())
                   return -1;
@@ -423,6 +463,11 @@ std::vector<ZvDbObjectId> DrawingView::entitiesIn(const QRectF &window, bool cro
     const ZvGePoint2d low = m_camera.toDisplay(upright.bottomLeft());
     const ZvGePoint2d high = m_camera.toDisplay(upright.topRight());
     m_renderer->pick(database()->currentSpaceId(), m_camera.view(), low, high, !crossing, ids);
+    if (isPaper()) {
+        const QRectF box(QPointF(low.x, low.y), QPointF(high.x, high.y));
+        const auto misses = [&](ZvDbObjectId id) { return isViewport(id) && !takesViewport(id, box, crossing); };
+        ids.erase(std::remove_if(ids.begin(), ids.end(), misses), ids.end());
+    }
     return ids;
 }
 
@@ -773,7 +818,8 @@ void DrawingView::paintAxes(QPainter &painter) const
 QRegion DrawingView::crosshairRegion(const QPointF &pos) const
 {
     const QPoint middle = pos.toPoint();
-    QRegion region(QRect(middle.x() - kCrosshairArm - 1, middle.y() - kPickBox - 2, 2 * kCrosshairArm + 3, 2 * kPickBox + 5));
+    QRegion region(
+        QRect(middle.x() - kCrosshairArm - 1, middle.y() - kPickBox - 2, 2 * kCrosshairArm + 3, 2 * kPickBox + 5));
     region += QRect(middle.x() - kPickBox - 2, middle.y() - kCrosshairArm - 1, 2 * kPickBox + 5, 2 * kCrosshairArm + 3);
     return region;
 }

@@ -24,7 +24,8 @@ QString askForFile(const ZvApDocument &document)
     if (!window || !window->isVisible())
         return QString();
     const QFileInfo file(toQString(document.fileName()));
-    const QString base = file.fileName().isEmpty() ? toQString(document.title()) : file.path() + QLatin1Char('/') + file.completeBaseName();
+    const QString base = file.fileName().isEmpty() ? toQString(document.title())
+                                                   : file.path() + QLatin1Char('/') + file.completeBaseName();
     return QFileDialog::getSaveFileName(window, text("Export a picture"), base + QLatin1String(".png"),
                                         text("Pictures and drawings (*.png *.pdf *.svg *.dxf)"), nullptr,
                                         QFileDialog::DontUseNativeDialog);
@@ -60,7 +61,7 @@ void runExport()
 const char *const kGroup = "WORKBENCH";
 const char *const kName = "EXPORT";
 
-}
+} // namespace
 
 bool exportDrawing(ZvDbDatabase &database, const QString &path, QString &error, ZvDbProgress *progress)
 {

@@ -37,7 +37,8 @@ void arrowHead(QPainter &p, QPointF tip, double degrees, double size = 4.5)
     const double angle = qDegreesToRadians(degrees);
     const QPointF along(qCos(angle), -qSin(angle));
     const QPointF across(-along.y(), along.x());
-    p.drawPolyline(QPolygonF({tip - along * size + across * size * 0.75, tip, tip - along * size - across * size * 0.75}));
+    p.drawPolyline(
+        QPolygonF({tip - along * size + across * size * 0.75, tip, tip - along * size - across * size * 0.75}));
 }
 
 void sheet(QPainter &p)
@@ -392,7 +393,7 @@ private:
     const Picture &m_picture;
 };
 
-}
+} // namespace
 
 QIcon Icons::icon(const QString &name)
 {

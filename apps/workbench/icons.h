@@ -13,6 +13,6 @@ QIcon icon(const QString &name);
 QStringList names();
 /// The program's own icon.
 QIcon application();
-}
+} // namespace Icons
 
 #endif

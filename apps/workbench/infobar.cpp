@@ -9,10 +9,7 @@
 #include <QToolButton>
 
 InfoBar::InfoBar(QWidget *parent)
-    : QFrame(parent)
-    , m_text(new QLabel)
-    , m_unfold(new QToolButton)
-    , m_details(new QPlainTextEdit)
+    : QFrame(parent), m_text(new QLabel), m_unfold(new QToolButton), m_details(new QPlainTextEdit)
 {
     setObjectName(QStringLiteral("infoBar"));
     setAccessibleName(tr("Message"));

@@ -47,8 +47,8 @@ void DatabaseWatcher::note(bool picture)
 
 void DatabaseWatcher::Listener::headerVariableChanged(const ZvDbDatabase *, const ZvString &name)
 {
-    static const char *const visible[] = {"LTSCALE",   "LWDISPLAY", "PDMODE",   "PDSIZE",
-                                          "PSLTSCALE", "MSLTSCALE", "FILLMODE", "QTEXTMODE"};
+    static const char *const visible[]
+        = {"LTSCALE", "LWDISPLAY", "PDMODE", "PDSIZE", "PSLTSCALE", "MSLTSCALE", "FILLMODE", "QTEXTMODE"};
     bool picture = false;
     for (const char *variable : visible)
         picture = picture || name.compareNoCase(variable) == 0;

@@ -20,6 +20,17 @@ void writeTo(FILE *stream, const QString &text)
     std::fputs(text.toUtf8().constData(), stream);
 }
 
+/// What Qt says on machines without a desktop is no news to anybody, and would stand among our own messages.
+void dropNoise(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    for (const char *noise :
+         {"This plugin does not support propagateSizeHints()", "QStandardPaths: XDG_RUNTIME_DIR not set"}) {
+        if (message.startsWith(QLatin1String(noise)))
+            return;
+    }
+    writeTo(stderr, message + QLatin1Char('\n'));
+}
+
 /// Runs without anybody watching leave no trace in the user's settings.
 std::unique_ptr<QSettings> settingsFor(const ProgramOptions &options)
 {
@@ -28,7 +39,7 @@ std::unique_ptr<QSettings> settingsFor(const ProgramOptions &options)
     return std::make_unique<QSettings>(QStringLiteral("zeva"), QStringLiteral("zvworkbench"));
 }
 
-}
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -46,6 +57,7 @@ int main(int argc, char *argv[])
         return 0;
     }
 
+    qInstallMessageHandler(dropNoise);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zvworkbench"));

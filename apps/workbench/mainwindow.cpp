@@ -67,7 +67,7 @@ QStringList namedViews(const ZvDbDatabase &database)
     return names;
 }
 
-}
+} // namespace
 
 MainWindow::MainWindow(QSettings *settings, QWidget *parent)
     : QMainWindow(parent), m_settings(settings), m_recentFiles(new RecentFiles(settings, this))
@@ -145,7 +145,8 @@ void MainWindow::makeCentralWidget()
     connect(m_startPage, &StartPage::newWanted, this, [this] { m_actions[QStringLiteral("new")]->trigger(); });
     connect(m_startPage, &StartPage::openWanted, this, [this] { m_actions[QStringLiteral("open")]->trigger(); });
     connect(m_startPage, &StartPage::fileWanted, this, &MainWindow::openFile);
-    connect(m_recentFiles, &RecentFiles::changed, this, [this] { m_startPage->setRecentFiles(m_recentFiles->paths()); });
+    connect(m_recentFiles, &RecentFiles::changed, this,
+            [this] { m_startPage->setRecentFiles(m_recentFiles->paths()); });
 }
 
 void MainWindow::makeCommandLine()
@@ -158,7 +159,8 @@ void MainWindow::makeCommandLine()
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     resizeDocks({dock}, {110}, Qt::Vertical);
 
-    connect(m_commandLine, &CommandLine::lineEntered, this, [](const QString &line) { zvedCommandLine(toZvString(line)); });
+    connect(m_commandLine, &CommandLine::lineEntered, this,
+            [](const QString &line) { zvedCommandLine(toZvString(line)); });
     connect(m_commandLine, &CommandLine::cancelled, this, &MainWindow::escape);
 }
 
@@ -185,7 +187,8 @@ QAction *MainWindow::makeAction(const ActionSpec &spec)
     if (*spec.tip) {
         const QString shortcut = action->shortcut().toString(QKeySequence::NativeText);
         action->setStatusTip(actionText(spec.tip));
-        action->setToolTip(shortcut.isEmpty() ? actionText(spec.tip) : tr("%1 (%2)").arg(actionText(spec.tip), shortcut));
+        action->setToolTip(shortcut.isEmpty() ? actionText(spec.tip)
+                                              : tr("%1 (%2)").arg(actionText(spec.tip), shortcut));
     }
     const QString macro = QLatin1String(spec.macro);
     if (!macro.isEmpty())
@@ -366,7 +369,8 @@ QWidget *MainWindow::makeCloseButton(ZvApDocument *document)
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
     // The button dies with the tab: it must have left its click by then.
-    connect(button, &QToolButton::clicked, this, [this, document] { closeDocument(document); }, Qt::QueuedConnection);
+    connect(
+        button, &QToolButton::clicked, this, [this, document] { closeDocument(document); }, Qt::QueuedConnection);
     return button;
 }
 
@@ -391,7 +395,8 @@ void MainWindow::addPage(ZvApDocument *document)
     connect(view, &DrawingView::keyTyped, m_commandLine, &CommandLine::typeKey);
     connect(view, &DrawingView::menuWanted, this, [this](const QPoint &globalPos) {
         QMenu menu;
-        for (const char *id : {"undo", "redo", "", "move", "copy", "erase", "", "zoomextents", "zoomprevious", "", "selectall"}) {
+        for (const char *id :
+             {"undo", "redo", "", "move", "copy", "erase", "", "zoomextents", "zoomprevious", "", "selectall"}) {
             if (*id)
                 menu.addAction(m_actions[QLatin1String(id)]);
             else
@@ -410,7 +415,11 @@ void MainWindow::addPage(ZvApDocument *document)
     const QSignalBlocker quiet(m_tabs);
     const int index = m_tabs->addTab(page, QString());
     m_tabs->tabBar()->setTabButton(index, QTabBar::RightSide, makeCloseButton(document));
-    m_recentFiles->add(toQString(document->fileName()));
+    const QString file = toQString(document->fileName());
+    m_recentFiles->add(file);
+    if (!file.isEmpty() && document->database())
+        m_commandLine->print(tr("Opened %1: %n entities", nullptr, document->database()->entityCount())
+                                 .arg(toQString(document->title())));
 }
 
 void MainWindow::removePage(ZvApDocument *document)
@@ -549,13 +558,15 @@ bool MainWindow::isComplete() const
 
 void MainWindow::showAbout()
 {
-    const QString text = tr("Workbench %1\n\nA drawing application that shows the library libqtutils at work.\n\n"
-                            "Qt %2 (built with %3)\nMIT licence")
-                             .arg(QStringLiteral(WORKBENCH_VERSION), QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR));
+    const QString text
+        = tr("Workbench %1\n\nA drawing application that shows the library libqtutils at work.\n\n"
+             "Qt %2 (built with %3)\nMIT licence")
+              .arg(QStringLiteral(WORKBENCH_VERSION), QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR));
     constexpr int kOkOnly = 0;
     constexpr int kMessageRow = 1;
     constexpr int kInformationIcon = 48;
-    zvuiMessageBoxEx(toZvString(tr("About the Workbench")), toZvString(text), nullptr, kOkOnly, kMessageRow, kInformationIcon);
+    zvuiMessageBoxEx(toZvString(tr("About the Workbench")), toZvString(text), nullptr, kOkOnly, kMessageRow,
+                     kInformationIcon);
 }
 
 void MainWindow::updateState()

@@ -27,8 +27,8 @@ class QStackedWidget;
 class QTabWidget;
 struct ActionSpec;
 
-/// The window of the workbench: a tab for each drawing, menus and tool bars, command line, status bar. What it does to a
-/// drawing goes through commands.
+/// The window of the workbench: a tab for each drawing, menus and tool bars, command line, status bar. What it does to
+/// a drawing goes through commands.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT

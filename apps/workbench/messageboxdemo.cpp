@@ -73,7 +73,7 @@ QString checks()
                 listOf({"Unused layers", "Unused blocks", "Unused line types"}));
 }
 
-}
+} // namespace
 
 const QVector<MessageBoxDemo> &messageBoxDemos()
 {

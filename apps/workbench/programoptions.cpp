@@ -30,7 +30,7 @@ QString fromTable(const char *text)
     return QString::fromLatin1(text);
 }
 
-}
+} // namespace
 
 ProgramOptions ProgramOptions::parse(const QStringList &arguments)
 {
@@ -62,7 +62,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
     for (const QString &name : names) {
         const bool isScript = name == QLatin1String("script");
         if (isScript || name == QLatin1String("macro"))
-            options.steps << Step {isScript, parser.values(name).value(taken[name]++)};
+            options.steps << Step{isScript, parser.values(name).value(taken[name]++)};
     }
     for (const char *name : {"select", "state", "grab", "export"}) {
         if (parser.isSet(fromTable(name)) && parser.value(fromTable(name)).isEmpty())
@@ -81,13 +81,14 @@ QString ProgramOptions::helpText()
             left += QLatin1Char(' ') + fromTable(option.value);
         text += left.leftJustified(20) + fromTable(option.help) + QLatin1Char('\n');
     }
-    text += QStringLiteral("\n"
-                           "Whatever the order on the command line: the files are opened, then --select is done, then all\n"
-                           "macros and scripts in the order given, then --state, --grab, --export and --quit. All but the\n"
-                           "opening concerns the drawing that is current, which is the last one opened.\n"
-                           "With --quit nothing is asked: a command that waits for more input is cancelled.\n"
-                           "\n"
-                           "Exit status: 0, or 1 with one line on the standard error when something failed.\n");
+    text += QStringLiteral(
+        "\n"
+        "Whatever the order on the command line: the files are opened, then --select is done, then all\n"
+        "macros and scripts in the order given, then --state, --grab, --export and --quit. All but the\n"
+        "opening concerns the drawing that is current, which is the last one opened.\n"
+        "With --quit nothing is asked: a command that waits for more input is cancelled.\n"
+        "\n"
+        "Exit status: 0, or 1 with one line on the standard error when something failed.\n");
     return text;
 }
 

@@ -15,7 +15,8 @@
 namespace {
 
 /// Entities of the space at hand that \a wanted takes.
-void collect(const ZvDbDatabase &database, const std::function<bool(const ZvDbEntity &)> &wanted, std::vector<ZvDbObjectId> &ids)
+void collect(const ZvDbDatabase &database, const std::function<bool(const ZvDbEntity &)> &wanted,
+             std::vector<ZvDbObjectId> &ids)
 {
     const ZvDbDatabase::TransientReads once(const_cast<ZvDbDatabase &>(database));
     const ZvDbObjectPointer<ZvDbBlockTableRecord> space(database.currentSpaceId(), ZvDb::kForRead);
@@ -30,14 +31,16 @@ void collect(const ZvDbDatabase &database, const std::function<bool(const ZvDbEn
     }
 }
 
-bool collectHandles(const ZvDbDatabase &database, const QString &expression, std::vector<ZvDbObjectId> &ids, QString &error)
+bool collectHandles(const ZvDbDatabase &database, const QString &expression, std::vector<ZvDbObjectId> &ids,
+                    QString &error)
 {
     const QStringList words = expression.split(QRegularExpression(QStringLiteral("[,\\s]+")), Qt::SkipEmptyParts);
     for (const QString &word : words) {
         bool isNumber = false;
         const qulonglong handle = word.toULongLong(&isNumber, 16);
         if (!isNumber) {
-            error = QStringLiteral("\"%1\" selects nothing: neither all, none, layer=, type= nor handles").arg(expression);
+            error = QStringLiteral("\"%1\" selects nothing: neither all, none, layer=, type= nor handles")
+                        .arg(expression);
             return false;
         }
         const ZvDbObjectId id = database.idOfHandle(handle);
@@ -50,14 +53,15 @@ bool collectHandles(const ZvDbDatabase &database, const QString &expression, std
     return true;
 }
 
-}
+} // namespace
 
 bool evaluateSelectExpression(const ZvDbDatabase &database, const QString &expression, std::vector<ZvDbObjectId> &ids,
                               QString &error)
 {
     ids.clear();
     const QString trimmed = expression.trimmed();
-    const auto is = [&trimmed](const char *word) { return trimmed.compare(QLatin1String(word), Qt::CaseInsensitive) == 0; };
+    const auto is
+        = [&trimmed](const char *word) { return trimmed.compare(QLatin1String(word), Qt::CaseInsensitive) == 0; };
     if (is("none"))
         return true;
     if (is("all")) {
@@ -75,11 +79,13 @@ bool evaluateSelectExpression(const ZvDbDatabase &database, const QString &expre
             error = QStringLiteral("There is no layer named %1").arg(toQString(name));
             return false;
         }
-        collect(database, [layer](const ZvDbEntity &entity) { return entity.layerId() == layer; }, ids);
+        collect(
+            database, [layer](const ZvDbEntity &entity) { return entity.layerId() == layer; }, ids);
         return true;
     }
     if (equals > 0 && key == QLatin1String("type")) {
-        collect(database, [&name](const ZvDbEntity &entity) { return name.compareNoCase(entity.fileName()) == 0; }, ids);
+        collect(
+            database, [&name](const ZvDbEntity &entity) { return name.compareNoCase(entity.fileName()) == 0; }, ids);
         return true;
     }
     return collectHandles(database, trimmed, ids, error);

@@ -9,7 +9,8 @@
 SlicedPicture::Sheet SlicedPicture::makeSheet(const ViewCamera &camera) const
 {
     Sheet sheet;
-    const QSize size(qMax(1, qCeil(camera.size().width() * m_pixelRatio)), qMax(1, qCeil(camera.size().height() * m_pixelRatio)));
+    const QSize size(qMax(1, qCeil(camera.size().width() * m_pixelRatio)),
+                     qMax(1, qCeil(camera.size().height() * m_pixelRatio)));
     sheet.image = QImage(size, QImage::Format_ARGB32_Premultiplied);
     sheet.image.setDevicePixelRatio(m_pixelRatio);
     sheet.camera = camera;
@@ -78,7 +79,8 @@ bool SlicedPicture::shift(const ViewCamera &camera)
     }
     m_shown.image = scrolled;
     m_shown.camera = camera;
-    m_shown.missing = m_shown.missing.translated(delta).intersected(whole) + QRegion(whole).subtracted(whole.translated(delta));
+    m_shown.missing
+        = m_shown.missing.translated(delta).intersected(whole) + QRegion(whole).subtracted(whole.translated(delta));
     m_shown.next = 0;
     paintGround(m_shown, m_shown.missing);
     return true;

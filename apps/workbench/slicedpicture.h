@@ -18,9 +18,10 @@ class QPainter;
 class SlicedPicture
 {
 public:
-    /// Draws from entity number \a first on for \a budget milliseconds into device pixels, clipped to what is wanted; the
-    /// number to go on with, or -1 at the end.
-    using Source = std::function<int(QPainter &painter, const ViewCamera &camera, double pixelRatio, int first, int budget)>;
+    /// Draws from entity number \a first on for \a budget milliseconds into device pixels, clipped to what is wanted;
+    /// the number to go on with, or -1 at the end.
+    using Source
+        = std::function<int(QPainter &painter, const ViewCamera &camera, double pixelRatio, int first, int budget)>;
     /// Paints what lies under the drawing, in logical pixels.
     using Ground = std::function<void(QPainter &painter, const ViewCamera &camera)>;
 

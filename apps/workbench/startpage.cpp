@@ -42,7 +42,7 @@ QPushButton *bigButton(const QString &name, const QString &icon, const QString &
     return button;
 }
 
-}
+} // namespace
 
 StartPage::StartPage(QWidget *parent) : QWidget(parent), m_recent(new QWidget)
 {

@@ -120,7 +120,8 @@ void StartupSteps::exportDrawing()
         fail(QStringLiteral("There is no drawing to export."));
         return;
     }
-    ZvDbProgress *progress = m_window.host()->beginProgress(toZvString(QStringLiteral("Exporting ") + m_options.exportFile));
+    ZvDbProgress *progress
+        = m_window.host()->beginProgress(toZvString(QStringLiteral("Exporting ") + m_options.exportFile));
     QString error;
     const bool done = ::exportDrawing(*document->database(), m_options.exportFile, error, progress);
     m_window.host()->endProgress();

@@ -46,20 +46,17 @@ QString coordinateText(double value)
     return QString::number(value, 'f', 4);
 }
 
-}
+} // namespace
 
 StatusFields::StatusFields(QStatusBar *bar)
-    : QObject(bar)
-    , m_bar(bar)
-    , m_coordinates(field(QStringLiteral("coordinates"), tr("Coordinates of the pointer")))
-    , m_selection(field(QStringLiteral("selectionCount"), tr("Number of selected entities")))
-    , m_layerColor(new QLabel)
-    , m_layer(field(QStringLiteral("currentLayer"), tr("Current layer")))
-    , m_layout(field(QStringLiteral("currentLayout"), tr("Current layout")))
-    , m_lineWeights(new QToolButton)
+    : QObject(bar), m_bar(bar), m_coordinates(field(QStringLiteral("coordinates"), tr("Coordinates of the pointer"))),
+      m_selection(field(QStringLiteral("selectionCount"), tr("Number of selected entities"))), m_layerColor(new QLabel),
+      m_layer(field(QStringLiteral("currentLayer"), tr("Current layer"))),
+      m_layout(field(QStringLiteral("currentLayout"), tr("Current layout"))), m_lineWeights(new QToolButton)
 {
     m_coordinates->setFont(monospaceFont(m_coordinates->font()));
-    m_coordinates->setMinimumWidth(m_coordinates->fontMetrics().horizontalAdvance(QStringLiteral("-000000.0000, -000000.0000")) + 12);
+    m_coordinates->setMinimumWidth(
+        m_coordinates->fontMetrics().horizontalAdvance(QStringLiteral("-000000.0000, -000000.0000")) + 12);
     m_lineWeights->setObjectName(QStringLiteral("lineWeightSwitch"));
     m_lineWeights->setAccessibleName(tr("Show line weights"));
     m_lineWeights->setToolTip(tr("Show lines as wide as they are plotted"));

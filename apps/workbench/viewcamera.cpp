@@ -82,7 +82,8 @@ void ViewCamera::fit(const ZvGeExtents2d &display, double margin)
 {
     if (display.isEmpty())
         return;
-    m_view.center = ZvGePoint2d((display.minimum.x + display.maximum.x) / 2, (display.minimum.y + display.maximum.y) / 2);
+    m_view.center
+        = ZvGePoint2d((display.minimum.x + display.maximum.x) / 2, (display.minimum.y + display.maximum.y) / 2);
     const double width = display.maximum.x - display.minimum.x;
     const double height = display.maximum.y - display.minimum.y;
     const double needed = std::max(height, width * m_size.height() / m_size.width()) / (1.0 - 2 * margin);

@@ -33,8 +33,8 @@ public:
     ZvGePoint2d toDisplay(const QPointF &widget) const;
     /// The part of the display plane that is seen.
     ZvGeExtents2d visible() const;
-    /// Where the line of sight through a widget's point meets the XY plane of \a plane. A plane seen edge on has no such
-    /// point: the one on the plane through the target across the view is given then.
+    /// Where the line of sight through a widget's point meets the XY plane of \a plane. A plane seen edge on has no
+    /// such point: the one on the plane through the target across the view is given then.
     ZvGePoint3d onPlane(const QPointF &widget, const ZvGeMatrix3d &plane) const;
 
     /// Above 1 nearer. The drawing's point under \a widget stays under it.
@@ -57,7 +57,7 @@ public:
 
 private:
     ZvGiView m_view;
-    QSizeF m_size {1.0, 1.0};
+    QSizeF m_size{1.0, 1.0};
 };
 
 #endif

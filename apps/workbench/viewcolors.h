@@ -26,6 +26,6 @@ inline unsigned packed(const QColor &color)
 {
     return 0xFF000000u | unsigned(color.blue()) << 16 | unsigned(color.green()) << 8 | unsigned(color.red());
 }
-}
+} // namespace ViewColors
 
 #endif

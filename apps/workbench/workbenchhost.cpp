@@ -39,7 +39,7 @@ QString warningLine(const ZvDbFileReport::Warning &warning)
     return line;
 }
 
-}
+} // namespace
 
 WorkbenchHost::WorkbenchHost(MainWindow *window) : m_window(window)
 {
@@ -225,7 +225,8 @@ void WorkbenchHost::pick(const ZvGePoint3d &point, std::vector<ZvDbObjectId> &id
         ids = view->entitiesAt(view->camera().toWidget(point));
 }
 
-void WorkbenchHost::pickWindow(const ZvGePoint3d &first, const ZvGePoint3d &second, bool crossing, std::vector<ZvDbObjectId> &ids)
+void WorkbenchHost::pickWindow(const ZvGePoint3d &first, const ZvGePoint3d &second, bool crossing,
+                               std::vector<ZvDbObjectId> &ids)
 {
     ids.clear();
     if (const DrawingView *view = m_window->currentView())
@@ -344,7 +345,8 @@ void WorkbenchHost::showFileReport(const ZvString &path, const ZvDbFileReport &r
         return;
     }
     if (report.status != Zv::eOk) {
-        showError(tr("%1: %2").arg(file, toQString(report.message)));
+        const QString message = toQString(report.message);
+        showError(message.contains(file) ? message : tr("%1: %2").arg(file, message));
         return;
     }
     QStringList lines;
@@ -352,10 +354,10 @@ void WorkbenchHost::showFileReport(const ZvString &path, const ZvDbFileReport &r
         lines << warningLine(warning);
     if (lines.isEmpty())
         return;
-    m_window->infoBar()->showMessage(tr("%1 was opened, but something in it was not as it should be (%n kind(s) of fault).",
-                                        nullptr, lines.size())
-                                         .arg(file),
-                                     lines.join(QLatin1Char('\n')));
+    m_window->infoBar()->showMessage(
+        tr("%1 was opened, but something in it was not as it should be (%n kind(s) of fault).", nullptr, lines.size())
+            .arg(file),
+        lines.join(QLatin1Char('\n')));
 }
 
 void WorkbenchHost::quit()

@@ -19,8 +19,8 @@ class MainWindow;
 class WorkProgress;
 class QEventLoop;
 
-/// The program as the kernel sees it: runs the queue of commands when the event loop is idle, waits for input in a nested
-/// loop, shows progress, reports and questions, and hands out main window and main view.
+/// The program as the kernel sees it: runs the queue of commands when the event loop is idle, waits for input in a
+/// nested loop, shows progress, reports and questions, and hands out main window and main view.
 ///
 /// All message boxes of the workbench come through zvuiMessageBoxEx().
 class WorkbenchHost : public QObject, public ZvEdHost, public ZvUiHost, public ZvApWindow
@@ -60,7 +60,8 @@ public:
     void print(const ZvString &text) override;
     void changeView(const ViewRequest &request) override;
     void pick(const ZvGePoint3d &point, std::vector<ZvDbObjectId> &ids) override;
-    void pickWindow(const ZvGePoint3d &first, const ZvGePoint3d &second, bool crossing, std::vector<ZvDbObjectId> &ids) override;
+    void pickWindow(const ZvGePoint3d &first, const ZvGePoint3d &second, bool crossing,
+                    std::vector<ZvDbObjectId> &ids) override;
     bool currentView(ViewState &state) override;
     ZvString askFileName(bool saving, const ZvString &suggestion) override;
     bool mayClose(ZvApDocument *document) override;

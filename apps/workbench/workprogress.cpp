@@ -39,13 +39,10 @@ bool isInput(QEvent::Type type)
     }
 }
 
-}
+} // namespace
 
 WorkProgress::WorkProgress(QWidget *parent)
-    : QWidget(parent)
-    , m_title(new QLabel)
-    , m_bar(new QProgressBar)
-    , m_cancel(new QToolButton)
+    : QWidget(parent), m_title(new QLabel), m_bar(new QProgressBar), m_cancel(new QToolButton)
 {
     setObjectName(QStringLiteral("workProgress"));
     m_title->setTextFormat(Qt::PlainText);

@@ -13,7 +13,8 @@ class QToolButton;
 
 /// Shows in the status bar how far long work has come, and lets the user cancel it by its button or by Escape.
 ///
-/// The window goes on painting meanwhile, but all other input is held back: the drawing is not whole until the work ends.
+/// The window goes on painting meanwhile, but all other input is held back: the drawing is not whole until the work
+/// ends.
 class WorkProgress : public QWidget, public ZvDbProgress
 {
     Q_OBJECT
