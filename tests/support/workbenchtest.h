@@ -35,7 +35,10 @@ public:
     ZvApDocument *document() const { return zvDocManagerPtr()->currentDocument(); }
     ZvDbDatabase &database() const { return *document()->database(); }
     DrawingView &view() { return *window().currentView(); }
-    const std::vector<ZvDbObjectId> &selection() const { return document()->editingContext()->selectionHolder()->ids(); }
+    const std::vector<ZvDbObjectId> &selection() const
+    {
+        return document()->editingContext()->selectionHolder()->ids();
+    }
 
     /// An empty drawing of which the view shows 0,0 to at least 400,200 and then some.
     void newDrawing()
@@ -68,7 +71,8 @@ public:
         QMouseEvent event(QEvent::MouseMove, pos, view().mapToGlobal(pos), Qt::NoButton, buttons, Qt::NoModifier);
         QCoreApplication::sendEvent(&view(), &event);
     }
-    void click(const QPoint &pos, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    void click(const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         moveTo(pos);
         QTest::mouseClick(&view(), button, modifiers, pos);
@@ -97,16 +101,15 @@ private:
 /// Answers the prompts of commands from inside the event loop in which a command waits, as a user would.
 ///
 /// Answers are queued before the command is started; each is called when a prompt is shown whose text holds \a part. A
-/// prompt without an answer, or with another text than expected, is cancelled, and so is everything when the time is up:
-/// finish() is false then and failure() says why.
+/// prompt without an answer, or with another text than expected, is cancelled, and so is everything when the time is
+/// up: finish() is false then and failure() says why.
 class PromptDriver : public QObject
 {
 public:
     explicit PromptDriver(WorkbenchSession &session) : m_session(session)
     {
-        connect(session.window().host(), &WorkbenchHost::waiting, this, [this](const QString &prompt) {
-            QTimer::singleShot(0, this, [this, prompt] { answer(prompt); });
-        });
+        connect(session.window().host(), &WorkbenchHost::waiting, this,
+                [this](const QString &prompt) { QTimer::singleShot(0, this, [this, prompt] { answer(prompt); }); });
         m_watchdog.setSingleShot(true);
         connect(&m_watchdog, &QTimer::timeout, this, [this] { fail(QStringLiteral("the time is up")); });
         m_watchdog.start(kPatience);
@@ -115,7 +118,8 @@ public:
     /// Runs the event loop until no command runs and nothing is queued; true when all answers were used.
     bool finish()
     {
-        const bool idle = QTest::qWaitFor([this] { return !m_session.window().host()->isBusy() && !zvedQueueHasInput(); }, 2 * kPatience);
+        const bool idle = QTest::qWaitFor(
+            [this] { return !m_session.window().host()->isBusy() && !zvedQueueHasInput(); }, 2 * kPatience);
         if (!m_answers.isEmpty() && m_failure.isEmpty())
             m_failure = QStringLiteral("never asked: ") + m_answers.head().part;
         return idle && m_failure.isEmpty();

@@ -26,7 +26,7 @@ bool near(const ZvGePoint3d &a, const ZvGePoint3d &b)
 
 const ZvGeVector3d kIsometric(-1, -1, 1);
 
-}
+} // namespace
 
 class tst_workbench_camera : public ZevaTest
 {

@@ -98,7 +98,8 @@ void tst_workbench_commandline::upAndDownBringBackLines()
         QTest::keyClick(edit(), Qt::Key_Return);
     }
     QStringList seen;
-    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}) {
+    for (const Qt::Key key :
+         {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}) {
         QTest::keyClick(edit(), key);
         seen << m_line->text();
     }

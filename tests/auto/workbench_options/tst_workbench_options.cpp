@@ -9,7 +9,7 @@ ProgramOptions parse(const QStringList &arguments)
     return ProgramOptions::parse(QStringList(QStringLiteral("zvworkbench")) + arguments);
 }
 
-}
+} // namespace
 
 class tst_workbench_options : public ZevaTest
 {
@@ -44,7 +44,8 @@ void tst_workbench_options::filesAreThePositionalArguments()
 
 void tst_workbench_options::macrosAndScriptsKeepTheirCommonOrder()
 {
-    const ProgramOptions options = parse({"--macro", "_.LINE 0,0 1,1;;", "--script", "a.scr", "--macro", "_.UNDO", "--script=b.scr"});
+    const ProgramOptions options
+        = parse({"--macro", "_.LINE 0,0 1,1;;", "--script", "a.scr", "--macro", "_.UNDO", "--script=b.scr"});
     QCOMPARE(options.steps.size(), 4);
     const QStringList texts = {"_.LINE 0,0 1,1;;", "a.scr", "_.UNDO", "b.scr"};
     for (int i = 0; i < 4; ++i) {
@@ -55,7 +56,8 @@ void tst_workbench_options::macrosAndScriptsKeepTheirCommonOrder()
 
 void tst_workbench_options::singleValues()
 {
-    const ProgramOptions options = parse({"--select", "layer=A-WALL", "--state", "s.json", "--grab", "g.png", "--export", "e.pdf"});
+    const ProgramOptions options
+        = parse({"--select", "layer=A-WALL", "--state", "s.json", "--grab", "g.png", "--export", "e.pdf"});
     QCOMPARE(options.select, QStringLiteral("layer=A-WALL"));
     QCOMPARE(options.stateFile, QStringLiteral("s.json"));
     QCOMPARE(options.grabFile, QStringLiteral("g.png"));

@@ -15,8 +15,11 @@ class Drawing
 {
 public:
     Drawing()
-        : picture([this](QPainter &painter, const ViewCamera &camera, double ratio, int first, int) { return draw(painter, camera, ratio, first); },
-                  [](QPainter &painter, const ViewCamera &camera) { painter.fillRect(QRectF(QPointF(), camera.size()), kGround); })
+        : picture([this](QPainter &painter, const ViewCamera &camera, double ratio, int first,
+                         int) { return draw(painter, camera, ratio, first); },
+                  [](QPainter &painter, const ViewCamera &camera) {
+                      painter.fillRect(QRectF(QPointF(), camera.size()), kGround);
+                  })
     {
     }
 
@@ -45,7 +48,9 @@ private:
         drawnRegions << painter.clipRegion();
         const QColor colors[] = {Qt::red, Qt::green, Qt::blue};
         painter.scale(ratio, ratio);
-        painter.fillRect(QRectF(camera.toWidget(ZvGePoint3d(first * 50, 50)), camera.toWidget(ZvGePoint3d(first * 50 + 50, 0))), colors[first]);
+        painter.fillRect(
+            QRectF(camera.toWidget(ZvGePoint3d(first * 50, 50)), camera.toWidget(ZvGePoint3d(first * 50 + 50, 0))),
+            colors[first]);
         return first == 2 ? -1 : first + 1;
     }
 };
@@ -66,7 +71,7 @@ ViewCamera panned(const QPointF &delta)
     return camera;
 }
 
-}
+} // namespace
 
 class tst_workbench_slices : public ZevaTest
 {

