@@ -101,12 +101,16 @@ MainWindow::MainWindow(QSettings *settings, QWidget *parent)
     m_commandLine->setCommandNames(names);
 
     resize(kDefaultSize);
-    if (m_settings) {
-        restoreGeometry(m_settings->value(QLatin1String(kGeometryKey)).toByteArray());
-        restoreState(m_settings->value(QLatin1String(kStateKey)).toByteArray(), kStateVersion);
-    }
     m_startPage->setRecentFiles(m_recentFiles->paths());
     updateState();
+}
+
+void MainWindow::restoreLayout()
+{
+    if (!m_settings)
+        return;
+    restoreGeometry(m_settings->value(QLatin1String(kGeometryKey)).toByteArray());
+    restoreState(m_settings->value(QLatin1String(kStateKey)).toByteArray(), kStateVersion);
 }
 
 MainWindow::~MainWindow()

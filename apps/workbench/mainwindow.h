@@ -39,6 +39,8 @@ public:
     /// All documents must be closed.
     ~MainWindow() override;
 
+    /// Brings back size, tool bars and panels of the last time, once all of them stand in the window.
+    void restoreLayout();
     WorkbenchHost *host() const { return m_host.get(); }
     CommandLine *commandLine() const { return m_commandLine; }
     InfoBar *infoBar() const { return m_infoBar; }

@@ -43,6 +43,4 @@ void addPanels(MainWindow &window, UpdateBusHost &bus)
     window.resizeDocks({properties}, {kPropertiesWidth}, Qt::Horizontal);
     if (auto *commands = window.findChild<QDockWidget *>(QStringLiteral("commandLineDock")))
         window.resizeDocks({commands, monitor}, {kCommandsWidth, kMonitorWidth}, Qt::Horizontal);
-    window.restoreDockWidget(properties);
-    window.restoreDockWidget(monitor);
 }

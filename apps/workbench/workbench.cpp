@@ -21,6 +21,7 @@ Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move
     m_bus = std::make_unique<UpdateBusHost>();
     m_window = std::make_unique<MainWindow>(m_settings.get());
     addPanels(*m_window, *m_bus);
+    m_window->restoreLayout();
 }
 
 Workbench::~Workbench()

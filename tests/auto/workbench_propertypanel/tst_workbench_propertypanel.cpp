@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "db/zvdbdictionary.h"
 #include "db/zvdbrecords.h"
+#include "db/zvdbstyles.h"
 #include "modaldriver.h"
 #include "propertypanel.h"
 #include "textforms.h"
@@ -14,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -62,6 +65,9 @@ private Q_SLOTS:
     void writesEveryProperty();
     void writesCurrentValues_data();
     void writesCurrentValues();
+    void writesCurrentStyles_data();
+    void writesCurrentStyles();
+    void writesStylesOfEntities();
     void aTypedColourIsWritten();
     void textsThatAreNoColourAreNotWritten_data();
     void textsThatAreNoColourAreNotWritten();
@@ -70,6 +76,7 @@ private Q_SLOTS:
     void lockedLayersAreReported();
     void undoIsShown();
     void anotherDrawingIsShown();
+    void isOpenAgainTheNextTime();
 
 private:
     MainWindow &window() { return m_session->window(); }
@@ -96,6 +103,7 @@ private:
     {
         return read<ZvDbEntity>(id, [](const ZvDbEntity &entity) { return colorText(entity.color()); });
     }
+    void addStyles();
     /// Two lines on the layers "walls" and "doors".
     void makeTwoLayers();
 
@@ -456,6 +464,79 @@ void tst_workbench_propertypanel::writesCurrentValues()
     QCOMPARE(valueText(row), value);
 }
 
+void tst_workbench_propertypanel::addStyles()
+{
+    m_session->newDrawing();
+    ZvDbDatabase &database = m_session->database();
+    ZvDbObjectId id;
+    {
+        auto *style = new ZvDbTextStyleTableRecord;
+        style->setName("Titles");
+        const ZvDbObjectPointer<ZvDbTextStyleTable> table(database.textStyleTableId(), ZvDb::kForWrite);
+        QCOMPARE(table->add(style, id), Zv::eOk);
+        style->close();
+    }
+    {
+        auto *style = new ZvDbDimStyleTableRecord;
+        style->setName("Site");
+        const ZvDbObjectPointer<ZvDbDimStyleTable> table(database.dimStyleTableId(), ZvDb::kForWrite);
+        QCOMPARE(table->add(style, id), Zv::eOk);
+        style->close();
+    }
+    for (const auto &[dictionary, style] :
+         {std::pair<ZvDbObjectId, ZvDbObject *>(database.mleaderStyleDictionaryId(true), new ZvDbMLeaderStyle),
+          std::pair<ZvDbObjectId, ZvDbObject *>(database.tableStyleDictionaryId(true), new ZvDbTableStyle)}) {
+        const ZvDbObjectPointer<ZvDbDictionary> entries(dictionary, ZvDb::kForWrite);
+        QCOMPARE(entries->setAt("Small", style, id), Zv::eOk);
+        style->close();
+    }
+    database.clearUndo();
+}
+
+void tst_workbench_propertypanel::writesCurrentStyles_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("value");
+    QTest::newRow("text style") << int(kTextStyle) << "Titles";
+    QTest::newRow("dimension style") << int(kDimStyle) << "Site";
+    QTest::newRow("multileader style") << int(kMLeaderStyle) << "Small";
+    QTest::newRow("table style") << int(kTableStyle) << "Small";
+}
+
+void tst_workbench_propertypanel::writesCurrentStyles()
+{
+    QFETCH(int, row);
+    QFETCH(QString, value);
+    addStyles();
+    const QString before = valueText(row);
+    QVERIFY(before != value);
+    pick(row, value);
+    QCOMPARE(valueText(row), value);
+    m_session->action("undo")->trigger();
+    waitForIdle();
+    QCOMPARE(valueText(row), before);
+}
+
+void tst_workbench_propertypanel::writesStylesOfEntities()
+{
+    addStyles();
+    ZvDbDatabase &database = m_session->database();
+    ZvDbObjectId text;
+    ZvDbObjectId another;
+    QCOMPARE(database.appendEntity(new ZvDbText, database.modelSpaceId(), text), Zv::eOk);
+    QCOMPARE(database.appendEntity(new ZvDbText, database.modelSpaceId(), another), Zv::eOk);
+    database.clearUndo();
+    const QString current = nameOf(database.textstyle());
+    select({text, another});
+    QCOMPARE(valueText(kTextStyle), current);
+    pick(kTextStyle, QStringLiteral("Titles"));
+    QCOMPARE(valueText(kTextStyle), QStringLiteral("Titles"));
+    for (const ZvDbObjectId id : {text, another})
+        QCOMPARE(read<ZvDbText>(id, [](const ZvDbText &entity) { return nameOf(entity.textStyle()); }),
+                 QStringLiteral("Titles"));
+    QCOMPARE(nameOf(database.textstyle()), current);
+}
+
 void tst_workbench_propertypanel::aTypedColourIsWritten()
 {
     makeTwoLayers();
@@ -565,6 +646,21 @@ void tst_workbench_propertypanel::anotherDrawingIsShown()
     QCOMPARE(summary(), QStringLiteral("Nothing selected: current values"));
     zvDocManagerPtr()->setCurrentDocument(first);
     QCOMPARE(valueText(kLayer), QStringLiteral("walls"));
+}
+
+void tst_workbench_propertypanel::isOpenAgainTheNextTime()
+{
+    m_session.reset();
+    const QTemporaryDir folder;
+    const QString ini = folder.filePath(QStringLiteral("settings.ini"));
+    for (const bool isOpen : {false, true, true}) {
+        Workbench workbench(std::make_unique<QSettings>(ini, QSettings::IniFormat));
+        workbench.window().show();
+        auto *dock = workbench.window().findChild<QDockWidget *>(QStringLiteral("propertyPanelDock"));
+        QCOMPARE(dock->isVisible(), isOpen);
+        dock->show();
+        workbench.window().close();
+    }
 }
 
 ZEVA_TEST_MAIN(tst_workbench_propertypanel)
