@@ -2,6 +2,7 @@
 #include "zvqtcommonuisvr.h"
 
 #include "common/qt_messagebox.h"
+#include "common/zvcolordialog.h"
 #include "private/zvdialogparent.h"
 #include "zevaqt.h"
 
@@ -19,6 +20,13 @@ template <class T> ZvRxObjectPtr makeModeDialog(QWidget *parent, const char *nam
     return adapter;
 }
 
+/// The colour dialog has no creation hook, and becomes modal when it is run.
+ZvRxObjectPtr makeColorDialog(QWidget *parent, const char *)
+{
+    typedef ZvQtRxObjectImpl<ZvQtColorDialog> Adapter;
+    return ZvRxObjectPtr::adopt(new Adapter(parent));
+}
+
 struct DialogRow
 {
     const wchar_t *serviceName;
@@ -33,7 +41,7 @@ constexpr DialogRow kDialogs[] = {
     {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
     {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog", nullptr},
     {L"TaskDialog", ZvDialogParent::kGiven, nullptr, nullptr},
-    {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, nullptr},
+    {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, makeColorDialog},
 };
 
 const DialogRow *findDialog(const ZvString &name)

@@ -241,8 +241,10 @@ void TestZvQtCommonUISvr::nameReachesItsDialog_data()
     QTest::newRow("lower case") << ZvString(L"messagebox") << true;
     QTest::newRow("upper case") << ZvString(L"MESSAGEBOX") << true;
     QTest::newRow("mixed case") << ZvString(L"mESSAGEbOX") << true;
-    for (const char *missing : {"FileDialogBox", "FileNavDialogBox", "CADPreviewDialog", "TaskDialog", "ColorDialog"})
+    for (const char *missing : {"FileDialogBox", "FileNavDialogBox", "CADPreviewDialog", "TaskDialog"})
         QTest::addRow("%s, which the library does not have", missing) << ZvString(missing) << false;
+    QTest::newRow("ColorDialog") << ZvString(L"ColorDialog") << true;
+    QTest::newRow("colour dialog in lower case") << ZvString(L"colordialog") << true;
     QTest::newRow("empty name") << ZvString() << false;
     QTest::newRow("unknown name") << ZvString(L"PlotDialog") << false;
     QTest::newRow("beginning of a name") << ZvString(L"Message") << false;

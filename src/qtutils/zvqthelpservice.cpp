@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "zvqthelpservice.h"
+
+ZvQtHelpService::~ZvQtHelpService() = default;
