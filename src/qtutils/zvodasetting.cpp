@@ -72,20 +72,9 @@ constexpr unsigned kInformation = 64;
 constexpr unsigned kInformationYesNo = 68;
 constexpr int kYes = 6;
 
-/// The context of the current document where it has one, else that of the time without documents.
-ZvEdContext *editingContext()
-{
-    const ZvApDocument *document = zvCurrentDocument();
-    if (ZvEdContext *context = document ? document->editingContext() : nullptr)
-        return context;
-    const ZvApDocManager *manager = zvDocManagerPtr();
-    return manager ? manager->defaultEditingContext() : nullptr;
-}
-
 void issueUpdateMacro()
 {
-    ZvEdContext *context = editingContext();
-    ZvEdDisplayContext *display = context ? context->displayContext() : nullptr;
+    ZvEdDisplayContext *display = zvDisplayContext();
     const bool echo = display && display->commandEcho();
     // The macro takes the state at the time of the call: the command runs unseen.
     if (display)

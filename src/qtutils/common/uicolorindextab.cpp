@@ -6,7 +6,7 @@
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvcolornames.h"
-#include "private/zvpackedcolor.h"
+#include "private/zvqtcolor.h"
 
 #include "base/zvcmcolor.h"
 #include "core/zvui.h"
@@ -230,7 +230,7 @@ void ZvPaleteWnd::paintEvent(QPaintEvent *)
         for (unsigned col = 0; col < m_nCols; ++col) {
             const QRect cell(int(col) * pitch() + kGap, int(row) * pitch() + kGap, side, side);
             const unsigned color = tab ? tab->paletteColor(unsigned(indexAt(row, col))) : 0;
-            painter.fillRect(cell, QColor(zvPackedRed(color), zvPackedGreen(color), zvPackedBlue(color)));
+            painter.fillRect(cell, zvPackedToQColor(color));
             painter.drawRect(cell);
         }
     }

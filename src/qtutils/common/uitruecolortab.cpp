@@ -6,7 +6,7 @@
 #include "private/zvaccelerator.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
-#include "private/zvpackedcolor.h"
+#include "private/zvqtcolor.h"
 
 #include "base/zvcmcolor.h"
 #include "core/zvui.h"

@@ -5,7 +5,7 @@
 #include "common/uitruecolortab.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
-#include "private/zvpackedcolor.h"
+#include "private/zvqtcolor.h"
 #include "zvqthelpservice.h"
 
 #include "base/zvcmcolor.h"

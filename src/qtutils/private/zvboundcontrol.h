@@ -163,7 +163,8 @@ void zvShowName(QComboBox &combo, CZvQtControlHelp &control, const QString &name
 /// When the list of a bound control opens.
 enum class ZvOpening { kAlways, kNotDuringCommand };
 
-/// Fills a list anew and keeps the text that is shown, with signals blocked. \a fill may use guards of its own.
+/// Fills a list anew and keeps the text that is shown, with signals blocked. \a fill may use guards of its own. A blank
+/// control stays blank: the first row, which a filled list shows by itself, could not be picked then.
 template<class Fill>
 void zvRefillKeepingText(QComboBox &combo, Fill fill)
 {
@@ -172,7 +173,10 @@ void zvRefillKeepingText(QComboBox &combo, Fill fill)
     fill();
     // The end of a guard within has unblocked early, and the text must not be taken for a pick.
     combo.blockSignals(true);
-    combo.setCurrentText(text);
+    if (text.isEmpty())
+        combo.setCurrentIndex(-1);
+    else
+        combo.setCurrentText(text);
 }
 
 /// What comes before QComboBox::showPopup(): a bound control's list is filled anew. False where it must not open.

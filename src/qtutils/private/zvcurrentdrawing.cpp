@@ -19,6 +19,17 @@ ZvDbDatabase *zvCurrentDocumentDatabase()
     return document ? document->database() : nullptr;
 }
 
+ZvEdDisplayContext *zvDisplayContext()
+{
+    const ZvApDocument *document = zvCurrentDocument();
+    ZvEdContext *context = document ? document->editingContext() : nullptr;
+    if (!context) {
+        const ZvApDocManager *manager = zvDocManagerPtr();
+        context = manager ? manager->defaultEditingContext() : nullptr;
+    }
+    return context ? context->displayContext() : nullptr;
+}
+
 ZvEdSelectionHolder *zvSelectionHolder()
 {
     const CHcSystem *system = CHcSystem::instance();

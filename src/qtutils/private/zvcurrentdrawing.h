@@ -12,6 +12,10 @@ ZvApDocument *zvCurrentDocument();
 /// Drawing of the current document; null without a document, and for a document without a drawing.
 ZvDbDatabase *zvCurrentDocumentDatabase();
 
+/// Display states of the current document's editing context where it has one, else of the context of the time without
+/// documents. Null without the core.
+ZvEdDisplayContext *zvDisplayContext();
+
 /// The pick-first selection of the current document; null where one of the parts on the way to it is.
 ZvEdSelectionHolder *zvSelectionHolder();
 
