@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVQTCOLORLABEL_H
+#define ZVQTCOLORLABEL_H
+
+#include "base/zvcmcolor.h"
+#include "base/zvexport.h"
+
+#include <QColor>
+#include <QLabel>
+
+/// A label that shows a colour as a square, as high as the application's font.
+class ZV_EXPORT ZvQtColorLabel : public QLabel
+{
+    Q_OBJECT
+public:
+    explicit ZvQtColorLabel(QWidget *parent = nullptr);
+
+    void SetColor(QColor &color);
+    /// \a color is a QRgb.
+    void SetColor(unsigned color);
+    void SetColor(const ZvCmColor &color);
+};
+
+#endif

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "zvqtcolorlabel.h"
+
+#include "private/zvqtcolor.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QPixmap>
+
+ZvQtColorLabel::ZvQtColorLabel(QWidget *parent) : QLabel(parent) { }
+
+void ZvQtColorLabel::SetColor(QColor &color)
+{
+    const int side = QApplication::fontMetrics().height();
+    QPixmap pixmap(side, side);
+    pixmap.fill(color);
+    setPixmap(pixmap);
+}
+
+void ZvQtColorLabel::SetColor(unsigned color)
+{
+    QColor opaque{QRgb(color)};
+    SetColor(opaque);
+}
+
+void ZvQtColorLabel::SetColor(const ZvCmColor &color)
+{
+    QColor rgb = zvToQColor(color);
+    SetColor(rgb);
+}

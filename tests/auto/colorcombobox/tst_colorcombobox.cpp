@@ -1,0 +1,1687 @@
+// SPDX-License-Identifier: MIT
+#include "colordialogrun.h"
+#include "drawingtest.h"
+
+#include "zvcolorcombobox.h"
+
+#include "utils/zventityimage.h"
+
+#include <QAbstractItemView>
+#include <QMessageBox>
+#include <QSignalSpy>
+
+namespace {
+
+ZvCmEntityColor word(ZvCm::ColorMethod method, unsigned value = 0)
+{
+    return ZvCmEntityColor(unsigned(method) << 24 | value);
+}
+
+ZvCmEntityColor indexWord(int index)
+{
+    return word(ZvCm::kByACI, unsigned(index));
+}
+
+ZvCmEntityColor rgbWord(int red, int green, int blue)
+{
+    return word(ZvCm::kByColor, unsigned(red) << 16 | unsigned(green) << 8 | unsigned(blue));
+}
+
+ZvCmColor colorOf(ZvCmEntityColor entityColor)
+{
+    ZvCmColor color;
+    color.setColor(entityColor.color());
+    return color;
+}
+
+const QStringList kDefaultRows
+    = {QStringLiteral("ByLayer"), QStringLiteral("ByBlock"),    QStringLiteral("红"), QStringLiteral("黄"),
+       QStringLiteral("绿"),      QStringLiteral("青"),         QStringLiteral("蓝"), QStringLiteral("洋红"),
+       QStringLiteral("白"),      QStringLiteral("选择颜色...")};
+constexpr int kSelectRow = 9;
+
+QStringList rowsOf(const QComboBox &combo)
+{
+    QStringList rows;
+    for (int row = 0; row < combo.count(); ++row)
+        rows << combo.itemText(row);
+    return rows;
+}
+
+ColorData dataOf(const QComboBox &combo, int row)
+{
+    return combo.itemData(row).value<ColorData>();
+}
+
+int swatchSize(const QComboBox &combo)
+{
+    return QFontMetrics(combo.font()).height() + 4;
+}
+
+QImage swatchOf(const QComboBox &combo, int row)
+{
+    const int size = swatchSize(combo);
+    return combo.itemIcon(row).pixmap(size, size).toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QImage expectedSwatch(int size, QRgb color)
+{
+    QImage image(size, size, QImage::Format_RGB32);
+    image.fill(qRgb(0, 0, 0));
+    setPixels(image, 1, 1, size - 2, size - 2, color);
+    return image;
+}
+
+/// A palette of the test: index i is red i, green 1, blue 2.
+const unsigned *countingPalette()
+{
+    static unsigned palette[256];
+    for (unsigned i = 0; i < 256; ++i)
+        palette[i] = i | 1 << 8 | 2 << 16;
+    return palette;
+}
+
+/// The part of a combo that the host's controls read.
+class OpenCombo : public ZvColorComboBox
+{
+public:
+    using ZvColorComboBox::ZvColorComboBox;
+    bool isListOpen() const { return view()->isVisible(); }
+};
+
+QLineEdit *indexText(QDialog *dialog)
+{
+    return dialog->findChild<ZvIndexColorWnd *>()->findChild<QLineEdit *>();
+}
+
+void typeIndexAndAccept(QDialog *dialog, const QString &text)
+{
+    dialog->findChild<QTabWidget *>()->setCurrentIndex(0);
+    indexText(dialog)->setFocus();
+    indexText(dialog)->selectAll();
+    QTest::keyClicks(indexText(dialog), text);
+    QTest::keyClick(indexText(dialog), Qt::Key_Return);
+}
+
+void typeRgbAndAccept(QDialog *dialog, const QString &text)
+{
+    dialog->findChild<QTabWidget *>()->setCurrentIndex(1);
+    auto *edit = dialog->findChild<ZvTrueColorWnd *>()->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+void press(QDialog *dialog, const QString &text)
+{
+    for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
+        if (button->text() == text)
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(ZvCmEntityColor)
+
+class TestColorComboBox : public DrawingTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    // records
+    void newRecordIsEmpty();
+    void recordTravelsAsAVariant();
+    void coloursAreFormatted_data();
+    void coloursAreFormatted();
+    void foregroundDecidesTheSeventhName_data();
+    void foregroundDecidesTheSeventhName();
+    void byLayerHasTheLayersColour_data();
+    void byLayerHasTheLayersColour();
+    void byLayerOfALayerThatCannotBeRead();
+    void byLayerFollowsTheSelection();
+    void byBlockWithALayerHasNoColour();
+    void nullPaletteIsBlack();
+    void colourTextsAreRead_data();
+    void colourTextsAreRead();
+    void colourTextsAreRefused_data();
+    void colourTextsAreRefused();
+
+    // construction
+    void threeWaysOfMakingOne();
+    void colourAtConstructionIsShown_data();
+    void colourAtConstructionIsShown();
+    void fillTellsNothing();
+    void styleSheetAndDelegate();
+    void hookedOneIsOnTheBus();
+    void missingBusIsNoError();
+    void metaObjectFindsTheReceiver();
+
+    // rows
+    void viewStyleDecidesTheRows_data();
+    void viewStyleDecidesTheRows();
+    void useCurrentShowsTheCurrentColour();
+    void recordsOfTheRows();
+    void swatchesArePainted_data();
+    void swatchesArePainted();
+    void dialogSwatchIsAGradient();
+    void rowsAreAppendedUntilTheDialogRowIsThere();
+    void rowsGoBeforeTheDialogRow();
+    void textIsTheKey();
+    void appendedColours();
+    void insertedColourHasItsText();
+    void noneIsTheFirstRow();
+    void onlyTheLastTenCustomColoursStay();
+    void customColoursSurviveARefill();
+    void subclassSeesTheHooks();
+    void layerOfTheList();
+
+    // questions
+    void plainColourIsFound();
+    void kernelColourIsFound_data();
+    void kernelColourIsFound();
+    void indexIsFoundOrAdded();
+    void colourOfARow();
+    void currentColour();
+    void colourAtAnIndex();
+
+    // following the drawing
+    void currentColourIsShown_data();
+    void currentColourIsShown();
+    void unknownColourIsAddedAndKept();
+    void byLayerSwatchFollowsTheLayer();
+    void statusDecidesWhatIsShown_data();
+    void statusDecidesWhatIsShown();
+    void selectionIsFollowed();
+    void paletteStateDecidesThePalette();
+    void noticesAreFiltered_data();
+    void noticesAreFiltered();
+    void withoutDocumentNothingHappens();
+    void showingTellsNothing();
+
+    // picking
+    void pickIsToldWithItsColour();
+    void pickWritesTheCurrentColour();
+    void pickWritesTheSelection();
+    void pickOfAnUnhookedOneWritesNothing();
+    void pickIsOneUndoStep();
+    void entityOnALockedLayerIsLeftOut();
+    void rowWithoutARecordShowsAMessage();
+    void keyboardGoesBackToTheDrawing();
+
+    // opening the list
+    void listOpens_data();
+    void listOpens();
+    void openingRefillsTheHookedOne();
+    void openingKeepsTheRowWithoutWriting();
+    void blankStaysBlankOverOpening();
+
+    // the dialog
+    void dialogIsAskedForTheOldColour_data();
+    void dialogIsAskedForTheOldColour();
+    void cancelGoesBack();
+    void oldColourStandsBehindTheDialog();
+    void dialogColourIsPicked_data();
+    void dialogColourIsPicked();
+    void dialogPickByButtons();
+    void knownColourAddsNoRow();
+    void byLayerLeavesTheFirstRowToGoBackTo();
+    void foundByValueGoesBackToTheColourBefore();
+    void forbiddenByViewStyle_data();
+    void forbiddenByViewStyle();
+    void addedColourIsKeptAndWritten();
+    void missingDialogChangesNothing();
+    void deletedWhileTheDialogRuns();
+    void noticeBehindTheDialogWritesNothing();
+
+    // a day at work
+    void journeyThroughTheList();
+
+private:
+    QString pickFromDialog(ZvColorComboBox &combo, const ModalDriver::Action &act);
+    ZvCmColor currentColor() { return drawing().cecolor(); }
+    ZvCmColor colorOfEntity(ZvDbObjectId id)
+    {
+        return read<ZvDbEntity>(id, [](const ZvDbEntity &entity) { return entity.color(); });
+    }
+};
+
+void TestColorComboBox::init()
+{
+    DrawingTest::init();
+}
+
+void TestColorComboBox::cleanup()
+{
+    zvsiutSetDisplayBackground(0);
+    zvcmSetPaletteAvailable(true);
+    DrawingTest::cleanup();
+}
+
+// ---- records --------------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::newRecordIsEmpty()
+{
+    const ColorData data;
+    QVERIFY(!data.color.isValid());
+    QCOMPARE(data.name, QString());
+    QCOMPARE(data.type, 0);
+    QCOMPARE(data.entityColor.color(), 0xC2000000u);
+}
+
+void TestColorComboBox::recordTravelsAsAVariant()
+{
+    const ZvColorComboBox combo(nullptr);
+    QCOMPARE(QMetaType::type("ColorData"), qMetaTypeId<ColorData>());
+    QVERIFY(QMetaType::typeFlags(qMetaTypeId<ColorData>()) & QMetaType::MovableType);
+}
+
+void TestColorComboBox::coloursAreFormatted_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QColor>("swatch");
+    const QString names[] = {QStringLiteral("红"), QStringLiteral("黄"),   QStringLiteral("绿"), QStringLiteral("青"),
+                             QStringLiteral("蓝"), QStringLiteral("洋红"), QStringLiteral("白")};
+    for (int i = 1; i <= 7; ++i)
+        QTest::addRow("index %d", i) << indexWord(i) << names[i - 1] << 0 << QColor(i, 1, 2);
+    QTest::newRow("index 8") << indexWord(8) << "颜色 8" << 0 << QColor(8, 1, 2);
+    QTest::newRow("index 255") << indexWord(255) << "颜色 255" << 0 << QColor(255, 1, 2);
+    QTest::newRow("index 0 is white") << indexWord(0) << "颜色 0" << 0 << QColor(255, 255, 255);
+    QTest::newRow("index 256 is white") << indexWord(256) << "颜色 256" << 0 << QColor(255, 255, 255);
+    QTest::newRow("index 257 is white") << indexWord(257) << "颜色 257" << 0 << QColor(255, 255, 255);
+    QTest::newRow("by block") << word(ZvCm::kByBlock) << "ByBlock" << 1 << QColor(7, 1, 2);
+    QTest::newRow("none, with red and blue exchanged") << word(ZvCm::kNone) << "无" << 0 << QColor(2, 1, 7);
+    QTest::newRow("true colour") << rgbWord(10, 20, 30) << "RGB:10,20,30" << 0 << QColor(10, 20, 30);
+    QTest::newRow("by pen reads as true colour")
+        << word(ZvCm::kByPen, 0x0A141E) << "RGB:10,20,30" << 0 << QColor(10, 20, 30);
+}
+
+void TestColorComboBox::coloursAreFormatted()
+{
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(QString, name);
+    QFETCH(int, type);
+    QFETCH(QColor, swatch);
+    const ColorData data = formatColor(color, countingPalette(), ZvDbObjectId());
+    QCOMPARE(data.name, name);
+    QCOMPARE(data.type, type);
+    QCOMPARE(data.color, swatch);
+    QCOMPARE(data.entityColor.color(), color.color());
+}
+
+void TestColorComboBox::foregroundDecidesTheSeventhName_data()
+{
+    QTest::addColumn<unsigned>("foreground");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("white") << 0xFFFFFFu << "白";
+    QTest::newRow("black") << 0u << "黑";
+    QTest::newRow("nearly black") << 1u << "白";
+}
+
+void TestColorComboBox::foregroundDecidesTheSeventhName()
+{
+    QFETCH(unsigned, foreground);
+    QFETCH(QString, name);
+    unsigned palette[256] = {};
+    palette[7] = foreground;
+    QCOMPARE(formatColor(indexWord(7), palette, ZvDbObjectId()).name, name);
+    QCOMPARE(formatColor(indexWord(1), palette, ZvDbObjectId()).name, QStringLiteral("红"));
+}
+
+void TestColorComboBox::byLayerHasTheLayersColour_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("layerColor");
+    QTest::addColumn<bool>("given"); // else the current layer
+    QTest::addColumn<QColor>("swatch");
+    QTest::newRow("current layer by index") << indexWord(3) << false << QColor(3, 1, 2);
+    QTest::newRow("current layer in true colour") << rgbWord(9, 8, 7) << false << QColor(9, 8, 7);
+    QTest::newRow("a layer by index, by the kernel's palette") << indexWord(3) << true << QColor(0, 255, 0);
+    QTest::newRow("a layer in true colour") << rgbWord(9, 8, 7) << true << QColor(9, 8, 7);
+}
+
+void TestColorComboBox::byLayerHasTheLayersColour()
+{
+    QFETCH(ZvCmEntityColor, layerColor);
+    QFETCH(bool, given);
+    QFETCH(QColor, swatch);
+    const ZvDbObjectId layer = given ? addLayer(L"Walls") : drawing().clayer();
+    change<ZvDbLayerTableRecord>(layer, [&](ZvDbLayerTableRecord &record) { record.setColor(colorOf(layerColor)); });
+    const ColorData data = formatColor(word(ZvCm::kByLayer), countingPalette(), given ? layer : ZvDbObjectId());
+    QCOMPARE(data.name, QStringLiteral("ByLayer"));
+    QCOMPARE(data.type, 2);
+    QCOMPARE(data.color, swatch);
+}
+
+void TestColorComboBox::byLayerOfALayerThatCannotBeRead()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    {
+        const ZvDbObjectPointer<ZvDbLayerTableRecord> writer(layer, ZvDb::kForWrite);
+        QVERIFY(!formatColor(word(ZvCm::kByLayer), countingPalette(), layer).color.isValid());
+    }
+    // an erased layer counts as none: the current one's colour
+    change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.erase(); });
+    QCOMPARE(formatColor(word(ZvCm::kByLayer), countingPalette(), layer).color, QColor(7, 1, 2));
+    // and so does no drawing at all
+    zvDocManagerPtr()->closeDocument(document());
+    QCOMPARE(formatColor(word(ZvCm::kByLayer), countingPalette(), ZvDbObjectId()).color, QColor(7, 1, 2));
+}
+
+void TestColorComboBox::byLayerFollowsTheSelection()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(indexWord(5))); });
+    const ZvDbObjectId line = addLine();
+    change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setLayer(layer); });
+    select({line});
+    QCOMPARE(formatColor(word(ZvCm::kByLayer), countingPalette(), ZvDbObjectId()).color, QColor(5, 1, 2));
+}
+
+void TestColorComboBox::byBlockWithALayerHasNoColour()
+{
+    const ColorData data = formatColor(word(ZvCm::kByBlock), countingPalette(), addLayer(L"Walls"));
+    QCOMPARE(data.name, QStringLiteral("ByBlock"));
+    QCOMPARE(data.type, 1);
+    QVERIFY(!data.color.isValid());
+}
+
+void TestColorComboBox::nullPaletteIsBlack()
+{
+    for (const ZvCmEntityColor color :
+         {indexWord(1), indexWord(7), word(ZvCm::kByBlock), word(ZvCm::kByLayer), word(ZvCm::kNone)})
+        QCOMPARE(formatColor(color, nullptr, ZvDbObjectId()).color, QColor(0, 0, 0));
+}
+
+void TestColorComboBox::colourTextsAreRead_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::newRow("BYLAYER") << "BYLAYER" << word(ZvCm::kByLayer);
+    QTest::newRow("by layer in small letters") << "bylayer" << word(ZvCm::kByLayer);
+    QTest::newRow("ByBlock") << "ByBlock" << word(ZvCm::kByBlock);
+    QTest::newRow("a bare number") << "42" << indexWord(42);
+    QTest::newRow("0") << "0" << indexWord(0);
+    QTest::newRow("256") << "256" << indexWord(256);
+    QTest::newRow("RGB") << "RGB:10,20,30" << rgbWord(10, 20, 30);
+    QTest::newRow("R stands for RGB:") << "Rxyz1,2,3" << rgbWord(1, 2, 3);
+    QTest::newRow("G stands for RGB:") << "Gxyz1,2,3" << rgbWord(1, 2, 3);
+    QTest::newRow("B stands for RGB:") << "Bxyz1,2,3" << rgbWord(1, 2, 3);
+    QTest::newRow("a colon stands for RGB:") << ":xyz1,2,3" << rgbWord(1, 2, 3);
+    QTest::newRow("components are bytes") << "RGB:256,257,258" << rgbWord(0, 1, 2);
+    QTest::newRow("the name of an index") << "颜色 8" << indexWord(8);
+    QTest::newRow("any word and an index") << "color 8" << indexWord(8);
+}
+
+void TestColorComboBox::colourTextsAreRead()
+{
+    QFETCH(QString, text);
+    QFETCH(ZvCmEntityColor, color);
+    ColorData data;
+    QVERIFY(convertColorStrToColorData(ZvString(text.toUtf8().constData()), data));
+    const ColorData expected = formatColor(color, zvsiutCurPalette(), ZvDbObjectId());
+    QCOMPARE(data.entityColor.color(), color.color());
+    QCOMPARE(data.name, expected.name);
+    QCOMPARE(data.color, expected.color);
+    QCOMPARE(data.type, expected.type);
+}
+
+void TestColorComboBox::colourTextsAreRefused_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << "";
+    QTest::newRow("a word without a blank") << "white";
+    QTest::newRow("a name without an index") << "红";
+    QTest::newRow("RGB with two numbers") << "RGB:1,2";
+    QTest::newRow("RGB with four numbers") << "RGB:1,2,3,4";
+    QTest::newRow("RGB with an empty part") << "RGB:1,,3";
+    QTest::newRow("RGB below zero") << "RGB:1,-2,3";
+    QTest::newRow("RGB with blanks") << "RGB:1, 2, 3";
+    QTest::newRow("RGB alone") << "RGB:";
+    QTest::newRow("R alone") << "R";
+    QTest::newRow("a colour word in capitals") << "BLUE 5";
+    QTest::newRow("small letters are no RGB") << "rgb:1,2,3";
+    QTest::newRow("a word and a word") << "color red";
+    QTest::newRow("two blanks") << "color  8";
+    QTest::newRow("a blank at the end") << "color ";
+    QTest::newRow("below zero") << "-1";
+    QTest::newRow("a number beyond all indices") << "99999999999";
+    QTest::newRow("by layer with a blank") << "BYLAYER ";
+}
+
+void TestColorComboBox::colourTextsAreRefused()
+{
+    QFETCH(QString, text);
+    ColorData data;
+    data.name = QStringLiteral("untouched");
+    QVERIFY(!convertColorStrToColorData(ZvString(text.toUtf8().constData()), data));
+    QCOMPARE(data.name, QStringLiteral("untouched"));
+}
+
+// ---- construction ---------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::threeWaysOfMakingOne()
+{
+    const ZvColorComboBox plain(nullptr);
+    QVERIFY(!plain.hooked);
+    QVERIFY(!plain.pickFirstInfo);
+    QCOMPARE(plain.objectName(), QString());
+    QCOMPARE(rowsOf(plain), kDefaultRows);
+    QCOMPARE(plain.currentIndex(), 0);
+
+    for (const bool hook : {false, true}) {
+        const ZvColorComboBox named(hook, nullptr);
+        QCOMPARE(named.hooked, hook);
+        QVERIFY(named.pickFirstInfo);
+        QCOMPARE(named.objectName(), QStringLiteral("ZvColorComboBox"));
+        QCOMPARE(rowsOf(named), kDefaultRows);
+    }
+    const ZvColorComboBox coloured(false, colorOf(indexWord(42)), nullptr);
+    QVERIFY(coloured.pickFirstInfo);
+    QCOMPARE(coloured.objectName(), QString());
+}
+
+void TestColorComboBox::colourAtConstructionIsShown_data()
+{
+    QTest::addColumn<bool>("paletteState");
+    QTest::newRow("by the palette in force") << true;
+    QTest::newRow("palette state off") << false;
+}
+
+void TestColorComboBox::colourAtConstructionIsShown()
+{
+    QFETCH(bool, paletteState);
+    document()->editingContext()->displayContext()->setPaletteState(paletteState);
+    const ZvColorComboBox combo(false, colorOf(indexWord(42)), nullptr);
+    QStringList expected = kDefaultRows;
+    if (paletteState)
+        expected.insert(kSelectRow, QStringLiteral("颜色 42"));
+    QCOMPARE(rowsOf(combo), expected);
+    QCOMPARE(combo.currentIndex(), paletteState ? kSelectRow : 0);
+}
+
+void TestColorComboBox::fillTellsNothing()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const QSignalSpy index(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+    const QSignalSpy color(&combo, &ZvColorComboBox::ColorItemChanged);
+    combo.init(colorOf(indexWord(42)), true, ZvDbObjectId());
+    combo.setViewStyle(3);
+    QCOMPARE(index.size(), 0);
+    QCOMPARE(color.size(), 0);
+    QVERIFY(combo.hooked);
+    QVERIFY(!combo.signalsBlocked());
+}
+
+void TestColorComboBox::styleSheetAndDelegate()
+{
+    const ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.styleSheet(),
+             QStringLiteral("QComboBox QAbstractItemView::item {min-height: %1px;}").arg(swatchSize(combo) + 4));
+    QCOMPARE(combo.itemDelegate()->metaObject()->className(), "QStyledItemDelegate");
+    QCOMPARE(combo.itemDelegate()->parent(), static_cast<const QObject *>(&combo));
+}
+
+void TestColorComboBox::hookedOneIsOnTheBus()
+{
+    drawing().setCecolor(colorOf(indexWord(3)));
+    ZvColorComboBox hooked(true, nullptr);
+    ZvColorComboBox plain(false, nullptr);
+    runMacro(L"_.REGEN ");
+    QCOMPARE(hooked.currentText(), QStringLiteral("绿"));
+    QCOMPARE(plain.currentText(), QStringLiteral("ByLayer"));
+    auto *gone = new ZvColorComboBox(true, nullptr);
+    delete gone;
+    runMacro(L"_.REGEN ");
+}
+
+void TestColorComboBox::missingBusIsNoError()
+{
+    const ZvRxObjectPtr bus(zv_arbitDict_getservice(ZvString(wchar_t(14))));
+    zv_arbitDict_clearservice(ZvString(wchar_t(14)));
+    drawing().setCecolor(colorOf(indexWord(3)));
+    {
+        ZvColorComboBox combo(true, nullptr);
+        QCOMPARE(rowsOf(combo), kDefaultRows);
+        runMacro(L"_.REGEN ");
+        QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+    }
+    zv_arbitDict_regservice(ZvString(wchar_t(14)), bus);
+}
+
+void TestColorComboBox::metaObjectFindsTheReceiver()
+{
+    ZvColorComboBox combo(true, nullptr);
+    QObject *object = &combo;
+    QCOMPARE(static_cast<CZvQtControlHelp *>(object->qt_metacast("CZvQtControlHelp")),
+             static_cast<CZvQtControlHelp *>(&combo));
+}
+
+// ---- rows -----------------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::viewStyleDecidesTheRows_data()
+{
+    QTest::addColumn<unsigned>("style");
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<bool>("hasSelect");
+    const QString byLayer = QStringLiteral("ByLayer");
+    const QString byBlock = QStringLiteral("ByBlock");
+    const QString none = QStringLiteral("无");
+    const QString current = QStringLiteral("使用当前项");
+    QTest::newRow("0, the seven alone") << 0u << QStringList{} << false;
+    QTest::newRow("1, by layer and by block") << 1u << QStringList{byLayer, byBlock} << false;
+    QTest::newRow("2, the dialog") << 2u << QStringList{} << true;
+    QTest::newRow("4 means nothing") << 4u << QStringList{} << false;
+    QTest::newRow("7, the default") << 7u << QStringList{byLayer, byBlock} << true;
+    QTest::newRow("8, none") << 8u << QStringList{none} << false;
+    QTest::newRow("16, the current one") << 16u << QStringList{current} << false;
+    QTest::newRow("all of them in order") << 31u << QStringList{current, none, byLayer, byBlock} << true;
+}
+
+void TestColorComboBox::viewStyleDecidesTheRows()
+{
+    QFETCH(unsigned, style);
+    QFETCH(QStringList, before);
+    QFETCH(bool, hasSelect);
+    ZvColorComboBox combo(nullptr);
+    combo.setViewStyle(style);
+    QStringList expected = before + kDefaultRows.mid(2, 7);
+    if (hasSelect)
+        expected << kDefaultRows.last();
+    QCOMPARE(rowsOf(combo), expected);
+    QCOMPARE(combo.currentIndex(), 0);
+}
+
+void TestColorComboBox::useCurrentShowsTheCurrentColour()
+{
+    drawing().setCecolor(colorOf(indexWord(3)));
+    ZvColorComboBox combo(nullptr);
+    combo.setViewStyle(16);
+    QCOMPARE(dataOf(combo, 0).color, QColor(0, 255, 0));
+    QCOMPARE(dataOf(combo, 0).entityColor.color(), 0xC8000000u);
+    COMPARE_PICTURES(swatchOf(combo, 0), expectedSwatch(swatchSize(combo), qRgb(0, 255, 0)));
+}
+
+void TestColorComboBox::recordsOfTheRows()
+{
+    const ZvColorComboBox combo(nullptr);
+    QCOMPARE(dataOf(combo, 0).entityColor.color(), 0xC0000000u);
+    QCOMPARE(dataOf(combo, 0).type, 2);
+    QCOMPARE(dataOf(combo, 1).entityColor.color(), 0xC1000000u);
+    QCOMPARE(dataOf(combo, 1).type, 1);
+    for (int index = 1; index <= 7; ++index) {
+        QCOMPARE(dataOf(combo, index + 1).entityColor.color(), 0xC3000000u + unsigned(index));
+        QCOMPARE(dataOf(combo, index + 1).type, 0);
+    }
+    const ColorData select = dataOf(combo, kSelectRow);
+    QCOMPARE(select.type, 4);
+    QCOMPARE(select.color, QColor(0, 0, 255));
+    QCOMPARE(select.entityColor.color(), 0xC2000000u);
+    for (int row = 0; row < combo.count(); ++row)
+        QCOMPARE(dataOf(combo, row).name, combo.itemText(row));
+}
+
+void TestColorComboBox::swatchesArePainted_data()
+{
+    QTest::addColumn<unsigned>("background");
+    QTest::newRow("dark") << 0u;
+    QTest::newRow("light") << 0xFFFFFFu;
+}
+
+void TestColorComboBox::swatchesArePainted()
+{
+    QFETCH(unsigned, background);
+    zvsiutSetDisplayBackground(background);
+    const ZvColorComboBox combo(nullptr);
+    const int size = swatchSize(combo);
+    const auto rgb = [](int index) {
+        const unsigned color = zvsiutCurPalette()[index];
+        return qRgb(int(color & 0xFF), int(color >> 8 & 0xFF), int(color >> 16 & 0xFF));
+    };
+    COMPARE_PICTURES(swatchOf(combo, 0), expectedSwatch(size, rgb(7))); // the layer is white by index
+    COMPARE_PICTURES(swatchOf(combo, 1), expectedSwatch(size, rgb(7)));
+    for (int index = 1; index <= 7; ++index)
+        COMPARE_PICTURES(swatchOf(combo, index + 1), expectedSwatch(size, rgb(index)));
+    QCOMPARE(combo.itemText(8), background ? QStringLiteral("黑") : QStringLiteral("白"));
+}
+
+void TestColorComboBox::dialogSwatchIsAGradient()
+{
+    const ZvColorComboBox combo(nullptr);
+    const QImage swatch = swatchOf(combo, kSelectRow);
+    const int size = swatchSize(combo);
+    QCOMPARE(swatch.size(), QSize(size, size));
+    const double stops[] = {0.2, 0.4, 0.6, 0.8, 1.0};
+    const QColor colors[] = {Qt::gray, Qt::green, Qt::red, Qt::magenta, Qt::black};
+    const auto at = [&](double place) {
+        if (place <= stops[0])
+            return colors[0];
+        int upper = 1;
+        while (place > stops[upper])
+            ++upper;
+        const double share = (place - stops[upper - 1]) / (stops[upper] - stops[upper - 1]);
+        const auto mix = [share](int from, int to) { return int(from + (to - from) * share + 0.5); };
+        return QColor(mix(colors[upper - 1].red(), colors[upper].red()),
+                      mix(colors[upper - 1].green(), colors[upper].green()),
+                      mix(colors[upper - 1].blue(), colors[upper].blue()));
+    };
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const QColor actual(swatch.pixel(x, y));
+            const bool isFrame = x == 0 || y == 0 || x == size - 1 || y == size - 1;
+            const QColor expected = isFrame ? QColor(Qt::black) : at((x + 0.5) / size);
+            // Qt keeps gradients in tables of 256 steps
+            QVERIFY(qAbs(actual.red() - expected.red()) <= 6 && qAbs(actual.green() - expected.green()) <= 6
+                    && qAbs(actual.blue() - expected.blue()) <= 6);
+        }
+    }
+}
+
+void TestColorComboBox::rowsAreAppendedUntilTheDialogRowIsThere()
+{
+    ZvColorComboBox combo(nullptr);
+    combo.setViewStyle(0);
+    ColorData data;
+    data.name = QStringLiteral("mine");
+    QCOMPARE(combo.AddColorItem(0, data), 7); // the index is not heeded
+    QCOMPARE(combo.itemText(7), QStringLiteral("mine"));
+    combo.AppendFinish();
+    QCOMPARE(combo.itemText(8), kDefaultRows.last());
+    data.name = QStringLiteral("first");
+    QCOMPARE(combo.AddColorItem(0, data), 0);
+}
+
+void TestColorComboBox::rowsGoBeforeTheDialogRow()
+{
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.AppendColorItem(QColor(1, 2, 3), QStringLiteral("mine")), kSelectRow);
+    QCOMPARE(combo.itemText(kSelectRow), QStringLiteral("mine"));
+    QCOMPARE(combo.itemText(kSelectRow + 1), kDefaultRows.last());
+}
+
+void TestColorComboBox::textIsTheKey()
+{
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.AppendColorItem(QColor(1, 2, 3), QStringLiteral("红")), 2); // the first of that text
+    QCOMPARE(combo.count(), kDefaultRows.size() + 1);
+    QCOMPARE(dataOf(combo, kSelectRow).color, QColor(1, 2, 3));
+}
+
+void TestColorComboBox::appendedColours()
+{
+    ZvColorComboBox combo(nullptr);
+    const int byColor = combo.AppendColorItem(QColor(1, 2, 3), QStringLiteral("mine"));
+    QCOMPARE(dataOf(combo, byColor).type, 0);
+    QCOMPARE(dataOf(combo, byColor).color, QColor(1, 2, 3));
+    QCOMPARE(dataOf(combo, byColor).entityColor.color(), 0xC2000000u);
+    const int byKernel = combo.AppendColorItem(colorOf(rgbWord(9, 8, 7)));
+    QCOMPARE(combo.itemText(byKernel), QStringLiteral("RGB:9,8,7"));
+    QCOMPARE(dataOf(combo, byKernel).entityColor.color(), rgbWord(9, 8, 7).color());
+    ColorData foreign;
+    foreign.name = QStringLiteral("foreign");
+    foreign.type = kColorItemForeign;
+    const int byRecord = combo.AppendColorItem(foreign);
+    QCOMPARE(dataOf(combo, byRecord).type, 3);
+}
+
+void TestColorComboBox::insertedColourHasItsText()
+{
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.insertColorItem(1, QStringLiteral("mine"), colorOf(indexWord(5))), 1);
+    QCOMPARE(dataOf(combo, 1).name, QStringLiteral("mine"));
+    QCOMPARE(dataOf(combo, 1).entityColor.color(), indexWord(5).color());
+}
+
+void TestColorComboBox::noneIsTheFirstRow()
+{
+    ZvColorComboBox combo(nullptr);
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    combo.SetUseColorNone();
+    QCOMPARE(combo.itemText(0), QStringLiteral("无"));
+    QCOMPARE(dataOf(combo, 0).entityColor.color(), 0xC8000000u);
+    QCOMPARE(dataOf(combo, 0).entityColor.colorIndex(), std::uint16_t(257));
+    QCOMPARE(combo.count(), kDefaultRows.size() + 1);
+    QCOMPARE(spy.size(), 0);
+}
+
+void TestColorComboBox::onlyTheLastTenCustomColoursStay()
+{
+    ZvColorComboBox combo(nullptr);
+    for (int i = 1; i <= 11; ++i)
+        combo.appendCustomInfo(formatColor(rgbWord(i, i, i), countingPalette(), ZvDbObjectId()));
+    combo.init(ZvCmColor(), false, ZvDbObjectId());
+    QStringList expected = kDefaultRows;
+    for (int i = 2; i <= 11; ++i)
+        expected.insert(expected.size() - 1, QStringLiteral("RGB:%1,%1,%1").arg(i));
+    QCOMPARE(rowsOf(combo), expected);
+}
+
+void TestColorComboBox::customColoursSurviveARefill()
+{
+    ZvColorComboBox combo(nullptr);
+    const ColorData mine = formatColor(rgbWord(1, 2, 3), countingPalette(), ZvDbObjectId());
+    combo.appendCustomInfo(mine);
+    combo.appendCustomInfo(mine); // no test for duplicates
+    for (const unsigned style : {7u, 0u, 2u}) {
+        combo.setViewStyle(style);
+        QCOMPARE(rowsOf(combo).count(mine.name), 2);
+    }
+}
+
+void TestColorComboBox::subclassSeesTheHooks()
+{
+    class Subclass : public ZvColorComboBox
+    {
+    public:
+        using ZvColorComboBox::ZvColorComboBox;
+        void subInit() override { AppendColorItem(QColor(1, 1, 1), QStringLiteral("sub")); }
+    };
+    Subclass combo(nullptr);
+    combo.setViewStyle(7);
+    QStringList expected = kDefaultRows;
+    expected.insert(kSelectRow, QStringLiteral("sub"));
+    QCOMPARE(rowsOf(combo), expected);
+}
+
+void TestColorComboBox::layerOfTheList()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(layer,
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(rgbWord(9, 8, 7))); });
+    ZvColorComboBox combo(nullptr);
+    combo.setLayerId(layer);
+    QCOMPARE(dataOf(combo, 0).color, QColor(255, 255, 255)); // no refill
+    combo.setViewStyle(7);
+    QCOMPARE(dataOf(combo, 0).color, QColor(9, 8, 7));
+    QCOMPARE(dataOf(combo, 1).color, QColor(255, 255, 255)); // by block never has the layer
+}
+
+// ---- questions ------------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::plainColourIsFound()
+{
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.FindColor(QColor(255, 0, 0)), 2);
+    QCOMPARE(combo.FindColor(QColor(255, 255, 255)), 8); // not ByLayer, which is white as well
+    QCOMPARE(combo.FindColor(QColor(0, 0, 255)), 6); // not the dialog's row
+    QCOMPARE(combo.FindColor(QColor(1, 2, 3)), -1);
+}
+
+void TestColorComboBox::kernelColourIsFound_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<int>("row");
+    QTest::newRow("by layer") << word(ZvCm::kByLayer) << 0;
+    QTest::newRow("by block") << word(ZvCm::kByBlock) << 1;
+    QTest::newRow("red") << indexWord(1) << 2;
+    QTest::newRow("an index that is not there") << indexWord(42) << -1;
+    QTest::newRow("a true colour that is there") << rgbWord(9, 8, 7) << kSelectRow + 1;
+    QTest::newRow("a true colour that is not there") << rgbWord(9, 8, 8) << -1;
+    QTest::newRow("by the index, whatever the method") << rgbWord(0, 0, 1) << 2;
+    QTest::newRow("a foreign row is passed over") << rgbWord(5, 5, 5) << -1;
+    QTest::newRow("true colour of black comes to the first row of index 0") << rgbWord(0, 0, 0) << 1;
+}
+
+void TestColorComboBox::kernelColourIsFound()
+{
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(int, row);
+    ZvColorComboBox combo(nullptr);
+    ColorData foreign = formatColor(rgbWord(5, 5, 5), countingPalette(), ZvDbObjectId());
+    foreign.type = kColorItemForeign;
+    combo.AppendColorItem(foreign);
+    combo.AppendColorItem(colorOf(rgbWord(9, 8, 7)));
+    QCOMPARE(combo.FindColor(colorOf(color)), row);
+}
+
+void TestColorComboBox::indexIsFoundOrAdded()
+{
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.FindColor(256), 0);
+    QCOMPARE(combo.FindColor(0), 1);
+    QCOMPARE(combo.FindColor(5), 6);
+    const int added = combo.FindColor(10);
+    QCOMPARE(added, combo.count() - 1); // which is the dialog's row
+    QCOMPARE(combo.itemText(added), kDefaultRows.last());
+    QCOMPARE(combo.itemText(added - 1), QStringLiteral("RGB(255, 0, 0)"));
+    QCOMPARE(dataOf(combo, added - 1).color, QColor(255, 0, 0));
+    combo.FindColor(10); // the record has no index: it is added once more
+    QCOMPARE(rowsOf(combo).count(QStringLiteral("RGB(255, 0, 0)")), 2);
+
+    ZvColorComboBox plain(nullptr);
+    plain.setViewStyle(0);
+    QCOMPARE(plain.itemText(plain.FindColor(10)), QStringLiteral("RGB(255, 0, 0)"));
+}
+
+void TestColorComboBox::colourOfARow()
+{
+    ZvColorComboBox combo(nullptr);
+    QColor color(1, 2, 3);
+    for (const int row : {-1, 0, 1, kSelectRow, 99}) {
+        QVERIFY(!combo.FindColor(row, color));
+        QCOMPARE(color, QColor(1, 2, 3));
+    }
+    QVERIFY(combo.FindColor(2, color));
+    QCOMPARE(color, QColor(255, 0, 0));
+}
+
+void TestColorComboBox::currentColour()
+{
+    ZvColorComboBox combo(nullptr);
+    combo.setCurrentIndex(4);
+    QCOMPARE(combo.GetCurrentColor(), QColor(0, 255, 0));
+    QCOMPARE(combo.GetCurrentColorEx().color(), indexWord(3).color());
+    combo.SetNullItem();
+    QCOMPARE(combo.currentIndex(), -1);
+    QCOMPARE(combo.currentText(), QString());
+    QVERIFY(!combo.GetCurrentColor().isValid());
+    QCOMPARE(combo.GetCurrentColorEx().color(), 0xC2000000u);
+    combo.blockSignals(true);
+    combo.addItem(QStringLiteral("no record"));
+    combo.setCurrentIndex(combo.count() - 1);
+    combo.blockSignals(false);
+    QVERIFY(!combo.GetCurrentColor().isValid());
+    QCOMPARE(combo.GetCurrentColorEx().color(), 0xC2000000u);
+}
+
+static QStringList s_assertions;
+
+void TestColorComboBox::colourAtAnIndex()
+{
+    const ZvColorComboBox combo(nullptr);
+    s_assertions.clear();
+    const ZvAssertHandler before
+        = zvSetAssertHandler([](const char *text, const char *, int) { s_assertions << QString::fromUtf8(text); });
+    QCOMPARE(combo.GetColor(2).color(), indexWord(1).color());
+    QCOMPARE(s_assertions.size(), 0);
+    QCOMPARE(combo.GetColor(-1).color(), 0xC2000000u);
+    QCOMPARE(combo.GetColor(combo.count()).color(), 0xC2000000u);
+    zvSetAssertHandler(before);
+    QCOMPARE(s_assertions, (QStringList{QStringLiteral("false"), QStringLiteral("false")}));
+}
+
+// ---- following the drawing ------------------------------------------------------------------------------------------
+
+void TestColorComboBox::currentColourIsShown_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("by layer") << word(ZvCm::kByLayer) << "ByLayer";
+    QTest::newRow("by block") << word(ZvCm::kByBlock) << "ByBlock";
+    QTest::newRow("red") << indexWord(1) << "红";
+    QTest::newRow("an index") << indexWord(42) << "颜色 42";
+    QTest::newRow("true colour") << rgbWord(1, 2, 3) << "RGB:1,2,3";
+}
+
+void TestColorComboBox::currentColourIsShown()
+{
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(QString, text);
+    ZvColorComboBox combo(true, nullptr);
+    combo.setEnabled(false);
+    drawing().setCecolor(colorOf(color));
+    runMacro(L"_.REGEN ");
+    QCOMPARE(combo.currentText(), text);
+    QVERIFY(combo.isEnabled());
+    QCOMPARE(combo.GetCurrentColorEx().colorMethod(), color.colorMethod());
+}
+
+void TestColorComboBox::unknownColourIsAddedAndKept()
+{
+    ZvColorComboBox combo(true, nullptr);
+    drawing().setCecolor(colorOf(rgbWord(1, 2, 3)));
+    runMacro(L"_.REGEN ");
+    runMacro(L"_.REGEN "); // found the second time
+    QStringList expected = kDefaultRows;
+    expected.insert(kSelectRow, QStringLiteral("RGB:1,2,3"));
+    QCOMPARE(rowsOf(combo), expected);
+    QCOMPARE(combo.currentIndex(), kSelectRow);
+    combo.setViewStyle(7);
+    QCOMPARE(rowsOf(combo), expected);
+}
+
+void TestColorComboBox::byLayerSwatchFollowsTheLayer()
+{
+    ZvColorComboBox combo(true, nullptr);
+    change<ZvDbLayerTableRecord>(drawing().clayer(),
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(indexWord(1))); });
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer")); // the layer's notice has come by itself
+    COMPARE_PICTURES(swatchOf(combo, 0), expectedSwatch(swatchSize(combo), qRgb(255, 0, 0)));
+}
+
+void TestColorComboBox::statusDecidesWhatIsShown_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("no document known") << 0 << "" << false;
+    QTest::newRow("no selection: the drawing's colour") << 1 << "绿" << true;
+    QTest::newRow("uniform: the summary's colour") << 2 << "红" << true;
+    QTest::newRow("mixed: blank") << 3 << "" << true;
+}
+
+void TestColorComboBox::statusDecidesWhatIsShown()
+{
+    QFETCH(int, status);
+    QFETCH(QString, text);
+    QFETCH(bool, enabled);
+    drawing().setCecolor(colorOf(indexWord(3)));
+    ZvColorComboBox combo(false, nullptr);
+    auto *info = static_cast<ZvGlobalUIReactorHelp::SColorInfo *>(combo.pickFirstInfo);
+    info->status = status;
+    info->value = colorOf(indexWord(1));
+    combo.setEnabled(!enabled);
+    combo.updateData(false);
+    QCOMPARE(combo.currentText(), text);
+    QCOMPARE(combo.isEnabled(), enabled);
+}
+
+void TestColorComboBox::selectionIsFollowed()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const ZvDbObjectId first = addLine();
+    const ZvDbObjectId second = addLine();
+    change<ZvDbEntity>(first, [](ZvDbEntity &entity) { entity.setColor(colorOf(indexWord(1))); });
+    change<ZvDbEntity>(second, [](ZvDbEntity &entity) { entity.setColor(colorOf(indexWord(5))); });
+    select({first});
+    QCOMPARE(combo.currentText(), QStringLiteral("红"));
+    select({second});
+    QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
+    select({first, second});
+    QCOMPARE(combo.currentText(), QString());
+    QVERIFY(combo.isEnabled());
+    select({});
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+}
+
+void TestColorComboBox::paletteStateDecidesThePalette()
+{
+    zvsiutSetDisplayBackground(0xFFFFFF); // index 7 is black there
+    drawing().setCecolor(colorOf(indexWord(7)));
+    for (const bool state : {true, false}) {
+        document()->editingContext()->displayContext()->setPaletteState(state);
+        ZvColorComboBox combo(true, nullptr);
+        runMacro(L"_.REGEN ");
+        QCOMPARE(combo.currentText(), state ? QStringLiteral("黑") : QStringLiteral("白"));
+    }
+    // with the state off the palette is the kernel's for no background, and that may be missing
+    zvcmSetPaletteAvailable(false);
+    ZvColorComboBox combo(true, nullptr);
+    runMacro(L"_.REGEN ");
+    QCOMPARE(combo.currentText(), QStringLiteral("白"));
+    QCOMPARE(combo.GetCurrentColor(), QColor(0, 0, 0));
+}
+
+void TestColorComboBox::noticesAreFiltered_data()
+{
+    QTest::addColumn<quint64>("kind");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("object"); // empty, "layer", "line"
+    QTest::addColumn<bool>("affects");
+    QTest::addColumn<bool>("passes");
+    for (const char *name : {"BLOCKEDITOR", "CLAYER", "CECOLOR", "cecolor", "TILEMODE", "CELTYPE"})
+        QTest::addRow("variable %s", name) << quint64(kNoticeSysVar) << name << "" << false << false;
+    QTest::newRow("a layer") << quint64(kNoticeObject) << ""
+                             << "layer" << false << true;
+    QTest::newRow("a line") << quint64(kNoticeObject) << ""
+                            << "line" << false << false;
+    QTest::newRow("a line of the selection") << quint64(kNoticeObject) << ""
+                                             << "line" << true << true;
+    QTest::newRow("no object") << quint64(kNoticeObject) << ""
+                               << "" << false << false;
+    QTest::newRow("document current") << quint64(kNoticeDocumentCurrent) << ""
+                                      << "" << false << true;
+    QTest::newRow("layout switched") << quint64(kNoticeLayoutSwitched) << ""
+                                     << "" << false << true;
+    QTest::newRow("selection") << quint64(kNoticePickFirst) << ""
+                               << "" << false << true;
+    QTest::newRow("command ended") << quint64(kNoticeCommandEnded) << "ANY"
+                                   << "" << false << true;
+    QTest::newRow("the host's first") << quint64(kNoticeHostFirst) << ""
+                                      << "" << false << true;
+    QTest::newRow("the host's second") << quint64(kNoticeHostSecond) << ""
+                                       << "" << false << true;
+}
+
+void TestColorComboBox::noticesAreFiltered()
+{
+    QFETCH(quint64, kind);
+    QFETCH(QString, name);
+    QFETCH(QString, object);
+    QFETCH(bool, affects);
+    QFETCH(bool, passes);
+    drawing().setCecolor(colorOf(indexWord(3)));
+    ZvColorComboBox combo(false, nullptr);
+    combo.pickFirstInfo->status = ZvGlobalUIReactorHelp::kInfoNoSelection;
+    const ZvDbObjectId id = object == QLatin1String("line") ? addLine() : drawing().clayer();
+    const ZvDbObjectPointer<ZvDbObject> opened(id, ZvDb::kForRead);
+    CZvGlobalUIReactorHelp notice;
+    notice.kind = kind;
+    notice.name = ZvString(name.toUtf8().constData());
+    notice.object = object.isEmpty() ? nullptr : opened.get();
+    notice.database = &drawing();
+    notice.affectsSelection = affects;
+    combo.acceptUpdateUI(notice);
+    QCOMPARE(combo.currentText(), passes ? QStringLiteral("绿") : QStringLiteral("ByLayer"));
+}
+
+void TestColorComboBox::withoutDocumentNothingHappens()
+{
+    ZvColorComboBox filled(true, nullptr);
+    zvDocManagerPtr()->closeDocument(document());
+    QVERIFY(!zvDocManagerPtr()->currentDocument());
+    CZvGlobalUIReactorHelp notice;
+    notice.kind = kNoticeCommandEnded;
+    filled.acceptUpdateUI(notice);
+    filled.updateData(true);
+    QCOMPARE(rowsOf(filled), kDefaultRows);
+    QVERIFY(filled.isEnabled());
+
+    ZvColorComboBox empty(true, nullptr);
+    QCOMPARE(empty.count(), 0);
+    empty.setViewStyle(31);
+    QCOMPARE(empty.count(), 0);
+    empty.showPopup();
+    empty.hidePopup();
+    QCOMPARE(empty.count(), 0);
+
+    openAnother(); // still empty: the list is filled when it opens
+    QCOMPARE(empty.count(), 0);
+    empty.showPopup();
+    empty.hidePopup();
+    QCOMPARE(empty.count(), 12);
+}
+
+void TestColorComboBox::showingTellsNothing()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const QSignalSpy index(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+    const QSignalSpy color(&combo, &ZvColorComboBox::ColorItemChanged);
+    drawing().setCecolor(colorOf(rgbWord(1, 2, 3)));
+    runMacro(L"_.REGEN ");
+    select({addLine()});
+    select({});
+    QCOMPARE(index.size(), 0);
+    QCOMPARE(color.size(), 0);
+    QVERIFY(!combo.signalsBlocked());
+}
+
+// ---- picking --------------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::pickIsToldWithItsColour()
+{
+    ZvColorComboBox combo(nullptr);
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    combo.setCurrentIndex(2);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.at(0).at(0).value<QColor>(), QColor(255, 0, 0));
+    combo.setCurrentIndex(-1);
+    QCOMPARE(spy.size(), 1);
+}
+
+void TestColorComboBox::pickWritesTheCurrentColour()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    struct Pick
+    {
+        int row;
+        ZvCmEntityColor color;
+    };
+    for (const Pick &pick :
+         {Pick{2, indexWord(1)}, Pick{1, word(ZvCm::kByBlock)}, Pick{8, indexWord(7)}, Pick{0, word(ZvCm::kByLayer)}}) {
+        combo.setCurrentIndex(pick.row);
+        QVERIFY(runCommands());
+        QCOMPARE(currentColor().color(), pick.color.color());
+        QCOMPARE(combo.currentIndex(), pick.row);
+    }
+    QCOMPARE(spy.size(), 4); // once each: what the drawing says back is not told
+}
+
+void TestColorComboBox::pickWritesTheSelection()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId other = addLine();
+    select({line});
+    combo.setCurrentIndex(2);
+    QVERIFY(runCommands());
+    QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
+    QCOMPARE(colorOfEntity(other).color(), 0xC0000000u);
+    QCOMPARE(currentColor().color(), 0xC0000000u);
+    QCOMPARE(combo.currentText(), QStringLiteral("红"));
+}
+
+void TestColorComboBox::pickOfAnUnhookedOneWritesNothing()
+{
+    ZvColorComboBox combo(false, nullptr);
+    combo.setCurrentIndex(2);
+    combo.setCeColor(indexWord(5));
+    QVERIFY(runCommands());
+    QCOMPARE(currentColor().color(), 0xC0000000u);
+}
+
+void TestColorComboBox::pickIsOneUndoStep()
+{
+    ZvColorComboBox combo(true, nullptr);
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId other = addLine();
+    select({line, other});
+    combo.setCurrentIndex(2);
+    QVERIFY(runCommands());
+    QCOMPARE(colorOfEntity(other).color(), indexWord(1).color());
+    QVERIFY(runMacro(L"_.U "));
+    QCOMPARE(colorOfEntity(line).color(), 0xC0000000u);
+    QCOMPARE(colorOfEntity(other).color(), 0xC0000000u);
+}
+
+void TestColorComboBox::entityOnALockedLayerIsLeftOut()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId locked = addLine();
+    change<ZvDbEntity>(locked, [&](ZvDbEntity &entity) { entity.setLayer(layer); });
+    change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.setIsLocked(true); });
+    ZvColorComboBox combo(true, nullptr);
+    const MessageBoxes boxes;
+    select({line, locked});
+    combo.setCurrentIndex(2);
+    QVERIFY(runCommands());
+    QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
+    QCOMPARE(colorOfEntity(locked).color(), 0xC0000000u);
+    QCOMPARE(boxes.shown().size(), std::size_t(1));
+    QCOMPARE(boxes.shown().front().text, ZvString(L"在锁定图层上有 1 个对象未被更新。"));
+    QCOMPARE(combo.currentText(), QString()); // they differ now
+}
+
+void TestColorComboBox::rowWithoutARecordShowsAMessage()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.addItem(QStringLiteral("no record"));
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    QString text;
+    ModalDriver driver;
+    driver.next([&](QDialog *dialog) {
+        if (auto *box = qobject_cast<QMessageBox *>(dialog))
+            text = box->text();
+        dialog->accept();
+    });
+    combo.setCurrentIndex(combo.count() - 1);
+    QVERIFY(driver.finished());
+    QCOMPARE(text, QStringLiteral("data err: index(%1)").arg(combo.count() - 1));
+    QCOMPARE(spy.size(), 0);
+    QVERIFY(runCommands());
+    QCOMPARE(currentColor().color(), 0xC0000000u);
+}
+
+namespace {
+
+class FocusView : public ZvApView, public ZvApWindow
+{
+public:
+    explicit FocusView(QWidget *view) : m_view(view) { }
+    void *widget() const override { return m_view; }
+    void *handle() const override { return m_view->window(); }
+    ZvApView *mainView() const override { return const_cast<FocusView *>(this); }
+
+private:
+    QWidget *m_view;
+};
+
+} // namespace
+
+void TestColorComboBox::keyboardGoesBackToTheDrawing()
+{
+    QWidget window;
+    QWidget view(&window);
+    view.setFocusPolicy(Qt::StrongFocus);
+    ZvColorComboBox combo(true, &window);
+    FocusView focus(&view);
+    CHcSystem::instance()->application()->setWindow(&focus);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    combo.setFocus();
+    QTest::keyClick(&combo, Qt::Key_Down);
+    QVERIFY(view.hasFocus());
+    combo.setFocus();
+    Q_EMIT combo.activated(3);
+    QVERIFY(view.hasFocus());
+    CHcSystem::instance()->application()->setWindow(nullptr);
+    QVERIFY(runCommands());
+}
+
+// ---- opening the list -----------------------------------------------------------------------------------------------
+
+namespace {
+
+/// A command that opens a list, as a click does while the command waits.
+OpenCombo *s_combo = nullptr;
+int s_active = -1;
+bool s_wasOpen = false;
+
+void openTheList()
+{
+    ZvResBuf value;
+    s_active = zvedGetVar(L"CMDACTIVE", &value) == ZvRes::kNormal ? value.resval.rint : -1;
+    s_combo->showPopup();
+    s_wasOpen = s_combo->isListOpen();
+    s_combo->hidePopup();
+}
+
+} // namespace
+
+void TestColorComboBox::listOpens_data()
+{
+    QTest::addColumn<bool>("hooked");
+    QTest::addColumn<QString>("macro"); // empty: no command
+    QTest::addColumn<bool>("dialog");
+    QTest::addColumn<int>("active");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("hooked, 0") << true << "" << false << 0 << true;
+    QTest::newRow("hooked, 1 an ordinary command") << true << "_.OPENLIST " << false << 1 << false;
+    QTest::newRow("hooked, 3 a transparent command in another")
+        << true << "_.CIRCLE '_.OPENLIST ^C^C" << false << 3 << false;
+    QTest::newRow("hooked, 8 a dialog") << true << "" << true << 8 << true;
+    QTest::newRow("hooked, 9 a dialog of a command") << true << "_.OPENLIST " << true << 9 << false;
+    QTest::newRow("unhooked, 1 an ordinary command") << false << "_.OPENLIST " << false << 1 << true;
+}
+
+void TestColorComboBox::listOpens()
+{
+    QFETCH(bool, hooked);
+    QFETCH(QString, macro);
+    QFETCH(bool, dialog);
+    QFETCH(int, active);
+    QFETCH(bool, opens);
+    zvedCommandStack()->addCommand(L"TEST", L"OPENLIST", L"OPENLIST", ZvEdCommand::kTransparent, openTheList, nullptr,
+                                   -1, ZvRxResourceInstance(nullptr), 0);
+    OpenCombo combo(hooked, nullptr);
+    combo.show();
+    s_combo = &combo;
+    if (dialog)
+        zvedDialogStarted();
+    if (macro.isEmpty())
+        openTheList();
+    else
+        runMacro(ZvString(macro.toUtf8().constData()));
+    if (dialog)
+        zvedDialogEnded();
+    zvedCommandStack()->removeCmd(L"TEST", L"OPENLIST");
+    QCOMPARE(s_active, active);
+    QCOMPARE(s_wasOpen, opens);
+}
+
+void TestColorComboBox::openingRefillsTheHookedOne()
+{
+    for (const bool hooked : {true, false}) {
+        ZvColorComboBox combo(hooked, nullptr);
+        combo.show();
+        combo.removeItem(5);
+        combo.showPopup();
+        combo.hidePopup();
+        QCOMPARE(rowsOf(combo) == kDefaultRows, hooked);
+    }
+}
+
+void TestColorComboBox::openingKeepsTheRowWithoutWriting()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    drawing().setCecolor(colorOf(indexWord(3)));
+    runMacro(L"_.REGEN ");
+    const QSignalSpy index(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+    combo.showPopup();
+    QCOMPARE(combo.currentText(), QStringLiteral("绿"));
+    combo.hidePopup();
+    QVERIFY(!combo.signalsBlocked());
+    QCOMPARE(index.size(), 0);
+    QVERIFY(runCommands());
+    QCOMPARE(currentColor().color(), indexWord(3).color());
+}
+
+void TestColorComboBox::blankStaysBlankOverOpening()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    const ZvDbObjectId first = addLine();
+    const ZvDbObjectId second = addLine();
+    change<ZvDbEntity>(first, [](ZvDbEntity &entity) { entity.setColor(colorOf(indexWord(1))); });
+    select({first, second});
+    QCOMPARE(combo.currentText(), QString());
+    combo.showPopup();
+    QCOMPARE(combo.currentIndex(), -1);
+    combo.hidePopup();
+    combo.setCurrentIndex(0); // ByLayer can be picked for both
+    QVERIFY(runCommands());
+    QCOMPARE(colorOfEntity(first).color(), 0xC0000000u);
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+}
+
+// ---- the dialog -----------------------------------------------------------------------------------------------------
+
+/// Picks the dialog's row and works the dialog; what the combo shows afterwards.
+QString TestColorComboBox::pickFromDialog(ZvColorComboBox &combo, const ModalDriver::Action &act)
+{
+    ModalDriver driver;
+    driver.next(act);
+    combo.setCurrentIndex(combo.count() - 1);
+    if (!driver.finished())
+        return QStringLiteral("the dialog did not come, or did not go");
+    runCommands();
+    return combo.currentText();
+}
+
+void TestColorComboBox::dialogIsAskedForTheOldColour_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("by layer") << word(ZvCm::kByLayer) << 0 << "BYLAYER";
+    QTest::newRow("by block") << word(ZvCm::kByBlock) << 0 << "BYBLOCK";
+    QTest::newRow("red") << indexWord(1) << 0 << "红";
+    QTest::newRow("an index") << indexWord(42) << 0 << "42";
+    QTest::newRow("true colour, red first") << rgbWord(10, 20, 30) << 1 << "10,20,30";
+    QTest::newRow("none is asked for as red") << word(ZvCm::kNone) << 0 << "红";
+}
+
+void TestColorComboBox::dialogIsAskedForTheOldColour()
+{
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(int, tab);
+    QFETCH(QString, text);
+    change<ZvDbLayerTableRecord>(drawing().clayer(),
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(rgbWord(9, 8, 7))); });
+    ZvColorComboBox combo(false, nullptr);
+    combo.setCurrentIndex(5);
+    const int row = combo.insertColorItem(3, QStringLiteral("mine"), colorOf(color));
+    combo.setCurrentIndex(row);
+    int shownTab = -1;
+    QString shownText;
+    QString swatch;
+    bool isParent = false;
+    pickFromDialog(combo, [&](QDialog *dialog) {
+        shownTab = dialog->findChild<QTabWidget *>()->currentIndex();
+        shownText = shownTab == 0 ? indexText(dialog)->text()
+                                  : dialog->findChild<ZvTrueColorWnd *>()
+                                        ->findChild<QLineEdit *>(QString(), Qt::FindDirectChildrenOnly)
+                                        ->text();
+        dialog->findChild<QTabWidget *>()->setCurrentIndex(0);
+        press(dialog, QStringLiteral("ByLayer(&L)"));
+        swatch = dialog->findChild<ZvIndexColorWnd *>()->findChild<ZvColorLabel *>()->styleSheet();
+        isParent = dialog->parentWidget() == &combo;
+        dialog->reject();
+    });
+    QCOMPARE(shownTab, tab);
+    QCOMPARE(shownText, text);
+    QVERIFY(swatch.contains(QStringLiteral("rgb(9,8,7)"))); // the layer's colour is known to the dialog
+    QVERIFY(isParent);
+}
+
+void TestColorComboBox::cancelGoesBack()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    const QString text = pickFromDialog(combo, [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QCOMPARE(text, QStringLiteral("绿"));
+    QCOMPARE(combo.currentIndex(), 4);
+    QCOMPARE(spy.size(), 0);
+    QCOMPARE(currentColor().color(), indexWord(3).color());
+    QVERIFY(!combo.signalsBlocked());
+}
+
+void TestColorComboBox::oldColourStandsBehindTheDialog()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QString behind;
+    pickFromDialog(combo, [&](QDialog *dialog) {
+        behind = combo.currentText();
+        dialog->reject();
+    });
+    QCOMPARE(behind, QStringLiteral("绿"));
+}
+
+void TestColorComboBox::dialogColourIsPicked_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("trueColor");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<bool>("added");
+    QTest::newRow("an index of the list") << "5" << false << "蓝" << indexWord(5) << false;
+    QTest::newRow("an index that is not in the list") << "42" << false << "颜色 42" << indexWord(42) << true;
+    QTest::newRow("256 is ByLayer") << "256" << false << "ByLayer" << word(ZvCm::kByLayer) << false;
+    QTest::newRow("0 is an index") << "0" << false << "颜色 0" << word(ZvCm::kByBlock) << true;
+    QTest::newRow("a true colour") << "10,20,30" << true << "RGB:10,20,30" << rgbWord(10, 20, 30) << true;
+    QTest::newRow("red 1 alone is taken for index 1") << "1,0,0" << true << "红" << indexWord(1) << false;
+    QTest::newRow("red 1 with blue as well") << "1,0,9" << true << "红" << indexWord(1) << false;
+    QTest::newRow("green 1 alone is taken for ByLayer")
+        << "0,1,0" << true << "ByLayer" << word(ZvCm::kByLayer) << false;
+}
+
+void TestColorComboBox::dialogColourIsPicked()
+{
+    QFETCH(QString, typed);
+    QFETCH(bool, trueColor);
+    QFETCH(QString, text);
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(bool, added);
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    QString shown;
+    const auto record = connect(&combo, &ZvColorComboBox::ColorItemChanged, this, [&] { shown = combo.currentText(); });
+    pickFromDialog(combo, [&](QDialog *dialog) {
+        if (trueColor)
+            typeRgbAndAccept(dialog, typed);
+        else
+            typeIndexAndAccept(dialog, typed);
+    });
+    disconnect(record);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(shown, text);
+    QCOMPARE(spy.at(0).at(0).value<QColor>(), dataOf(combo, combo.findText(text)).color);
+    QCOMPARE(currentColor().color(), color.color());
+    QStringList expected = kDefaultRows;
+    if (added)
+        expected.insert(kSelectRow, text);
+    QCOMPARE(rowsOf(combo), expected);
+}
+
+void TestColorComboBox::dialogPickByButtons()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    QCOMPARE(pickFromDialog(combo,
+                            [](QDialog *dialog) {
+                                press(dialog, QStringLiteral("ByBlock(&K)"));
+                                press(dialog, QStringLiteral("确定"));
+                            }),
+             QStringLiteral("ByBlock"));
+    QCOMPARE(currentColor().color(), 0xC1000000u);
+    QCOMPARE(pickFromDialog(combo,
+                            [](QDialog *dialog) {
+                                press(dialog, QStringLiteral("ByLayer(&L)"));
+                                press(dialog, QStringLiteral("确定"));
+                            }),
+             QStringLiteral("ByLayer"));
+    QCOMPARE(currentColor().color(), 0xC0000000u);
+    QCOMPARE(rowsOf(combo), kDefaultRows);
+}
+
+void TestColorComboBox::knownColourAddsNoRow()
+{
+    ZvColorComboBox combo(true, nullptr);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { typeRgbAndAccept(dialog, QStringLiteral("10,20,30")); }),
+                 QStringLiteral("RGB:10,20,30"));
+        QCOMPARE(combo.count(), kDefaultRows.size() + 1);
+    }
+}
+
+void TestColorComboBox::byLayerLeavesTheFirstRowToGoBackTo()
+{
+    ZvColorComboBox combo(false, nullptr);
+    combo.SetUseColorNone();
+    combo.setCurrentIndex(5);
+    QCOMPARE(pickFromDialog(combo,
+                            [](QDialog *dialog) {
+                                press(dialog, QStringLiteral("ByLayer(&L)"));
+                                press(dialog, QStringLiteral("确定"));
+                            }),
+             QStringLiteral("ByLayer"));
+    QCOMPARE(combo.currentIndex(), 1);
+    // a cancelled dialog now goes to row 0, which is not ByLayer
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("无"));
+}
+
+void TestColorComboBox::foundByValueGoesBackToTheColourBefore()
+{
+    ZvColorComboBox combo(false, nullptr);
+    combo.setCurrentIndex(5);
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { typeIndexAndAccept(dialog, QStringLiteral("1")); }),
+             QStringLiteral("红"));
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("青"));
+    // found by its index, the row found is gone back to
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { typeRgbAndAccept(dialog, QStringLiteral("1,0,9")); }),
+             QStringLiteral("红"));
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("红"));
+}
+
+void TestColorComboBox::forbiddenByViewStyle_data()
+{
+    QTest::addColumn<unsigned>("style");
+    QTest::addColumn<bool>("allowed");
+    QTest::newRow("with by layer and by block") << 3u << true;
+    QTest::newRow("without") << 2u << false;
+}
+
+void TestColorComboBox::forbiddenByViewStyle()
+{
+    QFETCH(unsigned, style);
+    QFETCH(bool, allowed);
+    ZvColorComboBox combo(false, nullptr);
+    combo.setViewStyle(style);
+    bool layerEnabled = !allowed;
+    bool blockEnabled = !allowed;
+    pickFromDialog(combo, [&](QDialog *dialog) {
+        for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
+            if (button->text() == QStringLiteral("ByLayer(&L)"))
+                layerEnabled = button->isEnabled();
+            if (button->text() == QStringLiteral("ByBlock(&K)"))
+                blockEnabled = button->isEnabled();
+        }
+        dialog->reject();
+    });
+    QCOMPARE(layerEnabled, allowed);
+    QCOMPARE(blockEnabled, allowed);
+}
+
+void TestColorComboBox::addedColourIsKeptAndWritten()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    pickFromDialog(combo, [](QDialog *dialog) { typeRgbAndAccept(dialog, QStringLiteral("10,20,30")); });
+    QStringList expected = kDefaultRows;
+    expected.insert(kSelectRow, QStringLiteral("RGB:10,20,30"));
+    QCOMPARE(rowsOf(combo), expected);
+    COMPARE_PICTURES(swatchOf(combo, kSelectRow), expectedSwatch(swatchSize(combo), qRgb(10, 20, 30)));
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(rowsOf(combo), expected);
+    QCOMPARE(combo.currentText(), QStringLiteral("RGB:10,20,30"));
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("RGB:10,20,30"));
+}
+
+void TestColorComboBox::missingDialogChangesNothing()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    zvrxEntryPoint(kZvRxUnloadModule);
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    combo.setCurrentIndex(kSelectRow);
+    QCOMPARE(combo.currentIndex(), 4);
+    QCOMPARE(spy.size(), 0);
+    zvrxEntryPoint(kZvRxLoadModule);
+    QCOMPARE(currentColor().color(), indexWord(3).color());
+}
+
+void TestColorComboBox::deletedWhileTheDialogRuns()
+{
+    auto *combo = new ZvColorComboBox(true, nullptr);
+    ModalDriver driver;
+    driver.next([&](QDialog *) { delete combo; });
+    combo->currentColorIndexChanged(kSelectRow);
+    QVERIFY(driver.finished());
+}
+
+void TestColorComboBox::noticeBehindTheDialogWritesNothing()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    pickFromDialog(combo, [&](QDialog *dialog) {
+        drawing().setCecolor(colorOf(indexWord(1)));
+        CZvGlobalUIReactorHelp notice;
+        notice.kind = kNoticeCommandEnded;
+        bus().notifyUpdateUI(notice);
+        dialog->reject();
+    });
+    QCOMPARE(currentColor().color(), indexWord(1).color());
+}
+
+// ---- a day at work --------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::journeyThroughTheList()
+{
+    QWidget window;
+    ZvColorComboBox combo(true, &window);
+    combo.resize(160, 30);
+    window.resize(200, 60);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const ZvDbObjectId line = addLine();
+    select({line});
+    // open the list by the mouse, walk it by the keyboard
+    QTest::mouseClick(&combo, Qt::LeftButton);
+    QTRY_VERIFY(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Down);
+    QTest::keyClick(combo.view(), Qt::Key_Down);
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QTRY_VERIFY(!combo.view()->isVisible());
+    QVERIFY(runCommands());
+    QCOMPARE(combo.currentText(), QStringLiteral("红"));
+    QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
+    // a row of the open list by the mouse
+    QTest::mouseClick(&combo, Qt::LeftButton);
+    QTRY_VERIFY(combo.view()->isVisible());
+    const QModelIndex blue = combo.model()->index(6, 0);
+    QTest::mouseMove(combo.view()->viewport(), combo.view()->visualRect(blue).center());
+    QTest::mouseClick(combo.view()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      combo.view()->visualRect(blue).center());
+    QTRY_VERIFY(!combo.view()->isVisible());
+    QVERIFY(runCommands());
+    QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
+    QCOMPARE(colorOfEntity(line).color(), indexWord(5).color());
+    // through the dialog, and back again
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { typeRgbAndAccept(dialog, QStringLiteral("10,20,30")); }),
+             QStringLiteral("RGB:10,20,30"));
+    QCOMPARE(colorOfEntity(line).color(), rgbWord(10, 20, 30).color());
+    QVERIFY(runMacro(L"_.U "));
+    QCOMPARE(colorOfEntity(line).color(), indexWord(5).color());
+    QVERIFY(runMacro(L"_.U "));
+    QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
+}
+
+ZEVA_TEST_MAIN(TestColorComboBox)
+#include "tst_colorcombobox.moc"
