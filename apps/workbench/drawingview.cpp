@@ -781,7 +781,7 @@ void DrawingView::paintAxes(QPainter &painter) const
                          {1, QStringLiteral("Y"), ViewColors::kAxisY},
                          {0, QStringLiteral("X"), ViewColors::kAxisX}};
     constexpr double kLength = 42.0;
-    const QPointF corner(34.0, height() - 34.0);
+    const QPointF corner(62.0, height() - 46.0); // room for an axis that points left
 
     painter.setRenderHint(QPainter::Antialiasing);
     QFont font = painter.font();
