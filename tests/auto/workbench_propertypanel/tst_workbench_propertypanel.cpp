@@ -395,7 +395,7 @@ void tst_workbench_propertypanel::writingColourIsOneStepAndSaved()
     QCOMPARE(valueText(kColor), QStringLiteral("3"));
     QCOMPARE(m_session->selection().size(), std::size_t(2));
     QCOMPARE(colorText(m_session->database().cecolor()), QStringLiteral("ByLayer"));
-    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(&m_session->view()));
+    QCOMPARE(window().focusWidget(), static_cast<QWidget *>(&m_session->view()));
 
     ZvDbFileReport report;
     QCOMPARE(zvDocManagerPtr()->saveDocument(m_session->document(), toZvString(path), report), Zv::eOk);
