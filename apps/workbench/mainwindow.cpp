@@ -2,7 +2,9 @@
 #include "mainwindow.h"
 
 #include "actiontable.h"
+#include "colordialogdemo.h"
 #include "commandline.h"
+#include "controlswindow.h"
 #include "db/zvdbrecords.h"
 #include "documentpage.h"
 #include "exportcommand.h"
@@ -249,12 +251,32 @@ void MainWindow::makeMenus()
             dialogs = menu;
     }
     m_actions[QStringLiteral("presetMenu")]->setMenu(presets);
-    for (const MessageBoxDemo &demo : messageBoxDemos()) {
-        QAction *action = dialogs->addAction(demo.menuText);
+    addDemos(dialogs, messageBoxDemos());
+    dialogs->addSeparator();
+    QMenu *colors = dialogs->addMenu(tr("&Colour Dialog"));
+    colors->setObjectName(QStringLiteral("colorDialogMenu"));
+    addDemos(colors, colorDialogDemos());
+    dialogs->addSeparator();
+    QAction *controls = dialogs->addAction(tr("Co&ntrols..."), this, &MainWindow::showControls);
+    controls->setObjectName(QStringLiteral("controls"));
+}
+
+void MainWindow::addDemos(QMenu *menu, const QVector<DialogDemo> &demos)
+{
+    for (const DialogDemo &demo : demos) {
+        QAction *action = menu->addAction(demo.menuText);
         action->setObjectName(demo.id);
         m_actions.insert(demo.id, action);
         connect(action, &QAction::triggered, this, [this, run = demo.run] { m_commandLine->print(run()); });
     }
+}
+
+void MainWindow::showControls()
+{
+    // Made anew each time: the lists of unhooked controls are filled once.
+    auto *controls = new ControlsWindow(this);
+    controls->setAttribute(Qt::WA_DeleteOnClose);
+    controls->show();
 }
 
 void MainWindow::makeToolBars()

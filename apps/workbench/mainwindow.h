@@ -26,6 +26,7 @@ class QSettings;
 class QStackedWidget;
 class QTabWidget;
 struct ActionSpec;
+struct DialogDemo;
 
 /// The window of the workbench: a tab for each drawing, menus and tool bars, command line, status bar. What it does to
 /// a drawing goes through commands.
@@ -63,6 +64,8 @@ public:
     /// Takes back what was begun last: a window, the running command, the selection.
     void escape();
     void showAbout();
+    /// The window of unhooked controls.
+    void showControls();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -74,6 +77,7 @@ private:
     void makeCommandLine();
     void makeActions();
     void makeMenus();
+    void addDemos(QMenu *menu, const QVector<DialogDemo> &demos);
     void makeToolBars();
     void makeStatusBar();
     QAction *makeAction(const ActionSpec &spec);

@@ -75,9 +75,9 @@ QString checks()
 
 } // namespace
 
-const QVector<MessageBoxDemo> &messageBoxDemos()
+const QVector<DialogDemo> &messageBoxDemos()
 {
-    static const QVector<MessageBoxDemo> demos = {
+    static const QVector<DialogDemo> demos = {
         {QStringLiteral("messageBoxPlain"), text("Message Box: &Fixed Buttons"), plain},
         {QStringLiteral("messageBoxOwnButtons"), text("Message Box: &Own Buttons"), ownButtons},
         {QStringLiteral("messageBoxSelectors"), text("Message Box: &Choice"), selectors},

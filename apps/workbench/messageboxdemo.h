@@ -2,18 +2,9 @@
 #ifndef MESSAGEBOXDEMO_H
 #define MESSAGEBOXDEMO_H
 
-#include <QString>
-#include <QVector>
+#include "dialogdemo.h"
 
-/// The uses of the message box, to be looked at from the menu.
-struct MessageBoxDemo
-{
-    QString id; ///< For object names.
-    QString menuText;
-    /// Runs the box; one line that says what it gave back.
-    QString (*run)();
-};
-
-const QVector<MessageBoxDemo> &messageBoxDemos();
+/// The uses of the message box.
+const QVector<DialogDemo> &messageBoxDemos();
 
 #endif

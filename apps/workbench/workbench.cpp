@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "workbench.h"
 
+#include "colorcommand.h"
 #include "core/zvsystem.h"
 #include "mainwindow.h"
 #include "panels.h"
+#include "propertybar.h"
 #include "updatebushost.h"
 #include "utils/zventityimage.h"
 #include "viewcolors.h"
@@ -21,6 +23,8 @@ Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move
     m_bus = std::make_unique<UpdateBusHost>();
     m_window = std::make_unique<MainWindow>(m_settings.get());
     addPanels(*m_window, *m_bus);
+    m_window->addToolBar(new PropertyBar(m_window.get()));
+    m_color = std::make_unique<ColorCommand>();
     m_window->restoreLayout();
 }
 
@@ -29,6 +33,7 @@ Workbench::~Workbench()
     ZvApDocManager *documents = zvDocManagerPtr();
     while (documents->documentCount() > 0)
         documents->closeDocument(documents->documentAt(0));
+    m_color.reset();
     m_window.reset(); // with all controls
     m_bus.reset();
     zvrxEntryPoint(kZvRxUnloadModule);

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class ColorCommand;
 class MainWindow;
 class QSettings;
 class UpdateBusHost;
@@ -29,6 +30,7 @@ private:
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<UpdateBusHost> m_bus;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ColorCommand> m_color;
 };
 
 #endif
