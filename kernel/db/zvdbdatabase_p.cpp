@@ -184,6 +184,7 @@ void ZvDbDatabasePrivate::clear()
     }
     stubs.clear();
     propertyNumbers.assign(1, 0);
+    erasedBits.clear();
     propertiesTable.clear();
     handles.clear();
     source.reset();

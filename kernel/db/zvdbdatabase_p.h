@@ -112,6 +112,19 @@ public:
         propertyNumbers[index] = propertiesTable.intern(value);
     }
 
+    // ---- erased objects
+    /// The one way in which a block's mark of being erased changes.
+    void setErased(ZvDbStub &stub, bool erased)
+    {
+        stub.set(ZvDbStub::kErased, erased);
+        const std::uint32_t index = ZvDbStubTable::indexOf(&stub);
+        if (index >= erasedBits.size())
+            erasedBits.resize(index + 1);
+        erasedBits[index] = erased;
+    }
+    /// As the block says, without reading it: a scan over many entities stays in the processor's caches.
+    bool isErasedAt(std::uint32_t index) const { return index < erasedBits.size() && erasedBits[index]; }
+
     // ---- changes
     /// Raises the stamps of the object, of the table, dictionary or block that owns it, and of the drawing.
     void touch(std::uint32_t index);
@@ -181,6 +194,8 @@ public:
     ZvDbStubTable stubs;
     /// By position; 0 for what is no entity. Beside the blocks, so that a scan over many entities reads nothing else.
     std::vector<std::uint32_t> propertyNumbers;
+    /// By position, for isErasedAt(); no longer than to the last object that was ever erased.
+    std::vector<bool> erasedBits;
     ZvDbPropertiesTable propertiesTable;
     ZvDbHandleTable handles;
     std::unique_ptr<ZvDbFileSource> source;

@@ -270,7 +270,7 @@ Zv::ErrorStatus ZvDbObject::erase(bool erasing)
     change.kind = ZvDbChange::kErased;
     change.index = index;
     d.undo.note(std::move(change));
-    m_stub->set(ZvDbStub::kErased, erasing);
+    d.setErased(*m_stub, erasing);
     // Erased and brought back within one opening is no change for anybody who listens.
     m_stub->set(ZvDbStub::kEraseChanged, !m_stub->has(ZvDbStub::kEraseChanged));
     d.touch(index);

@@ -146,8 +146,10 @@ private:
 
     bool isReadable(std::uint32_t index) const
     {
-        const ZvDbStub &stub = m_database.stubs[index];
-        return !stub.isErased() && !stub.has(ZvDbStub::kOpenForWrite);
+        if (m_database.isErasedAt(index))
+            return false;
+        // Hardly ever is anything open for write in here; a look at every block would cost most of the time.
+        return m_database.writeCount == 0 || !m_database.stubs[index].has(ZvDbStub::kOpenForWrite);
     }
 
     void takePair(ZvDbObjectId firstId, std::uint32_t first, ZvDbObjectId secondId, std::uint32_t second)

@@ -44,10 +44,10 @@ public:
         switch (change.kind) {
         case ZvDbChange::kCreated:
             notice.created = true;
-            stub.set(ZvDbStub::kErased, !stub.isErased());
+            m_database.setErased(stub, !stub.isErased());
             break;
         case ZvDbChange::kErased:
-            stub.set(ZvDbStub::kErased, !stub.isErased());
+            m_database.setErased(stub, !stub.isErased());
             break;
         case ZvDbChange::kProperties:
             notice.modified = true;
