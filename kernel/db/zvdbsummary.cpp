@@ -105,6 +105,9 @@ public:
         : m_database(database),
           m_ids(ids),
           m_base(std::uint64_t(database.number) << 32),
+          m_numbers(database.propertyNumbers.data()),
+          m_count(database.propertyNumbers.size()),
+          m_allReadable(database.erasedBits.empty() && database.writeCount == 0),
           m_wanted(wanted & Summary::kAllProperties),
           m_summary(summary),
           m_isKnown(database.propertiesTable.end())
@@ -116,14 +119,20 @@ public:
     {
         const std::size_t n = m_ids.size();
         const std::size_t half = (n + 1) / 2;
-        for (std::size_t i = 0; i < half && pending(); ++i) {
+        const char *const isKnown = m_isKnown.data();
+        bool readsAll = (pending() & kStyleProperties) != 0;
+        for (std::size_t i = 0; i < half; ++i) {
             const std::size_t j = n - 1 - i;
             std::uint32_t first = 0;
             std::uint32_t second = 0;
             if (!readNumber(m_ids[i], first) || (j != i && !readNumber(m_ids[j], second)))
                 return false;
-            if (!m_isKnown[first] || !m_isKnown[second] || (pending() & kStyleProperties))
-                takePair(m_ids[i], first, m_ids[j], second);
+            if (isKnown[first] && isKnown[second] && !readsAll)
+                continue; // nearly always: nothing else is read then
+            takePair(m_ids[i], first, m_ids[j], second);
+            if (!pending())
+                return true;
+            readsAll = (pending() & kStyleProperties) != 0;
         }
         return true;
     }
@@ -136,10 +145,10 @@ private:
     bool readNumber(ZvDbObjectId id, std::uint32_t &number) const
     {
         const std::uint64_t index = id.asInt64() - m_base;
-        if (index >= m_database.propertyNumbers.size())
+        if (index >= m_count)
             return index <= 0xFFFFFFFF;
-        number = m_database.propertyNumbers[std::size_t(index)];
-        if (number && !isReadable(std::uint32_t(index)))
+        number = m_numbers[index];
+        if (!m_allReadable && number && !isReadable(std::uint32_t(index)))
             number = 0;
         return true;
     }
@@ -246,6 +255,9 @@ private:
     ZvDbDatabasePrivate &m_database;
     const std::vector<ZvDbObjectId> &m_ids;
     const std::uint64_t m_base; // first id of the database
+    const std::uint32_t *const m_numbers; // by position
+    const std::size_t m_count;
+    const bool m_allReadable; // nothing was ever erased, and nothing is open for write
     const unsigned m_wanted;
     Summary &m_summary;
     std::vector<char> m_isKnown; // combinations that were compared, by number
@@ -257,7 +269,7 @@ private:
 bool zvdbSummarizeEntities(const std::vector<ZvDbObjectId> &ids, unsigned wanted, ZvDbEntitySummary &summary)
 {
     summary = ZvDbEntitySummary();
-    if (ids.empty())
+    if (ids.empty() || !(wanted & ZvDbEntitySummary::kAllProperties))
         return true;
     ZvDbDatabasePrivate *database = ZvDbDatabasePrivate::of(ids.front());
     if (!database || !Summarizer(*database, ids, wanted, summary).run()) {
