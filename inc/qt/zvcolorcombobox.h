@@ -17,6 +17,8 @@
 
 #include <cstdint>
 
+class ZvApDocument;
+
 /// What a row of the colour list is.
 enum ZvColorItemType : std::int32_t {
     kColorItemPlain = 0, ///< an index colour, a true colour, or none
@@ -151,6 +153,7 @@ private:
     enum class Found { kNo, kByValue, kByIndex };
 
     void setUp();
+    void addFixedRows(const ZvApDocument &document, const unsigned int *palette, const ZvDbObjectId &layerId);
     void addRow(int index, const ColorData &data);
     ColorData rowAt(int index) const;
     void takePick(const ColorData &data);

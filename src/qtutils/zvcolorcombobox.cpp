@@ -13,7 +13,9 @@
 
 #include <QMessageBox>
 #include <QPointer>
+#include <QStandardItemModel>
 #include <QStyledItemDelegate>
+#include <QVector>
 
 namespace {
 
@@ -257,34 +259,12 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
         clear();
         if (const ZvApDocument *document = zvCurrentDocument()) {
             const unsigned int *palette = zvsiutCurPalette();
-            const auto addFormatted = [this, palette](const ZvCmEntityColor &row, const ZvDbObjectId &layer = {}) {
-                addRow(count(), formatColor(row, palette, layer));
-            };
             m_hasSelectItem = false;
             m_paletteStamp = palette[0];
-
-            const ZvDbDatabase *drawing = document->database();
-            if (m_viewStyle & kColorViewUseCurrent && drawing) {
-                // The picture of the current colour, but no colour: the caller leaves what he has.
-                ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
-                current.name = QStringLiteral("使用当前项");
-                current.entityColor = plainColor(ZvCm::kNone);
-                addRow(count(), current);
-            }
-            if (m_viewStyle & kColorViewNone)
-                addFormatted(plainColor(ZvCm::kNone));
-            if (m_viewStyle & kColorViewByLayerBlock) {
-                addFormatted(plainColor(ZvCm::kByLayer), layerId);
-                addFormatted(plainColor(ZvCm::kByBlock));
-            }
-            for (int index = 1; index <= kBasicColors; ++index) {
-                ZvCmEntityColor basic;
-                basic.setColorIndex(std::uint16_t(index));
-                addFormatted(basic);
-            }
+            addFixedRows(*document, palette, layerId);
             subInit();
             if (addColor && hasCurrentPalette()) {
-                addFormatted(color.entityColor());
+                addRow(count(), formatColor(color.entityColor(), palette, ZvDbObjectId()));
                 setCurrentIndex(count() - 1);
             }
             if (m_viewStyle & kColorViewSelect)
@@ -294,6 +274,47 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
     const QVariant current = currentData();
     if (current.canConvert<ColorData>())
         m_shownColor = current.value<ColorData>().color;
+}
+
+void ZvColorComboBox::addFixedRows(const ZvApDocument &document, const unsigned int *palette,
+                                   const ZvDbObjectId &layerId)
+{
+    QVector<ColorData> rows;
+    rows.reserve(kBasicColors + 4);
+    const ZvDbDatabase *drawing = document.database();
+    if (m_viewStyle & kColorViewUseCurrent && drawing) {
+        // The picture of the current colour, but no colour: the caller leaves what he has.
+        ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
+        current.name = QStringLiteral("使用当前项");
+        current.entityColor = plainColor(ZvCm::kNone);
+        rows << current;
+    }
+    if (m_viewStyle & kColorViewNone)
+        rows << formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId());
+    if (m_viewStyle & kColorViewByLayerBlock) {
+        rows << formatColor(plainColor(ZvCm::kByLayer), palette, layerId);
+        rows << formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId());
+    }
+    for (int index = 1; index <= kBasicColors; ++index) {
+        ZvCmEntityColor basic;
+        basic.setColorIndex(std::uint16_t(index));
+        rows << formatColor(basic, palette, ZvDbObjectId());
+    }
+
+    auto *items = qobject_cast<QStandardItemModel *>(model());
+    if (!items) { // a caller has set one of his own
+        for (const ColorData &data : qAsConst(rows))
+            addRow(count(), data);
+        return;
+    }
+    // All at once: combo and view hear of one change and not of one a row.
+    QList<QStandardItem *> added;
+    for (const ColorData &data : qAsConst(rows)) {
+        auto *item = new QStandardItem(zvColorSwatch(data.color, m_swatchSize), data.name);
+        item->setData(QVariant::fromValue(data), Qt::UserRole);
+        added << item;
+    }
+    items->invisibleRootItem()->appendRows(added);
 }
 
 void ZvColorComboBox::subInit()

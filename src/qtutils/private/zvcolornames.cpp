@@ -5,14 +5,21 @@ namespace {
 
 constexpr int kFirst = 1;
 constexpr int kCount = 7;
-constexpr const char *kNames[kCount] = {"红", "黄", "绿", "青", "蓝", "洋红", "白"};
+
+const QString &nameAt(int position)
+{
+    static const QString names[kCount]
+        = {QStringLiteral("红"), QStringLiteral("黄"),   QStringLiteral("绿"), QStringLiteral("青"),
+           QStringLiteral("蓝"), QStringLiteral("洋红"), QStringLiteral("白")};
+    return names[position];
+}
 
 } // namespace
 
 QString zvColorName(int index)
 {
     const bool hasName = index >= kFirst && index < kFirst + kCount;
-    return hasName ? QString::fromUtf8(kNames[index - kFirst]) : QString();
+    return hasName ? nameAt(index - kFirst) : QString();
 }
 
 int zvColorOfName(const QString &name)
