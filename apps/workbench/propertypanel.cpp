@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPainter>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
@@ -137,7 +138,9 @@ PropertyPanel::PropertyPanel(UpdateBusHost &bus, WorkbenchHost &host, QWidget *p
     m_tree->setUniformRowHeights(true);
     m_tree->setMouseTracking(true);
     m_tree->setIndentation(16);
-    m_tree->setEditTriggers(QAbstractItemView::EditKeyPressed);
+    // Whatever column is current, the value is edited: by a click on it, by Enter, by F2.
+    m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_tree->setExpandsOnDoubleClick(false);
     m_tree->header()->setSectionsMovable(false);
     m_tree->header()->resizeSection(kLabel, 26 * fontMetrics().averageCharWidth());
     m_tree->setItemDelegate(new ValueDelegate(m_rows, m_tree));
@@ -162,6 +165,12 @@ PropertyPanel::PropertyPanel(UpdateBusHost &bus, WorkbenchHost &host, QWidget *p
     connect(m_tree, &QTreeWidget::itemExpanded, this, &PropertyPanel::unfold);
     connect(m_tree, &QTreeWidget::itemClicked, this, &PropertyPanel::activate);
     connect(m_tree, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) { activate(item, kValue); });
+    auto *editKey = new QShortcut(Qt::Key_F2, m_tree, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(editKey, &QShortcut::activated, this, [this] {
+        QTreeWidgetItem *item = m_tree->currentItem();
+        if (item && !item->parent())
+            m_tree->editItem(item, kValue);
+    });
     // The bus is silent about the last document's end.
     connect(&m_events, &KernelEvents::documentDestroyed, this, [this] {
         if (m_onBus)

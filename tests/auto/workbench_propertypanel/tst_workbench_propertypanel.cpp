@@ -71,6 +71,8 @@ private Q_SLOTS:
     void aTypedColourIsWritten();
     void textsThatAreNoColourAreNotWritten_data();
     void textsThatAreNoColourAreNotWritten();
+    void theKeyboardEditsToo_data();
+    void theKeyboardEditsToo();
     void escapeWritesNothing();
     void theSameValueIsNotWrittenAgain();
     void lockedLayersAreReported();
@@ -569,6 +571,32 @@ void tst_workbench_propertypanel::textsThatAreNoColourAreNotWritten()
     waitForIdle();
     QCOMPARE(colorOf(m_wall), QStringLiteral("ByLayer"));
     QVERIFY(!m_session->database().canUndo());
+}
+
+void tst_workbench_propertypanel::theKeyboardEditsToo_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("F2") << int(Qt::Key_F2);
+}
+
+void tst_workbench_propertypanel::theKeyboardEditsToo()
+{
+    QFETCH(int, key);
+    makeTwoLayers();
+    select({m_wall});
+    window().activateWindow();
+    tree().setFocus();
+    tree().setCurrentItem(tree().topLevelItem(kLayer)); // in the first column
+    QTest::keyClick(&tree(), Qt::Key(key));
+    auto *editor = tree().findChild<QComboBox *>(QStringLiteral("propertyEditor"));
+    QVERIFY(editor);
+    QCOMPARE(editor->currentText(), QStringLiteral("walls"));
+    QTRY_VERIFY(editor->view()->isVisible());
+    editor->view()->setCurrentIndex(editor->model()->index(editor->findText(QStringLiteral("doors")), 0));
+    QTest::keyClick(editor->view(), Qt::Key_Return);
+    waitForIdle();
+    QCOMPARE(valueText(kLayer), QStringLiteral("doors"));
 }
 
 void tst_workbench_propertypanel::escapeWritesNothing()
