@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -239,6 +240,7 @@ private Q_SLOTS:
 
     // a day at work
     void journeyThroughTheList();
+    void pickedColoursAreInTheSavedFile();
 
 private:
     QString pickFromDialog(ZvColorComboBox &combo, const ModalDriver::Action &act);
@@ -1681,6 +1683,34 @@ void TestColorComboBox::journeyThroughTheList()
     QCOMPARE(colorOfEntity(line).color(), indexWord(5).color());
     QVERIFY(runMacro(L"_.U "));
     QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
+}
+
+void TestColorComboBox::pickedColoursAreInTheSavedFile()
+{
+    const QTemporaryDir folder;
+    const ZvString path((folder.path() + QStringLiteral("/colours.dxf")).toUtf8().constData());
+    {
+        ZvColorComboBox combo(true, nullptr);
+        const ZvDbObjectId line = addLine();
+        select({line});
+        QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { typeRgbAndAccept(dialog, QStringLiteral("10,20,30")); }),
+                 QStringLiteral("RGB:10,20,30"));
+        select({});
+        combo.setCurrentIndex(6);
+        QVERIFY(runCommands());
+        ZvDbFileReport report;
+        QCOMPARE(zvDocManagerPtr()->saveDocument(document(), path, report), Zv::eOk);
+    }
+    zvDocManagerPtr()->closeDocument(document());
+    ZvDbFileReport report;
+    QVERIFY(zvDocManagerPtr()->openDocument(path, report));
+    bus().enableUpdateUI(true);
+    QCOMPARE(currentColor().color(), indexWord(5).color());
+    ZvColorComboBox combo(true, nullptr);
+    runMacro(L"_.REGEN ");
+    QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
+    QVERIFY(runMacro(L"_.SELECT _ALL "));
+    QTRY_COMPARE(combo.currentText(), QStringLiteral("RGB:10,20,30"));
 }
 
 ZEVA_TEST_MAIN(TestColorComboBox)
