@@ -19,6 +19,7 @@
 namespace {
 
 constexpr int kFewestRows = 7; // to be seen at once, the header included
+constexpr int kFewestChanges = 32; // average characters of the last column
 
 struct ColumnSpec
 {
@@ -214,6 +215,8 @@ BusMonitor::BusMonitor(UpdateBusHost &bus, QWidget *parent)
     const int character = fontMetrics().averageCharWidth();
     for (int column = 0; column < BusNoticeModel::kChanges; ++column)
         header->resizeSection(column, kColumns[column].width * character + 8);
+    // A dock beside others gets no more than it insists on.
+    m_table->setMinimumWidth(header->sectionPosition(BusNoticeModel::kChanges) + kFewestChanges * character);
 
     auto *bar = new QToolBar;
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);

@@ -11,13 +11,8 @@
 
 namespace {
 
-// Pixels in a window of the usual size; the monitor stands beside the command line.
-constexpr int kPropertiesWidth = 320;
-constexpr int kCommandsWidth = 400;
-constexpr int kMonitorWidth = 880;
-
-QDockWidget *addPanel(MainWindow &window, QWidget *panel, const QString &title, Qt::DockWidgetArea area,
-                      const QKeySequence &shortcut)
+void addPanel(MainWindow &window, QWidget *panel, const QString &title, Qt::DockWidgetArea area,
+              const QKeySequence &shortcut)
 {
     auto *dock = new QDockWidget(title, &window);
     dock->setObjectName(panel->objectName() + QLatin1String("Dock"));
@@ -28,19 +23,14 @@ QDockWidget *addPanel(MainWindow &window, QWidget *panel, const QString &title, 
     QAction *toggle = dock->toggleViewAction();
     toggle->setShortcut(shortcut);
     window.addAction(toggle);
-    return dock;
 }
 
 } // namespace
 
 void addPanels(MainWindow &window, UpdateBusHost &bus)
 {
-    QDockWidget *properties
-        = addPanel(window, new PropertyPanel(bus, *window.host()), QCoreApplication::translate("Panels", "Properties"),
-                   Qt::RightDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_1));
-    QDockWidget *monitor = addPanel(window, new BusMonitor(bus), QCoreApplication::translate("Panels", "Bus Monitor"),
-                                    Qt::BottomDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_2));
-    window.resizeDocks({properties}, {kPropertiesWidth}, Qt::Horizontal);
-    if (auto *commands = window.findChild<QDockWidget *>(QStringLiteral("commandLineDock")))
-        window.resizeDocks({commands, monitor}, {kCommandsWidth, kMonitorWidth}, Qt::Horizontal);
+    addPanel(window, new PropertyPanel(bus, *window.host()), QCoreApplication::translate("Panels", "Properties"),
+             Qt::RightDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_1));
+    addPanel(window, new BusMonitor(bus), QCoreApplication::translate("Panels", "Bus Monitor"),
+             Qt::BottomDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_2));
 }

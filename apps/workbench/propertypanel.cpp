@@ -184,6 +184,11 @@ PropertyPanel::~PropertyPanel()
     leaveBus();
 }
 
+QSize PropertyPanel::sizeHint() const
+{
+    return {320, 420};
+}
+
 void PropertyPanel::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);

@@ -31,6 +31,8 @@ public:
     const QVector<PropertyRow *> &rows() const { return m_rows; }
     QTreeWidget *tree() const { return m_tree; }
 
+    QSize sizeHint() const override;
+
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
