@@ -15,7 +15,6 @@
 #include <QPointer>
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
-#include <QVector>
 
 namespace {
 
@@ -279,42 +278,40 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
 void ZvColorComboBox::addFixedRows(const ZvApDocument &document, const unsigned int *palette,
                                    const ZvDbObjectId &layerId)
 {
-    QVector<ColorData> rows;
-    rows.reserve(kBasicColors + 4);
+    // All at once: combo and view hear of one change and not of one a row.
+    auto *items = qobject_cast<QStandardItemModel *>(model());
+    QList<QStandardItem *> added;
+    const auto add = [this, items, &added](const ColorData &data) {
+        if (!items) { // a caller has set a model of his own
+            addRow(count(), data);
+            return;
+        }
+        auto *item = new QStandardItem(zvColorSwatch(data.color, m_swatchSize), data.name);
+        item->setData(QVariant::fromValue(data), Qt::UserRole);
+        added << item;
+    };
+
     const ZvDbDatabase *drawing = document.database();
     if (m_viewStyle & kColorViewUseCurrent && drawing) {
         // The picture of the current colour, but no colour: the caller leaves what he has.
         ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
         current.name = QStringLiteral("使用当前项");
         current.entityColor = plainColor(ZvCm::kNone);
-        rows << current;
+        add(current);
     }
     if (m_viewStyle & kColorViewNone)
-        rows << formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId());
+        add(formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId()));
     if (m_viewStyle & kColorViewByLayerBlock) {
-        rows << formatColor(plainColor(ZvCm::kByLayer), palette, layerId);
-        rows << formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId());
+        add(formatColor(plainColor(ZvCm::kByLayer), palette, layerId));
+        add(formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId()));
     }
     for (int index = 1; index <= kBasicColors; ++index) {
         ZvCmEntityColor basic;
         basic.setColorIndex(std::uint16_t(index));
-        rows << formatColor(basic, palette, ZvDbObjectId());
+        add(formatColor(basic, palette, ZvDbObjectId()));
     }
-
-    auto *items = qobject_cast<QStandardItemModel *>(model());
-    if (!items) { // a caller has set one of his own
-        for (const ColorData &data : qAsConst(rows))
-            addRow(count(), data);
-        return;
-    }
-    // All at once: combo and view hear of one change and not of one a row.
-    QList<QStandardItem *> added;
-    for (const ColorData &data : qAsConst(rows)) {
-        auto *item = new QStandardItem(zvColorSwatch(data.color, m_swatchSize), data.name);
-        item->setData(QVariant::fromValue(data), Qt::UserRole);
-        added << item;
-    }
-    items->invisibleRootItem()->appendRows(added);
+    if (items)
+        items->invisibleRootItem()->appendRows(added);
 }
 
 void ZvColorComboBox::subInit()
