@@ -57,6 +57,7 @@ bool ZvDbDatabase::isModified() const
 void ZvDbDatabase::setModified(bool modified)
 {
     d->modified = modified;
+    d->undo.setSaved(!modified);
 }
 
 void ZvDbDatabase::addReactor(ZvDbDatabaseReactor *reactor)

@@ -209,9 +209,9 @@ void ZvDbDatabasePrivate::contentLoaded()
     modelSpace = recordId("BLOCK_RECORD", L"*Model_Space").index();
     readDictionaryVariables();
     settleSettings();
-    undo.clear();
     touchDatabase();
     modified = false;
+    undo.clear();
 }
 
 // ---- changes and notices

@@ -265,7 +265,14 @@ void ZvDbUndo::abortFrame()
     Exchange exchange(m_database);
     for (auto it = changes.rbegin(); it != changes.rend(); ++it)
         exchange.apply(*it);
+    settleModified();
     exchange.deliver();
+}
+
+void ZvDbUndo::settleModified()
+{
+    if (isAsSaved())
+        m_database.modified = false;
 }
 
 int ZvDbUndo::frameDepth() const
@@ -287,7 +294,11 @@ void ZvDbUndo::commit()
     if (step.changes.empty())
         return;
     m_undone.clear();
+    if (m_savedSteps > std::ptrdiff_t(m_done.size()))
+        m_savedSteps = kNowhere; // it lay among the steps that can no longer be redone
     if (!m_mergeKey.isEmpty() && !m_done.empty() && m_done.back().mergeKey == m_mergeKey) {
+        if (isAsSaved())
+            m_savedSteps = kNowhere; // the saved state lies inside the joined step now
         std::vector<ZvDbChange> &changes = m_done.back().changes;
         changes.insert(changes.end(), std::make_move_iterator(step.changes.begin()),
                        std::make_move_iterator(step.changes.end()));
@@ -318,6 +329,7 @@ bool ZvDbUndo::undo()
     for (auto it = step.changes.rbegin(); it != step.changes.rend(); ++it)
         exchange.apply(*it);
     m_undone.push_back(std::move(step));
+    settleModified();
     exchange.deliver();
     return true;
 }
@@ -333,6 +345,7 @@ bool ZvDbUndo::redo()
     for (ZvDbChange &change : step.changes)
         exchange.apply(change);
     m_done.push_back(std::move(step));
+    settleModified();
     exchange.deliver();
     return true;
 }
@@ -341,4 +354,5 @@ void ZvDbUndo::clear()
 {
     m_done.clear();
     m_undone.clear();
+    m_savedSteps = m_database.modified ? kNowhere : 0;
 }

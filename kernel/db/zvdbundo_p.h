@@ -97,6 +97,10 @@ public:
     bool undo();
     bool redo();
     void clear();
+    /// The drawing is now as its file has it, or no step leads back there.
+    void setSaved(bool saved) { m_savedSteps = saved ? std::ptrdiff_t(m_done.size()) : kNowhere; }
+    /// Whether all that was done since the drawing was saved is undone again.
+    bool isAsSaved() const { return m_savedSteps == std::ptrdiff_t(m_done.size()) && m_current.changes.empty(); }
 
     /// While not zero, nothing goes on record and nobody is told: the drawing puts itself in order for a file.
     int suspended = 0;
@@ -119,6 +123,7 @@ private:
     void push(Level::Kind kind, const ZvString &name);
     void pop();
     void commit();
+    void settleModified();
 
     ZvDbDatabasePrivate &m_database;
     std::vector<Level> m_levels;
@@ -126,6 +131,8 @@ private:
     std::vector<Step> m_done;
     std::vector<Step> m_undone;
     ZvString m_mergeKey;
+    static constexpr std::ptrdiff_t kNowhere = -1;
+    std::ptrdiff_t m_savedSteps = 0; // steps that are done in the drawing as it was saved
     std::uint32_t m_serial = 1;
 };
 

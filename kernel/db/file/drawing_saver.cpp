@@ -1069,6 +1069,6 @@ Zv::ErrorStatus zvdbSaveDrawing(ZvDbDatabasePrivate &database, const std::string
         return report.status;
     }
     warnings.finish(nullptr);
-    database.modified = false;
+    database.q.setModified(false);
     return Zv::eOk;
 }

@@ -387,3 +387,26 @@ TEST_F(CoreTest, openingAWrongFileReportsAndGoesOn)
     EXPECT_FALSE(host.reports[0].empty());
     EXPECT_EQ(zvDocManagerPtr()->documentCount(), 1);
 }
+
+TEST_F(CoreTest, whatIsUndoneToTheSavedStateIsNotModified)
+{
+    EXPECT_FALSE(document->isModified());
+    run("_.LINE 0,0 1,1 ;");
+    EXPECT_TRUE(document->isModified());
+    run("_.UNDO");
+    EXPECT_FALSE(document->isModified());
+    run("_.REDO");
+    EXPECT_TRUE(document->isModified());
+    database->setModified(false); // saved with the line
+    run("_.UNDO");
+    EXPECT_TRUE(document->isModified());
+    run("_.CIRCLE 0,0 5"); // the saved state can no longer be reached
+    run("_.UNDO");
+    EXPECT_TRUE(document->isModified());
+}
+
+TEST_F(CoreTest, aFailedCommandLeavesNoMark)
+{
+    EXPECT_NE(run("_.CIRCLE 1,2 0"), "");
+    EXPECT_FALSE(document->isModified());
+}
