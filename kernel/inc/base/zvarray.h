@@ -56,7 +56,7 @@ public:
     }
     ~ZvArray()
     {
-        setLogicalLength(0);
+        destroyFrom(0);
         A::free(m_elements);
     }
 
@@ -97,7 +97,7 @@ public:
     {
         T copy(value); // the value may be one of ours, and move with the growth
         if (m_length == m_room)
-            setPhysicalLength(m_room + std::max(m_grow, m_room / 2));
+            setPhysicalLength(m_room + std::max({m_grow, m_room / 2, 1}));
         for (int i = m_length; i > position; --i)
             A::move(m_elements + i, m_elements + i - 1);
         new (static_cast<void *>(m_elements + position)) T(std::move(copy));
@@ -136,15 +136,14 @@ public:
         return -1;
     }
     bool contains(const T &value) const { return find(value) >= 0; }
-    void clear() { setLogicalLength(0); }
+    void clear() { destroyFrom(0); }
 
     /// New elements are value-initialised; elements past the length are destroyed from the last to the first.
     void setLogicalLength(int length)
     {
         if (length > m_room)
             setPhysicalLength(length);
-        for (; m_length > length; --m_length)
-            A::destroy(m_elements + m_length - 1);
+        destroyFrom(length);
         for (; m_length < length; ++m_length)
             A::construct(m_elements + m_length);
     }
@@ -170,6 +169,11 @@ public:
     }
 
 private:
+    void destroyFrom(int length)
+    {
+        for (; m_length > length; --m_length)
+            A::destroy(m_elements + m_length - 1);
+    }
     T &outOfRange()
     {
         ZvAssert("this->isValid(i)", __FILE__, __LINE__);
