@@ -68,7 +68,10 @@ int main(int argc, char *argv[])
     Workbench workbench(settingsFor(options));
     MainWindow &window = workbench.window();
     window.host()->setInteractive(!options.quit);
-    window.show();
+    // A run that only converts or reports has nothing to show, and draws no view on its way.
+    const bool showsNothing = options.quit && options.grabFile.isEmpty() && options.steps.isEmpty();
+    if (!showsNothing)
+        window.show();
 
     StartupSteps steps(window, options);
     QTimer::singleShot(0, &window, [&] {
