@@ -2,6 +2,8 @@
 // Reading a drawing file of 100 MB through the tag store, beside the least that any reader must do: find the line ends
 // and read the group codes. Each repetition times both and reports "ratio", ours to the bare scan; take the median.
 // "memory" is the highest use of memory while loading, in file sizes.
+#include "line_pair_scan.h"
+
 #include "dxf_number.h"
 #include "dxf_store.h"
 #include "dxf_writer.h"
@@ -84,31 +86,6 @@ const std::string &drawing()
         return output.bytes();
     }();
     return bytes;
-}
-
-/*! The baseline: pairs of lines, the first of each a number. Returns something that depends on all of it. */
-std::size_t scanLinePairs(const char *bytes, std::size_t size)
-{
-    const char *p = bytes;
-    const char *const end = bytes + size;
-    std::size_t sum = 0;
-    while (p < end) {
-        const char *const codeEnd = static_cast<const char *>(std::memchr(p, '\n', std::size_t(end - p)));
-        if (!codeEnd)
-            break;
-        int code = 0;
-        for (; p < codeEnd; ++p) {
-            if (*p >= '0' && *p <= '9')
-                code = code * 10 + (*p - '0');
-        }
-        const char *const value = codeEnd + 1;
-        const char *const valueEnd = static_cast<const char *>(std::memchr(value, '\n', std::size_t(end - value)));
-        if (!valueEnd)
-            break;
-        sum += std::size_t(code) + std::size_t(valueEnd - value);
-        p = valueEnd + 1;
-    }
-    return sum;
 }
 
 class Silent : public Visitor

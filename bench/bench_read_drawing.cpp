@@ -3,6 +3,8 @@
 // group codes. Each repetition times both and reports "ratio", ours to the bare scan; take the median. "memory" is the
 // highest use of memory while opening, in file sizes; "us_per_entity" is what an entity costs beside the bare scan of
 // its lines; "decode_us" is what the first opening of an entity costs.
+#include "line_pair_scan.h"
+
 #include "db/zvdbdatabase.h"
 #include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
@@ -21,31 +23,6 @@
 namespace {
 
 constexpr int repetitions = 5;
-
-/// The baseline: pairs of lines, the first of each a number. Returns something that depends on all of it.
-std::size_t scanLinePairs(const char *bytes, std::size_t size)
-{
-    const char *p = bytes;
-    const char *const end = bytes + size;
-    std::size_t sum = 0;
-    while (p < end) {
-        const char *const codeEnd = static_cast<const char *>(std::memchr(p, '\n', std::size_t(end - p)));
-        if (!codeEnd)
-            break;
-        int code = 0;
-        for (; p < codeEnd; ++p) {
-            if (*p >= '0' && *p <= '9')
-                code = code * 10 + (*p - '0');
-        }
-        const char *const value = codeEnd + 1;
-        const char *const valueEnd = static_cast<const char *>(std::memchr(value, '\n', std::size_t(end - value)));
-        if (!valueEnd)
-            break;
-        sum += std::size_t(code) + std::size_t(valueEnd - value);
-        p = valueEnd + 1;
-    }
-    return sum;
-}
 
 template <class Work> double secondsOf(Work work)
 {

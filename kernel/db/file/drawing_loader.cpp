@@ -86,6 +86,8 @@ public:
 
 private:
     void tableRecord(const RecordView &record);
+    /// Lets references by name find a record of a table.
+    void noteName(int kind, const ZvString &name, std::uint32_t index);
     void blockRecord(const RecordView &record);
     void entityRecord(const RecordView &record);
     void objectRecord(const RecordView &record);
@@ -206,6 +208,30 @@ std::uint32_t DrawingLoader::tableObject(int kind, std::uint64_t handle, const R
     return d.tables[kind];
 }
 
+void DrawingLoader::noteName(int kind, const ZvString &name, std::uint32_t index)
+{
+    switch (kind) {
+    case kLayerTable:
+        m_file.names(ZvDbFiler::kLayers).emplace(name, index);
+        break;
+    case kLinetypeTable:
+        m_file.names(ZvDbFiler::kLinetypes).emplace(name, index);
+        break;
+    case kTextStyleTable:
+        m_file.names(ZvDbFiler::kTextStyles).emplace(name, index);
+        break;
+    case kDimStyleTable:
+        m_file.names(ZvDbFiler::kDimStyles).emplace(name, index);
+        break;
+    case kBlockTable:
+        m_file.names(ZvDbFiler::kBlocks).emplace(name, index);
+        m_blocks.push_back(index);
+        break;
+    default:
+        break;
+    }
+}
+
 std::uint32_t DrawingLoader::impliedRecord(int kind, const ZvString &name)
 {
     ZvDbSymbolTableRecord *record = nullptr;
@@ -240,26 +266,7 @@ std::uint32_t DrawingLoader::impliedRecord(int kind, const ZvString &name)
     ZvDbObjectAccess::setName(*record, name);
     const std::uint32_t index = addImplied(record, tableObject(kind, 0, nullptr));
     ZvDbObjectAccess::addToTable(*d.table(ZvDbTableKind(kind)), name, index);
-    switch (kind) {
-    case kLinetypeTable:
-        m_file.names(ZvDbFiler::kLinetypes).emplace(name, index);
-        break;
-    case kLayerTable:
-        m_file.names(ZvDbFiler::kLayers).emplace(name, index);
-        break;
-    case kTextStyleTable:
-        m_file.names(ZvDbFiler::kTextStyles).emplace(name, index);
-        break;
-    case kDimStyleTable:
-        m_file.names(ZvDbFiler::kDimStyles).emplace(name, index);
-        break;
-    case kBlockTable:
-        m_file.names(ZvDbFiler::kBlocks).emplace(name, index);
-        m_blocks.push_back(index);
-        break;
-    default:
-        break;
-    }
+    noteName(kind, name, index);
     return index;
 }
 
@@ -394,27 +401,9 @@ void DrawingLoader::tableRecord(const RecordView &record)
     const std::uint32_t index = add(m_classes.numberOfFileName(type, m_proxyObject), head.handle, table, record);
     ZvDbObjectAccess::addToTable(
         entries, kind == kBlockTable && zvdbSpaceOfBlock(name) >= 0 ? ZvString(L"*") + name.mid(1) : name, index);
-    switch (kind) {
-    case kLayerTable:
-        m_file.names(ZvDbFiler::kLayers).emplace(name, index);
-        break;
-    case kLinetypeTable:
-        m_file.names(ZvDbFiler::kLinetypes).emplace(name, index);
-        break;
-    case kTextStyleTable:
-        m_file.names(ZvDbFiler::kTextStyles).emplace(name, index);
-        break;
-    case kDimStyleTable:
-        m_file.names(ZvDbFiler::kDimStyles).emplace(name, index);
-        break;
-    case kBlockTable:
-        m_file.names(ZvDbFiler::kBlocks).emplace(name, index);
-        m_blocks.push_back(index);
+    noteName(kind, name, index);
+    if (kind == kBlockTable)
         ZvDbObjectAccess::make(d, index); // its entities are told to it as they come
-        break;
-    default:
-        break;
-    }
 }
 
 // ---- blocks and entities
