@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "zvqtlinetypeservice.h"
+
+ZvQtLinetypeService::~ZvQtLinetypeService() = default;
