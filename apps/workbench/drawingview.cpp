@@ -4,13 +4,13 @@
 #include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
+#include "paperspace.h"
 #include "textforms.h"
 #include "viewcolors.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -25,45 +25,12 @@ constexpr int kBurst = 700; // milliseconds within which steps of the wheel join
 constexpr int kDragDistance = 4; // logical pixels from a click to a drag
 constexpr std::size_t kPreviousViews = 50;
 constexpr double kWheelStep = 1.25;
-constexpr int kCrosshairArm = 46; // logical pixels
 constexpr std::size_t kSelectedAtATime = 200; // entities between two looks at the clock
-
-bool isViewport(ZvDbObjectId id)
-{
-    const ZvRxClass *kind = id.objectClass();
-    return kind && kind->isDerivedFrom(ZvDbViewport::desc());
-}
-
-/// Border of a viewport in paper units; empty for the one that stands for the paper itself.
-QRectF borderOf(ZvDbObjectId id)
-{
-    const ZvDbObjectPointer<ZvDbViewport> viewport(id, ZvDb::kForRead);
-    if (!viewport || viewport->number() == 1)
-        return QRectF();
-    const ZvGePoint3d center = viewport->centerPoint();
-    return QRectF(center.x - viewport->width() / 2, center.y - viewport->height() / 2, viewport->width(),
-                  viewport->height());
-}
-
-/// A viewport is taken by its border: what is seen through it belongs to another space.
-bool takesViewport(ZvDbObjectId id, const QRectF &window, bool crossing)
-{
-    const QRectF border = borderOf(id);
-    if (border.isEmpty())
-        return false;
-    return crossing ? border.intersects(window) && !border.contains(window) : window.contains(border);
-}
-
-QRectF toWidgetRect(const ViewCamera &camera, const QRectF &display)
-{
-    return QRectF(camera.toWidget(ZvGePoint2d(display.left(), display.bottom())),
-                  camera.toWidget(ZvGePoint2d(display.right(), display.top())));
-}
 
 /// As a highlighted entity, in device pixels.
 void drawBorder(QPainter &painter, unsigned color, const ViewCamera &camera, double pixelRatio, const QRectF &border)
 {
-    const QRectF rect = toWidgetRect(camera, border);
+    const QRectF rect = camera.toWidget(border);
     painter.setPen(QPen(QColor(int(color & 0xFF), int(color >> 8 & 0xFF), int(color >> 16 & 0xFF)), 2.0 * pixelRatio,
                         Qt::DashLine));
     painter.drawRect(QRectF(rect.topLeft() * pixelRatio, rect.size() * pixelRatio));
@@ -82,7 +49,7 @@ int drawListSlice(ZvGiRenderer &renderer, const ZvGiRenderer::Options &options, 
         std::vector<ZvDbObjectId> some;
         for (; next < end; ++next) {
             if (isViewport(ids[next]))
-                drawBorder(painter, options.highlightColor, camera, pixelRatio, borderOf(ids[next]));
+                drawBorder(painter, options.highlightColor, camera, pixelRatio, viewportBorder(ids[next]));
             else
                 some.push_back(ids[next]);
         }
@@ -91,22 +58,6 @@ int drawListSlice(ZvGiRenderer &renderer, const ZvGiRenderer::Options &options, 
             return int(next);
     }
     return -1;
-}
-
-/// Paper of a layout in its own drawing units; empty for model space and where the layout names none.
-QRectF paperOf(const ZvDbDatabase &database, QRectF *printable = nullptr)
-{
-    ZvDbObjectPointer<ZvDbLayout> layout(database.currentLayoutId(), ZvDb::kForRead);
-    if (!layout || layout->isModelType())
-        return QRectF();
-    const double unit = layout->paperUnits() == 0 ? 25.4 : 1.0;
-    const ZvGePoint2d size = layout->paperSize();
-    const ZvGePoint2d low = layout->marginsMinimum();
-    const ZvGePoint2d high = layout->marginsMaximum();
-    const QRectF paper(-low.x / unit, -low.y / unit, size.x / unit, size.y / unit);
-    if (printable)
-        *printable = paper.adjusted(low.x / unit, low.y / unit, -high.x / unit, -high.y / unit);
-    return paper;
 }
 
 } // namespace
@@ -122,7 +73,12 @@ DrawingView::DrawingView(ZvApDocument *document, QWidget *parent)
               return m_renderer->drawSlice(painter, renderOptions(ratio), database()->currentSpaceId(), camera.view(),
                                            size.width(), size.height(), first, budget);
           },
-          [this](QPainter &painter, const ViewCamera &camera) { paintGround(painter, camera); }),
+          [this](QPainter &painter, const ViewCamera &camera) {
+              if (isPaper())
+                  paintPaperGround(painter, camera, layoutPaper(*database()));
+              else
+                  painter.fillRect(QRectF(QPointF(), camera.size()), ViewColors::kModelGround);
+          }),
       m_selected(
           [this](QPainter &painter, const ViewCamera &camera, double ratio, int first, int budget) {
               ZvEdContext *context = m_document->editingContext();
@@ -197,7 +153,7 @@ ViewCamera DrawingView::initialCamera() const
     const ZvDbObjectId space = database()->currentSpaceId();
     ZvGiView view;
     if (isPaper()) {
-        const QRectF paper = paperOf(*database());
+        const QRectF paper = layoutPaper(*database()).sheet;
         ZvGeExtents2d box;
         if (paper.isValid()) {
             box.add(ZvGePoint2d(paper.left(), paper.top()));
@@ -285,7 +241,7 @@ void DrawingView::zoomExtents()
         return;
     ensureCamera();
     ZvGeExtents2d box = m_renderer->displayExtents(database()->currentSpaceId(), m_camera.view());
-    const QRectF paper = paperOf(*database());
+    const QRectF paper = layoutPaper(*database()).sheet;
     if (paper.isValid()) {
         box.add(ZvGePoint2d(paper.left(), paper.top()));
         box.add(ZvGePoint2d(paper.right(), paper.bottom()));
@@ -433,6 +389,18 @@ DrawingView::Asked DrawingView::asked() const
     }
 }
 
+Crosshair DrawingView::crosshair() const
+{
+    switch (asked()) {
+    case Asked::Nothing:
+        return Crosshair::Both;
+    case Asked::Selection:
+        return Crosshair::PickBox;
+    default:
+        return Crosshair::Plain;
+    }
+}
+
 void DrawingView::setPrompt(const std::optional<ZvEdPrompt> &prompt)
 {
     m_prompt = prompt;
@@ -574,7 +542,7 @@ void DrawingView::pointerTo(const QPointF &pos)
     if (bandMoves)
         update();
     else
-        update(crosshairRegion(m_pointer) + crosshairRegion(pos));
+        update(crosshairRegion(m_pointer, kPickBox) + crosshairRegion(pos, kPickBox));
     m_pointer = pos;
     m_pointerInside = true;
 }
@@ -704,24 +672,6 @@ void DrawingView::focusOutEvent(QFocusEvent *event)
 
 // ---- painting -----------------------------------------------------------------------------------
 
-void DrawingView::paintGround(QPainter &painter, const ViewCamera &camera) const
-{
-    const QRectF all(QPointF(), camera.size());
-    if (!isPaper()) {
-        painter.fillRect(all, ViewColors::kModelGround);
-        return;
-    }
-    painter.fillRect(all, ViewColors::kDesk);
-    QRectF printable;
-    const QRectF paper = toWidgetRect(camera, paperOf(*database(), &printable));
-    constexpr int kShadow = 7;
-    for (int i = kShadow; i > 0; --i)
-        painter.fillRect(paper.translated(i, i), QColor(0, 0, 0, 14));
-    painter.fillRect(paper, ViewColors::kPaper);
-    painter.setPen(QPen(ViewColors::kPaperMargin, 1.0, Qt::DashLine));
-    painter.drawRect(toWidgetRect(camera, printable));
-}
-
 void DrawingView::paintEvent(QPaintEvent *event)
 {
     ensureCamera();
@@ -732,112 +682,12 @@ void DrawingView::paintEvent(QPaintEvent *event)
     m_selected.paint(painter, m_camera);
     if (!m_hovered.isNull())
         m_hoverPicture.paint(painter, m_camera);
-    paintPrompt(painter);
-    paintWindow(painter);
-    paintAxes(painter);
-    paintCrosshair(painter);
-}
-
-void DrawingView::paintPrompt(QPainter &painter) const
-{
-    if (asked() != Asked::Point || !m_prompt->hasBase || !m_pointerInside)
-        return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(ViewColors::kRubberBand, 1.2));
-    const QPointF base = m_camera.toWidget(m_prompt->base);
-    if (m_prompt->kind == ZvEdPrompt::kCorner)
-        painter.drawRect(QRectF(base, m_pointer).normalized());
-    else
-        painter.drawLine(base, m_pointer);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-}
-
-void DrawingView::paintWindow(QPainter &painter) const
-{
-    if (m_drag != Drag::Window)
-        return;
-    const bool crossing = m_pointer.x() < m_dragStart.x();
-    QColor color = crossing ? ViewColors::kCrossingWindow : ViewColors::kInsideWindow;
-    painter.setPen(QPen(color, 1.0, crossing ? Qt::DashLine : Qt::SolidLine));
-    color.setAlpha(46);
-    painter.setBrush(color);
-    painter.drawRect(QRectF(m_dragStart, m_pointer).normalized());
-    painter.setBrush(Qt::NoBrush);
-}
-
-void DrawingView::paintAxes(QPainter &painter) const
-{
-    if (!database())
-        return;
-    const ZvGeMatrix3d ucs = database()->ucsMatrix();
-    const ZvGeMatrix3d toDisplay = m_camera.view().worldToDisplay();
-    struct Axis
-    {
-        int column;
-        QString label;
-        QColor color;
-    };
-    const Axis axes[] = {{2, QStringLiteral("Z"), ViewColors::kAxisZ},
-                         {1, QStringLiteral("Y"), ViewColors::kAxisY},
-                         {0, QStringLiteral("X"), ViewColors::kAxisX}};
-    constexpr double kLength = 42.0;
-    const QPointF corner(62.0, height() - 46.0); // room for an axis that points left
-
-    painter.setRenderHint(QPainter::Antialiasing);
-    QFont font = painter.font();
-    font.setPixelSize(12);
-    font.setBold(true);
-    painter.setFont(font);
-    for (const Axis &axis : axes) {
-        ZvGeVector3d direction(ucs(0, axis.column), ucs(1, axis.column), ucs(2, axis.column));
-        direction = direction.normal().transformBy(toDisplay);
-        const QPointF way(direction.x * kLength, -direction.y * kLength);
-        const double length = std::hypot(way.x(), way.y());
-        if (length < 4.0)
-            continue; // towards the eye
-        const QColor color = isPaper() ? axis.color.darker(140) : axis.color;
-        const QPointF unit = way / length;
-        const QPointF across(-unit.y(), unit.x());
-        const QPointF end = corner + way;
-        painter.setPen(QPen(color, 2.0, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(corner, end - unit * 6.0);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(color);
-        painter.drawPolygon(QPolygonF({end, end - unit * 9.0 + across * 3.5, end - unit * 9.0 - across * 3.5}));
-        painter.setPen(color);
-        const QPointF label = end + unit * 9.0;
-        painter.drawText(QRectF(label.x() - 8, label.y() - 8, 16, 16), Qt::AlignCenter, axis.label);
-    }
-    painter.setBrush(isPaper() ? ViewColors::kDesk : ViewColors::kModelGround);
-    painter.setPen(QPen(isPaper() ? ViewColors::kCrosshairOnLight : ViewColors::kCrosshairOnDark, 1.4));
-    painter.drawRect(QRectF(corner.x() - 3.5, corner.y() - 3.5, 7.0, 7.0));
-    painter.setBrush(Qt::NoBrush);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-}
-
-QRegion DrawingView::crosshairRegion(const QPointF &pos) const
-{
-    const QPoint middle = pos.toPoint();
-    QRegion region(
-        QRect(middle.x() - kCrosshairArm - 1, middle.y() - kPickBox - 2, 2 * kCrosshairArm + 3, 2 * kPickBox + 5));
-    region += QRect(middle.x() - kPickBox - 2, middle.y() - kCrosshairArm - 1, 2 * kPickBox + 5, 2 * kCrosshairArm + 3);
-    return region;
-}
-
-void DrawingView::paintCrosshair(QPainter &painter) const
-{
-    if (!m_pointerInside || m_drag == Drag::Pan || m_spaceHeld)
-        return;
-    const QPoint middle = m_pointer.toPoint();
-    painter.setPen(isPaper() ? ViewColors::kCrosshairOnLight : ViewColors::kCrosshairOnDark);
-    const bool picks = asked() == Asked::Nothing || asked() == Asked::Selection;
-    if (picks)
-        painter.drawRect(QRect(middle - QPoint(kPickBox, kPickBox), QSize(2 * kPickBox, 2 * kPickBox)));
-    if (asked() == Asked::Selection)
-        return; // the pick box alone
-    const int gap = picks ? kPickBox : 0;
-    painter.drawLine(middle - QPoint(kCrosshairArm, 0), middle - QPoint(gap, 0));
-    painter.drawLine(middle + QPoint(gap, 0), middle + QPoint(kCrosshairArm, 0));
-    painter.drawLine(middle - QPoint(0, kCrosshairArm), middle - QPoint(0, gap));
-    painter.drawLine(middle + QPoint(0, gap), middle + QPoint(0, kCrosshairArm));
+    if (asked() == Asked::Point && m_prompt->hasBase && m_pointerInside)
+        paintRubberBand(painter, m_camera.toWidget(m_prompt->base), m_pointer, m_prompt->kind == ZvEdPrompt::kCorner);
+    if (m_drag == Drag::Window)
+        paintSelectionWindow(painter, m_dragStart, m_pointer);
+    if (database())
+        paintAxes(painter, m_camera, database()->ucsMatrix(), ground());
+    if (m_pointerInside && m_drag != Drag::Pan && !m_spaceHeld)
+        paintCrosshair(painter, m_pointer.toPoint(), crosshair(), kPickBox, ground());
 }

@@ -7,6 +7,7 @@
 #include "core/zvsystem.h"
 #include "slicedpicture.h"
 #include "viewcamera.h"
+#include "viewmarks.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -99,6 +100,8 @@ private:
     ZvDbDatabase *database() const { return m_document->database(); }
     Asked asked() const;
     bool isPaper() const;
+    ViewGround ground() const { return isPaper() ? ViewGround::Paper : ViewGround::Model; }
+    Crosshair crosshair() const;
     ZvGiRenderer::Options renderOptions(double pixelRatio) const;
     ZvGePoint3d worldAt(const QPointF &pos) const;
     ViewCamera initialCamera() const;
@@ -117,13 +120,6 @@ private:
     void lookForHovered();
     void pointerTo(const QPointF &pos);
     void updateCursor();
-
-    void paintGround(QPainter &painter, const ViewCamera &camera) const;
-    void paintPrompt(QPainter &painter) const;
-    void paintWindow(QPainter &painter) const;
-    void paintAxes(QPainter &painter) const;
-    void paintCrosshair(QPainter &painter) const;
-    QRegion crosshairRegion(const QPointF &pos) const;
 
     ZvApDocument *m_document; // not owned
     std::unique_ptr<ZvGiRenderer> m_renderer; // null for a document without a drawing

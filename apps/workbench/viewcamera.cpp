@@ -31,6 +31,12 @@ QPointF ViewCamera::toWidget(const ZvGePoint3d &world) const
     return toWidget(ZvGePoint2d(point.x, point.y));
 }
 
+QRectF ViewCamera::toWidget(const QRectF &display) const
+{
+    return QRectF(toWidget(ZvGePoint2d(display.left(), display.bottom())),
+                  toWidget(ZvGePoint2d(display.right(), display.top())));
+}
+
 ZvGePoint2d ViewCamera::toDisplay(const QPointF &widget) const
 {
     const double pixels = scale();

@@ -30,6 +30,8 @@ public:
     double scale() const;
     QPointF toWidget(const ZvGePoint2d &display) const;
     QPointF toWidget(const ZvGePoint3d &world) const;
+    /// Of a rectangle on the display plane, where y grows upwards.
+    QRectF toWidget(const QRectF &display) const;
     ZvGePoint2d toDisplay(const QPointF &widget) const;
     /// The part of the display plane that is seen.
     ZvGeExtents2d visible() const;
