@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <cstring>
 #include <list>
 #include <unordered_map>
 
@@ -17,18 +18,39 @@ namespace {
 
 constexpr int kStandardSize = 100;
 constexpr int kMaxSize = 16384;
-constexpr std::size_t kMaxKept = 512;
+constexpr std::size_t kMaxKeptBytes = 32 << 20;
 constexpr double kMargin = 0.05; ///< Of the picture's size, on each side, where there is height and width to fit.
 
 std::uint64_t g_drawn = 0;
 unsigned g_displayBackground = 0x0021211E;
 
-/// What decides a picture of one plain line, which is what lists of line types are full of.
+/// Gathers values into one number.
+class Fingerprint
+{
+public:
+    void add(std::uint64_t value)
+    {
+        m_value = (m_value ^ value) * 0x9E3779B97F4A7C15ull;
+        m_value ^= m_value >> 29;
+    }
+    void add(double value)
+    {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &value, sizeof bits);
+        add(bits);
+    }
+    void add(const ZvString &text) { add(std::uint64_t(text.hash())); }
+    std::uint64_t value() const { return m_value; }
+
+private:
+    std::uint64_t m_value = 0;
+};
+
+/// What decides a picture of one plain line, which is what lists of line types are full of. Line types that are drawn
+/// alike share a picture, whatever their drawings.
 struct PictureKey
 {
-    std::uint64_t linetype = 0;
-    std::uint64_t linetypeStamp = 0;
-    std::uint32_t database = 0;
+    std::uint64_t pattern = 0; ///< Fingerprint of all that is drawn of the line type.
     int width = 0;
     int height = 0;
     std::uint32_t background = 0;
@@ -42,10 +64,9 @@ struct PictureKey
 
     bool operator==(const PictureKey &o) const
     {
-        return linetype == o.linetype && linetypeStamp == o.linetypeStamp && database == o.database && width == o.width
-            && height == o.height && background == o.background && color == o.color && alpha == o.alpha
-            && weight == o.weight && showsWeights == o.showsWeights && scale == o.scale && length == o.length
-            && angle == o.angle;
+        return pattern == o.pattern && width == o.width && height == o.height && background == o.background
+            && color == o.color && alpha == o.alpha && weight == o.weight && showsWeights == o.showsWeights
+            && scale == o.scale && length == o.length && angle == o.angle;
     }
 };
 
@@ -53,15 +74,13 @@ struct PictureKeyHash
 {
     std::size_t operator()(const PictureKey &key) const
     {
-        std::size_t hash = 0;
-        const auto mix = [&hash](std::size_t value) { hash = (hash ^ value) * 0x9E3779B97F4A7C15ull + (hash >> 29); };
-        mix(key.linetype);
-        mix(key.linetypeStamp);
-        mix(std::size_t(key.width) << 32 | std::size_t(key.height));
-        mix(std::size_t(key.background) << 32 | key.color);
-        mix(std::hash<double>()(key.scale));
-        mix(std::hash<double>()(key.length));
-        return hash;
+        Fingerprint print;
+        print.add(key.pattern);
+        print.add(std::uint64_t(key.width) << 32 | std::uint64_t(key.height));
+        print.add(std::uint64_t(key.background) << 32 | key.color);
+        print.add(key.scale);
+        print.add(key.length);
+        return print.value();
     }
 };
 
@@ -81,16 +100,24 @@ public:
     {
         m_pictures.emplace_front(key, picture);
         m_byKey[key] = m_pictures.begin();
-        if (m_pictures.size() > kMaxKept) {
+        m_bytes += bytesOf(*picture);
+        while (m_bytes > kMaxKeptBytes) {
+            m_bytes -= bytesOf(*m_pictures.back().second);
             m_byKey.erase(m_pictures.back().first);
             m_pictures.pop_back();
         }
     }
 
 private:
+    static std::size_t bytesOf(const ZvGiRasterImage &picture)
+    {
+        return std::size_t(picture.scanLineSize()) * picture.pixelHeight();
+    }
+
     std::list<std::pair<PictureKey, ZvGiRasterImagePtr>> m_pictures;
     std::unordered_map<PictureKey, std::list<std::pair<PictureKey, ZvGiRasterImagePtr>>::iterator, PictureKeyHash>
         m_byKey;
+    std::size_t m_bytes = 0;
 };
 
 KeptPictures &keptPictures()
@@ -99,25 +126,56 @@ KeptPictures &keptPictures()
     return pictures;
 }
 
+/// All that is drawn of a line type. An edit gives another fingerprint, and taking it back the first one again.
+std::uint64_t patternOf(ZvDbObjectId linetype)
+{
+    Fingerprint print;
+    const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(linetype, ZvDb::kForRead);
+    if (!record)
+        return print.value(); // drawn as a continuous line
+    for (int i = 0; i < record->numDashes(); ++i) {
+        const ZvDbLinetypeTableRecord::Dash &dash = record->dashAt(i);
+        print.add(dash.length);
+        print.add(std::uint64_t(dash.flags));
+        if (dash.flags == 0)
+            continue;
+        print.add(std::uint64_t(dash.shapeNumber));
+        for (double value : {dash.scale, dash.rotation, dash.offsetX, dash.offsetY})
+            print.add(value);
+        print.add(dash.text);
+        const ZvDbObjectPointer<ZvDbTextStyleTableRecord> style(dash.styleId, ZvDb::kForRead);
+        if (!style)
+            continue;
+        for (const ZvString &name : {style->typeface(), style->fontFileName(), style->bigFontFileName()})
+            print.add(name);
+        for (double value : {style->textSize(), style->xScale(), style->obliquingAngle()})
+            print.add(value);
+        print.add(std::uint64_t(style->flags() << 2 | int(style->isBold()) << 1 | int(style->isItalic())));
+    }
+    return print.value();
+}
+
 /// True when the picture hangs on nothing but the key: one level line of no database, with properties of its own.
 bool describeLine(ZvDbDatabase *database, ZvDbEntity &entity, PictureKey &key)
 {
     if (entity.database() || !entity.isKindOf(ZvDbLine::desc()))
         return false;
     const auto &line = static_cast<const ZvDbLine &>(entity);
-    key.alpha = entity.transparency().method() == ZvCmTransparency::kByAlpha ? entity.transparency().alpha() : -1;
     const ZvGeVector3d along = line.endPoint() - line.startPoint();
-    key.database = database->number();
-    key.linetype = entity.linetypeId().asInt64();
-    key.linetypeStamp = database->changeStamp(database->linetypeTableId());
+    // What is by layer hangs on the layer too, which is left to drawing anew; a line of no layer has plain defaults.
+    if (along.z != 0.0 || !entity.layerId().isNull())
+        return false;
+    const ZvDbObjectId linetype = entity.linetypeId();
+    const bool isDefault = linetype == database->byLayerLinetype() || linetype == database->byBlockLinetype();
+    key.alpha = entity.transparency().method() == ZvCmTransparency::kByAlpha ? entity.transparency().alpha() : -1;
+    key.pattern = patternOf(isDefault ? ZvDbObjectId() : linetype);
     key.color = entity.color().color();
     key.weight = entity.lineWeight();
     key.scale = entity.linetypeScale() * database->celtscale();
     key.length = along.length();
     key.angle = std::atan2(along.y, along.x);
     key.showsWeights = database->lineWeightDisplay();
-    // What is by layer hangs on the layer too, which is left to drawing anew; a line of no layer has plain defaults.
-    return along.z == 0.0 && entity.layerId().isNull() && entity.linetypeId() != database->byLayerLinetype();
+    return true;
 }
 
 ZvGiRasterImagePtr wrap(const QImage &image)
@@ -204,7 +262,8 @@ ZvSmartPtr<ZvGiRasterImage> zvsiutCreateEntityImage(ZvDbDatabasePtr database,
     const auto background = std::uint32_t(packedBackground);
 
     PictureKey key;
-    const bool isKept = database && entities.length() == 1 && entities[0] && describeLine(database, *entities[0], key);
+    const bool isKept = database && entities.length() == 1 && entities[0] && zvcmAcadPalette(background)
+        && describeLine(database, *entities[0], key);
     if (isKept) {
         key.width = width;
         key.height = height;

@@ -25,6 +25,8 @@ private slots:
     void theDrawingsOwnScaleDoesNotCountForUnboundLines();
     void recordsMayBeOpenForRead();
     void picturesOfLinesAreKept();
+    void anEditDropsThePictureOfItsLineTypeAlone();
+    void keptPicturesHaveABound();
     void thePaletteFollowsTheBackground();
     void everyLayerOfAPictureIsOpaque();
 
@@ -292,9 +294,70 @@ void UtilsEntityImageTest::picturesOfLinesAreKept()
     QVERIFY(toImage(changed) != toImage(first));
     // The same name in another drawing is another line type.
     Picture other;
-    Entities entities = listOf(makeLine(other.addLinetype("kept", std::vector<double>{22.5, -22.5}), 1.0));
+    Entities entities = listOf(makeLine(other.addLinetype("kept", std::vector<double>{7.0, -7.0}), 1.0));
     zvsiutCreateEntityImage(other.database, entities, makeOptions(96, 14));
     QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(6));
+    // Where it is drawn alike it has the same picture.
+    entities = listOf(makeLine(other.addLinetype("alike", std::vector<double>{5.0, -5.0}), 1.0));
+    QCOMPARE(zvsiutCreateEntityImage(other.database, entities, makeOptions(96, 14)).get(), changed.get());
+}
+
+void UtilsEntityImageTest::anEditDropsThePictureOfItsLineTypeAlone()
+{
+    Picture picture;
+    const ZvDbObjectId edited = picture.addLinetype("edited", std::vector<double>{11.0, -22.0});
+    const ZvDbObjectId other = picture.addLinetype("other", std::vector<double>{33.0, -11.0});
+    const auto draw = [&](ZvDbObjectId type) {
+        Entities entities = listOf(makeLine(type, 1.0));
+        return zvsiutCreateEntityImage(picture.database, entities, makeOptions(96, 14));
+    };
+    const auto setFirst = [&](double length) {
+        change<ZvDbLinetypeTableRecord>(edited, [length](ZvDbLinetypeTableRecord &record) {
+            std::vector<ZvDbLinetypeTableRecord::Dash> dashes(2);
+            dashes[0].length = length;
+            dashes[1].length = -22.0;
+            record.setDashes(dashes);
+        });
+    };
+    const ZvGiRasterImagePtr first = draw(edited);
+    draw(other);
+    const std::uint64_t before = zvsiutEntityImagesDrawn();
+    setFirst(15.0);
+    draw(other);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(0));
+    draw(edited);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(1));
+    setFirst(11.0); // taken back
+    QCOMPARE(draw(edited).get(), first.get());
+    change<ZvDbLinetypeTableRecord>(edited, [](ZvDbLinetypeTableRecord &record) {
+        record.setComments("says nothing of the picture");
+        record.setName("renamed");
+    });
+    QCOMPARE(draw(edited).get(), first.get());
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(1));
+}
+
+void UtilsEntityImageTest::keptPicturesHaveABound()
+{
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("kept", std::vector<double>{22.5, -22.5});
+    const auto draw = [&](int width, int height) {
+        Entities entities = listOf(makeLine(type, 1.0));
+        return zvsiutCreateEntityImage(picture.database, entities, makeOptions(width, height));
+    };
+    draw(50, 14);
+    const ZvGiRasterImagePtr largest = draw(4096, 4096); // 64 megabytes: not kept, nor is what was there
+    std::uint64_t before = zvsiutEntityImagesDrawn();
+    QVERIFY(draw(4096, 4096).get() != largest.get());
+    draw(50, 14);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(2));
+    // A thousand pictures of the lists' size stay, though.
+    for (int i = 0; i < 1000; ++i)
+        draw(80 + i % 40, 25 + i / 40);
+    before = zvsiutEntityImagesDrawn();
+    for (int i = 0; i < 1000; ++i)
+        draw(80 + i % 40, 25 + i / 40);
+    QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(0));
 }
 
 void UtilsEntityImageTest::thePaletteFollowsTheBackground()
