@@ -9,7 +9,10 @@
 #include "base/zvstring.h"
 #include "db/zvdbobjectid.h"
 #include "db/zvdbtypes.h"
+#include "utils/zvraster.h"
 #include "zvglobaluireactorhelp.h"
+
+#include <functional>
 
 class ZvDbDatabase;
 class ZvDbEntity;
@@ -263,6 +266,21 @@ public:
 
     static ZvString findMleaderStyleTableRecordById(const ZvDbObjectId &id, ZvDbDatabase *database);
     static ZvString findTableStyleTableRecordById(const ZvDbObjectId &id, ZvDbDatabase *database);
+
+    // ---- line type pictures --------------------------------------------------------------------------
+    //
+    // Pictures of a straight line, width and height in pixels, on which a pattern repeats a fixed number of times however
+    // long it is. Line types of external references have none. The renderer is asked at each call, and the callers hold
+    // what they get; a picture that it cannot make is null. Widths lie above 10, where the line has its scale from.
+
+    /// Calls \a callback once for each line type of the current drawing that can be opened, in table order, with its
+    /// picture in opaque black, its name and its id. No record is open during the call.
+    static void getLineTypeInfo(int width, int height,
+                                std::function<void(ZvSmartPtr<ZvGiRasterImage> &, ZvString &, ZvDbObjectId &)> &&callback);
+    /// Puts the picture of one line type into \a image, in the renderer's standard colour; case ignored. The id of its
+    /// record, or the null id for an empty or unknown name and a size below 1: \a image is left alone then.
+    static ZvDbObjectId getLineTypeRasterImage(const ZvString &name, int width, int height,
+                                               ZvSmartPtr<ZvGiRasterImage> &image);
 };
 
 #endif

@@ -5,6 +5,7 @@
 #include "private/zvcurrentdrawing.h"
 #include "private/zveditframe.h"
 #include "private/zvresbufptr.h"
+#include "private/zvtablewalk.h"
 #include "zevaqt.h"
 
 #include "db/zvdbdictionary.h"
@@ -23,7 +24,7 @@ typedef ZevaUISetting::ZvsiStyleInfoItem StyleRow;
 typedef ZevaUISetting::ZvsiTextStyleInfoItem TextStyleRow;
 typedef ZevaUISetting::ZvsiUcsInfoItem UcsRow;
 
-// Tables and dictionaries are closed before the walk, and each record before the next.
+// Dictionaries are closed before the walk, as tables are.
 
 ZvDbDatabase *orCurrent(ZvDbDatabase *database)
 {
@@ -45,39 +46,6 @@ public:
 private:
     std::set<ZvString> m_names;
 };
-
-/// Null where the table cannot be opened.
-std::unique_ptr<ZvDbSymbolTableIterator> newTableIterator(ZvDbObjectId tableId)
-{
-    ZvDbSymbolTableIterator *iterator = nullptr;
-    const ZvDbObjectPointer<ZvDbSymbolTable> table(tableId, ZvDb::kForRead);
-    if (table)
-        table->newIterator(iterator, true, true);
-    return std::unique_ptr<ZvDbSymbolTableIterator>(iterator);
-}
-
-/// Calls \a visit with the id of each record in table order, until it returns false.
-template<class Visit>
-void walkTable(ZvDbObjectId tableId, Visit visit)
-{
-    const auto iterator = newTableIterator(tableId);
-    if (!iterator)
-        return;
-    for (iterator->start(); !iterator->done(); iterator->step()) {
-        if (!visit(iterator->getRecordId()))
-            return;
-    }
-}
-
-/// Calls \a visit with each record that can be opened, until it returns false.
-template<class Record, class Visit>
-void walkRecords(ZvDbObjectId tableId, Visit visit)
-{
-    walkTable(tableId, [&visit](ZvDbObjectId id) {
-        const ZvDbObjectPointer<Record> record(id, ZvDb::kForRead);
-        return !record || visit(*record);
-    });
-}
 
 /// Calls \a visit with name and id of each entry in dictionary order, until it returns false.
 template<class Visit>
@@ -306,7 +274,7 @@ void ZevaUISetting::getLayerInfos(ZvArray<SigleLayerData> &layers, ZvDbDatabase 
     const ZvDbDatabase *source = database ? database : zvCurrentDocumentDatabase();
     if (!source)
         return;
-    walkTable(source->layerTableId(), [&layers](ZvDbObjectId id) {
+    zvWalkTable(source->layerTableId(), [&layers](ZvDbObjectId id) {
         const SigleLayerData row = getLayInfo(id);
         if (!row.name.contains(L'*'))
             layers.append(row);
@@ -355,7 +323,7 @@ void ZevaUISetting::getTextStyleTableRecords(ZvArray<ZvsiTextStyleInfoItem> &sty
         return;
     SeenNames seen;
     ZvDbHostService *service = zvHostService();
-    walkRecords<ZvDbTextStyleTableRecord>(source->textStyleTableId(), [&](const ZvDbTextStyleTableRecord &record) {
+    zvWalkRecords<ZvDbTextStyleTableRecord>(source->textStyleTableId(), [&](const ZvDbTextStyleTableRecord &record) {
         TextStyleRow row;
         row.name = record.name();
         if (!seen.add(row.name))
@@ -393,7 +361,7 @@ void ZevaUISetting::getDimStyleTableRecords(ZvArray<ZvsiStyleInfoItem> &styles, 
     if (!source)
         return;
     SeenNames seen;
-    walkRecords<ZvDbDimStyleTableRecord>(source->dimStyleTableId(), [&](const ZvDbDimStyleTableRecord &record) {
+    zvWalkRecords<ZvDbDimStyleTableRecord>(source->dimStyleTableId(), [&](const ZvDbDimStyleTableRecord &record) {
         if (!record.isDependent() && seen.add(record.name()))
             styles.append({record.name(), record.objectId()});
         return true;
@@ -439,7 +407,7 @@ void ZevaUISetting::getBlockNames(ZvArray<ZvString> &names, ZvDbDatabase *databa
     if (!source)
         return;
     ZvEditFrame frame(source); // the search for references may write in kernels that keep an index
-    const auto iterator = newTableIterator(source->blockTableId());
+    const auto iterator = zvNewTableIterator(source->blockTableId());
     if (!iterator)
         return; // the frame is aborted
     SeenNames seen;
@@ -533,7 +501,7 @@ void ZevaUISetting::getUcses(ZvArray<ZvsiUcsInfoItem> &items, ZvDbDatabase *data
         items.append({L"上一个", ZvDbObjectId(), kUcsPrevious});
     for (const auto &side : sides)
         items.append({side.text, ZvDbObjectId(), side.type});
-    walkRecords<ZvDbUCSTableRecord>(source->UCSTableId(), [&items](const ZvDbUCSTableRecord &record) {
+    zvWalkRecords<ZvDbUCSTableRecord>(source->UCSTableId(), [&items](const ZvDbUCSTableRecord &record) {
         if (!record.isDependent() && !record.name().isEmpty())
             items.append(UcsRow {record.name(), record.objectId(), kUcsNamed});
         return true;
@@ -547,7 +515,7 @@ void ZevaUISetting::getCustomViews(ZvArray<ZvsiViewInfoItem> &items, ZvDbDatabas
     if (!source)
         return;
     const bool isOnPaper = zvHostService()->paperSpaceId(source) == getWorkBlockRecId(source);
-    walkRecords<ZvDbViewTableRecord>(source->viewTableId(), [&](const ZvDbViewTableRecord &record) {
+    zvWalkRecords<ZvDbViewTableRecord>(source->viewTableId(), [&](const ZvDbViewTableRecord &record) {
         if (!record.isDependent() && !record.name().isEmpty() && record.isPaperspaceView() == isOnPaper)
             items.append({record.name(), record.objectId()});
         return true;
@@ -562,7 +530,7 @@ ZvDbObjectId ZevaUISetting::findTextStyleTableRecordByName(const ZvString &name,
     const ZvDbDatabase *source = orCurrent(database);
     if (!source || name.isEmpty())
         return found;
-    walkRecords<ZvDbTextStyleTableRecord>(source->textStyleTableId(), [&](const ZvDbTextStyleTableRecord &record) {
+    zvWalkRecords<ZvDbTextStyleTableRecord>(source->textStyleTableId(), [&](const ZvDbTextStyleTableRecord &record) {
         if (record.name().compareNoCase(name) != 0)
             return true;
         found = record.objectId();
@@ -579,7 +547,7 @@ ZvDbObjectId ZevaUISetting::findDimStyleTableRecordByName(const ZvString &name, 
         return last;
     // The last record read is the answer, found or not: callers that write a style by an unknown name get the last one
     // of the table, unlike with text styles.
-    walkRecords<ZvDbDimStyleTableRecord>(source->dimStyleTableId(), [&](const ZvDbDimStyleTableRecord &record) {
+    zvWalkRecords<ZvDbDimStyleTableRecord>(source->dimStyleTableId(), [&](const ZvDbDimStyleTableRecord &record) {
         last = record.objectId();
         return record.name().compareNoCase(name) != 0;
     });
