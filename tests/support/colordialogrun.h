@@ -2,6 +2,7 @@
 #ifndef COLORDIALOGRUN_H
 #define COLORDIALOGRUN_H
 
+#include "dialogbag.h"
 #include "modaldriver.h"
 #include "modulesession.h"
 
@@ -21,16 +22,6 @@
 #include <QPushButton>
 #include <QStringList>
 #include <QTest>
-
-/// Values that stand for "the key is missing".
-constexpr int kMissing = -1000;
-
-inline int intOf(const ZvJsonPtr &params, const char *key)
-{
-    int value = kMissing;
-    params->GetDataI(key, value);
-    return value;
-}
 
 typedef QPair<const char *, int> ColorKey;
 typedef QList<ColorKey> ColorKeys;

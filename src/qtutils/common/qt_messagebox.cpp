@@ -2,11 +2,9 @@
 #include "common/qt_messagebox.h"
 
 #include "private/zvbagreader.h"
+#include "private/zvdialogicons.h"
 #include "private/zvlogline.h"
-#include "private/zvqtstring.h"
 #include "qt_utils.h"
-
-#include "utils/zvfiles.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -14,7 +12,6 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -24,19 +21,6 @@ enum ContentFlag {
     kShowMessage = 1,
     kShowSelectors = 4,
     kShowChecks = 8,
-};
-
-struct IconFile
-{
-    int dlgtype;
-    const char *file;
-};
-
-constexpr IconFile kIconFiles[] = {
-    {32, "question.png"},
-    {48, "information.png"},
-    {64, "warning.png"},
-    {80, "error.png"},
 };
 
 struct Button
@@ -58,19 +42,8 @@ constexpr int kButtonSetCount = int(sizeof(kButtonSets) / sizeof(kButtonSets[0])
 constexpr int kCallersButtons = 6; // the value of "flag" for the texts of "btnText"
 
 constexpr int kMinimumWidth = 300;
-constexpr int kIconSize = 32;
 constexpr QMargins kRowMargins(0, 0, 0, 8);
 constexpr QMargins kMessageMargins(8, 0, 0, 0);
-
-/// Empty for a type without a picture.
-QString iconPath(int dlgtype)
-{
-    for (const IconFile &icon : kIconFiles) {
-        if (icon.dlgtype == (dlgtype & 0xFF))
-            return zvToQString(zvutCombinePath(zvsiutGetExePath(), "ico_zeva/")) + QLatin1String(icon.file);
-    }
-    return QString();
-}
 
 void logTrace(int line, const char *text)
 {
@@ -138,14 +111,9 @@ bool ZvQtMessageBox::onCreateInner()
 
 void ZvQtMessageBox::addMessage(QBoxLayout *row)
 {
-    const QString path = iconPath(zvBagInt(params(), "dlgtype", 0));
-    if (QFile::exists(path)) {
-        auto *icon = new QLabel;
-        icon->setPixmap(QPixmap(path).scaled(kIconSize, kIconSize, Qt::KeepAspectRatio, Qt::FastTransformation));
-        icon->setScaledContents(true);
-        icon->setFixedSize(kIconSize, kIconSize);
-        row->addWidget(icon, 0, Qt::AlignLeft);
-    }
+    const QString path = zvDialogIconPath(zvBagInt(params(), "dlgtype", 0) & 0xFF);
+    if (QFile::exists(path))
+        row->addWidget(zvMakeDialogIcon(path), 0, Qt::AlignLeft);
     // No word wrap: the caller breaks the lines, and a long one widens the dialog.
     auto *message = new QLabel(zvBagString(params(), "msg"));
     message->setContentsMargins(kMessageMargins);

@@ -50,17 +50,23 @@ QString zvBagString(const ZvJsonPtr &node, const char *key, const QString &fallb
     return member ? zvToQString(member->asString()) : fallback;
 }
 
+QVector<ZvJsonPtr> zvBagElements(const ZvJsonPtr &node, const char *key)
+{
+    QVector<ZvJsonPtr> elements;
+    const ZvJsonPtr array = zvBagTree(node, key);
+    const int count = array ? array->elementCount() : 0;
+    for (int i = 0; i < count; ++i) {
+        const ZvJsonPtr element = array->element(i);
+        elements << (hasValue(element) ? element : ZvJsonPtr());
+    }
+    return elements;
+}
+
 QStringList zvBagTexts(const ZvJsonPtr &node, const char *key)
 {
     QStringList texts;
-    const ZvJsonPtr array = zvBagTree(node, key);
-    if (!array)
-        return texts;
-    const int count = array->elementCount();
-    for (int i = 0; i < count; ++i) {
-        const ZvJsonPtr element = array->element(i);
-        texts << (hasValue(element) ? zvToQString(element->asString()) : QString());
-    }
+    for (const ZvJsonPtr &element : zvBagElements(node, key))
+        texts << (element ? zvToQString(element->asString()) : QString());
     return texts;
 }
 

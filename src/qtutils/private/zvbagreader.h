@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 // Readers of the property bag. Each takes a node, a key and what to give where the node is null, the member is missing,
 // or the member is the null value.
@@ -20,6 +21,8 @@ QString zvBagString(const ZvJsonPtr &node, const char *key, const QString &fallb
 ZvJsonPtr zvBagTree(const ZvJsonPtr &node, const char *key);
 /// The texts of an array, in order; a null element is an empty text. A missing array is an empty one.
 QStringList zvBagTexts(const ZvJsonPtr &node, const char *key);
+/// The elements of an array, in order; a null element is a null pointer. A missing array is an empty one.
+QVector<ZvJsonPtr> zvBagElements(const ZvJsonPtr &node, const char *key);
 bool zvBagHasKey(const ZvJsonPtr &node, const char *key);
 
 #endif

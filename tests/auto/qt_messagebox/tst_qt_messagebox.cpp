@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "dialogbag.h"
 #include "modaldriver.h"
 #include "modulesession.h"
 #include "zevatest.h"
@@ -6,9 +7,8 @@
 #include "base/zvlog.h"
 
 #include <QCheckBox>
-#include <QDir>
 #include <QHBoxLayout>
-#include <QImage>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -38,22 +38,6 @@ ZvJsonPtr makeParams(int contentFlag, int flag = 0)
     params->SetDataI("flag", flag);
     return params;
 }
-
-void setTexts(const ZvJsonPtr &params, const char *key, const QStringList &texts)
-{
-    const ZvJsonPtr array = ElementValue::createObject(1);
-    for (const QString &text : texts)
-        array->append(ElementValue::createString(text.toUtf8().constData()));
-    params->SetDataJ(key, array);
-}
-
-int intOf(const ZvJsonPtr &params, const char *key)
-{
-    int value = -1000; // the key is missing
-    params->GetDataI(key, value);
-    return value;
-}
-constexpr int kMissing = -1000;
 
 QStringList textsOf(const QList<QPushButton *> &buttons)
 {
@@ -206,30 +190,18 @@ private Q_SLOTS:
 
 private:
     QScopedPointer<ModuleSession> m_session;
-    QString m_iconFolder;
+    QScopedPointer<DialogPictures> m_pictures;
 };
 
 void TestQtMessageBox::initTestCase()
 {
-    // Pictures of our own, each of one colour and twice as wide as high.
-    m_iconFolder = QCoreApplication::applicationDirPath() + QStringLiteral("/ico_zeva/");
-    QVERIFY(QDir().mkpath(m_iconFolder));
-    const QVector<QPair<QString, QColor>> icons = {
-        {QStringLiteral("question.png"), QColor(10, 20, 30)},
-        {QStringLiteral("information.png"), QColor(40, 50, 60)},
-        {QStringLiteral("warning.png"), QColor(70, 80, 90)},
-        {QStringLiteral("error.png"), QColor(100, 110, 120)},
-    };
-    for (const auto &icon : icons) {
-        QImage image(48, 24, QImage::Format_RGB32);
-        image.fill(icon.second);
-        QVERIFY(image.save(m_iconFolder + icon.first));
-    }
+    m_pictures.reset(new DialogPictures);
+    QVERIFY(m_pictures->isReady);
 }
 
 void TestQtMessageBox::cleanupTestCase()
 {
-    QVERIFY(QDir(m_iconFolder).removeRecursively());
+    m_pictures.reset();
 }
 
 void TestQtMessageBox::init()
@@ -435,12 +407,12 @@ void TestQtMessageBox::lowByteOfTheTypeDecidesTheIcon_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QColor>("color"); // invalid: no icon
-    QTest::newRow("32 question") << 32 << QColor(10, 20, 30);
-    QTest::newRow("48 information") << 48 << QColor(40, 50, 60);
-    QTest::newRow("64 warning") << 64 << QColor(70, 80, 90);
-    QTest::newRow("80 error") << 80 << QColor(100, 110, 120);
-    QTest::newRow("0x130 is 0x30") << 0x130 << QColor(40, 50, 60);
-    QTest::newRow("0x7F50 is 0x50") << 0x7F50 << QColor(100, 110, 120);
+    QTest::newRow("32 question") << 32 << DialogPictures::question();
+    QTest::newRow("48 information") << 48 << DialogPictures::information();
+    QTest::newRow("64 warning") << 64 << DialogPictures::warning();
+    QTest::newRow("80 error") << 80 << DialogPictures::error();
+    QTest::newRow("0x130 is 0x30") << 0x130 << DialogPictures::information();
+    QTest::newRow("0x7F50 is 0x50") << 0x7F50 << DialogPictures::error();
     QTest::newRow("0 none") << 0 << QColor();
     QTest::newRow("1 none") << 1 << QColor();
     QTest::newRow("33 none") << 33 << QColor();
@@ -480,8 +452,8 @@ void TestQtMessageBox::iconIs32By32AndKeepsItsProportions()
 
 void TestQtMessageBox::missingIconFileLeavesTheRowWithoutIcon()
 {
-    const QString file = m_iconFolder + QStringLiteral("error.png");
-    const QString aside = m_iconFolder + QStringLiteral("aside.png");
+    const QString file = m_pictures->path("error.png");
+    const QString aside = m_pictures->path("aside.png");
     QVERIFY(QFile::rename(file, aside));
     const ZvJsonPtr params = makeParams(1);
     params->SetDataI("dlgtype", 80);
