@@ -15,6 +15,7 @@
 #include "recentfiles.h"
 #include "startpage.h"
 #include "statusfields.h"
+#include "taskdialogdemo.h"
 #include "textforms.h"
 #include "workbenchhost.h"
 #include "workprogress.h"
@@ -253,6 +254,9 @@ void MainWindow::makeMenus()
     m_actions[QStringLiteral("presetMenu")]->setMenu(presets);
     addDemos(dialogs, messageBoxDemos());
     dialogs->addSeparator();
+    QMenu *tasks = dialogs->addMenu(tr("&Task Dialog"));
+    tasks->setObjectName(QStringLiteral("taskDialogMenu"));
+    addDemos(tasks, taskDialogDemos());
     QMenu *colors = dialogs->addMenu(tr("&Colour Dialog"));
     colors->setObjectName(QStringLiteral("colorDialogMenu"));
     addDemos(colors, colorDialogDemos());

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "messageboxdemo.h"
 
-#include "core/zvui.h"
 #include "textforms.h"
 
 #include <QCoreApplication>
-
-#include <initializer_list>
 
 namespace {
 
@@ -17,14 +14,6 @@ enum IconCode { kQuestion = 32, kInformation = 48, kWarning = 64 };
 QString text(const char *english)
 {
     return QCoreApplication::translate("MessageBoxDemo", english);
-}
-
-ZvJsonPtr listOf(std::initializer_list<const char *> items)
-{
-    const ZvJsonPtr list = ElementValue::createObject(IElementValueBase::kArray);
-    for (const char *item : items)
-        list->append(ElementValue::createString(text(item).toUtf8().constData()));
-    return list;
 }
 
 /// Shows the box and tells result code and answers.
@@ -39,15 +28,7 @@ QString show(const char *message, int buttons, int content, int icon, const char
     params->SetDataI("dlgtype", icon);
     if (listKey)
         params->SetDataJ(listKey, list);
-    const ZvJsonPtr result = zvuiShowModelDialogEx("Dialog/Common", "MessageBox", params, nullptr, zvuiMainWindow());
-
-    QString line = QStringLiteral("MessageBox: ") + bagText(result);
-    for (const char *key : {"ControlBtn", "selectedBtn", "selectedCheck"}) {
-        int value = 0;
-        if (params->GetDataI(key, value))
-            line += QStringLiteral(" %1=%2").arg(QLatin1String(key)).arg(value);
-    }
-    return line;
+    return runCommonDialog("MessageBox", params, {"ControlBtn", "selectedBtn", "selectedCheck"});
 }
 
 QString plain()
@@ -58,19 +39,19 @@ QString plain()
 QString ownButtons()
 {
     return show("A file of that name is there already.", kCallersButtons, kMessageRow, kWarning, "btnText",
-                listOf({"Replace", "Keep both", "Skip"}));
+                bagOfTexts({text("Replace"), text("Keep both"), text("Skip")}));
 }
 
 QString selectors()
 {
     return show("Which part shall be printed?", 0, kMessageRow | kSelectors, kQuestion, "selBtnText",
-                listOf({"What is shown", "The whole drawing", "The selected entities"}));
+                bagOfTexts({text("What is shown"), text("The whole drawing"), text("The selected entities")}));
 }
 
 QString checks()
 {
     return show("What shall be purged?", kOkCancel, kMessageRow | kChecks, kInformation, "selCheckText",
-                listOf({"Unused layers", "Unused blocks", "Unused line types"}));
+                bagOfTexts({text("Unused layers"), text("Unused blocks"), text("Unused line types")}));
 }
 
 } // namespace

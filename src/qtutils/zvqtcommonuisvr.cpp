@@ -2,6 +2,7 @@
 #include "zvqtcommonuisvr.h"
 
 #include "common/qt_messagebox.h"
+#include "common/qt_taskdialog.h"
 #include "common/zvcolordialog.h"
 #include "private/zvdialogparent.h"
 #include "zevaqt.h"
@@ -40,7 +41,7 @@ constexpr DialogRow kDialogs[] = {
     {L"FileDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
     {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
     {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog", nullptr},
-    {L"TaskDialog", ZvDialogParent::kGiven, nullptr, nullptr},
+    {L"TaskDialog", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtTaskDialog>},
     {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, makeColorDialog},
 };
 

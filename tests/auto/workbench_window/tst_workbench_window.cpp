@@ -87,8 +87,8 @@ private Q_SLOTS:
     void exportingAPictureByTheDialog();
     void recentFilesAreRemembered();
     void lineWeightSwitch();
-    void messageBoxesFromTheMenu_data();
-    void messageBoxesFromTheMenu();
+    void dialogsFromTheMenu_data();
+    void dialogsFromTheMenu();
     void aboutShowsTheVersion();
     void everyIconIsDrawn();
 
@@ -601,7 +601,7 @@ void tst_workbench_window::lineWeightSwitch()
     QCOMPARE(button->isChecked(), before);
 }
 
-void tst_workbench_window::messageBoxesFromTheMenu_data()
+void tst_workbench_window::dialogsFromTheMenu_data()
 {
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("button");
@@ -618,9 +618,27 @@ void tst_workbench_window::messageBoxesFromTheMenu_data()
     QTest::newRow("check boxes") << "messageBoxChecks"
                                  << "Unused blocks"
                                  << "MessageBox: {\"result\": 1} ControlBtn=1 selectedCheck=2";
+    QTest::newRow("task dialog, standard buttons") << "taskDialogStandard"
+                                                   << "&R"
+                                                   << "TaskDialog: {\"result\": 1} ControlBtn=4";
+    QTest::newRow("task dialog, disabled buttons") << "taskDialogDisabled"
+                                                   << "&N"
+                                                   << "TaskDialog: {\"result\": 1} ControlBtn=7";
+    QTest::newRow("task dialog, own buttons") << "taskDialogOwn"
+                                              << "Skip"
+                                              << "TaskDialog: {\"result\": 1} ControlBtn=2";
+    QTest::newRow("task dialog, commands") << "taskDialogCommands"
+                                           << "similar font"
+                                           << "TaskDialog: {\"result\": 1} ControlBtn=102";
+    QTest::newRow("task dialog, check box") << "taskDialogCheck"
+                                            << "Do not show"
+                                            << "TaskDialog: {\"result\": 1} ControlBtn=1 selectedCheck=false";
+    QTest::newRow("task dialog, everything") << "taskDialogEverything"
+                                             << "Look for them"
+                                             << "TaskDialog: {\"result\": 1} ControlBtn=1 selectedCheck=false";
 }
 
-void tst_workbench_window::messageBoxesFromTheMenu()
+void tst_workbench_window::dialogsFromTheMenu()
 {
     QFETCH(QString, action);
     QFETCH(QString, button);
