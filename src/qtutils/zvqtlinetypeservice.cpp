@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "zvqtlinetypeservice.h"
 
+ZVRX_DEFINE_MEMBERS(ZvQtLinetypeService, ZvRxObject)
+
 ZvQtLinetypeService::~ZvQtLinetypeService() = default;
