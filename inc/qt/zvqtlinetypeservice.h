@@ -15,10 +15,12 @@ class ZvDbDatabase;
 /// zv_arbitDict_regservice(ZvString(wchar_t(ZvQtLinetypeService::kKey)), service);
 /// \endcode
 ///
-/// The operation is called by its place, the first behind those of ZvRxObject: a host with a class of its own declares
-/// it so. Without the service there is no manager to be opened.
+/// The host derives its manager from this class: what is registered and is no such object is an error of the host, and
+/// opening the manager throws ZvError_NotThatKindOfClass. The place of the operation, the first behind those of
+/// ZvRxObject, is binding. Without the service there is no manager to be opened.
 class ZV_EXPORT ZvQtLinetypeService : public ZvRxObject
 {
+    ZVRX_DECLARE_MEMBERS(ZvQtLinetypeService)
 public:
     enum { kKey = 19 };
 
