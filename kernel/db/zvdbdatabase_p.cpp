@@ -374,6 +374,21 @@ void ZvDbDatabasePrivate::renameRecord(ZvDbSymbolTableRecord &record, const ZvSt
         ZvDbObjectAccess::renameInTable(*owner, ZvDbStubTable::indexOf(stub), name);
 }
 
+std::vector<bool> ZvDbDatabasePrivate::usedProperties() const
+{
+    std::vector<bool> used(propertiesTable.end());
+    for (std::uint32_t index = 1; index < stubs.end(); ++index) {
+        const std::uint32_t number = propertyNumbers[index];
+        if (number == 0)
+            continue;
+        // What an erased block or reference owns is gone with it.
+        const ZvDbStub &stub = stubs[index];
+        if (!stub.isErased() && (stub.owner == 0 || !stubs[stub.owner].isErased()))
+            used[number] = true;
+    }
+    return used;
+}
+
 ZvString ZvDbDatabasePrivate::nameOf(ZvDbObjectId id) const
 {
     if (!owns(id))

@@ -35,6 +35,9 @@ public:
     virtual ZvDbObjectId extensionDictionary(std::uint32_t index) = 0;
     /// Class name of the record.
     virtual ZvString recordName(std::uint32_t index) = 0;
+    /// Marks, by position, the line types that the records of objects name, erased ones left out, whether or not a class
+    /// knows what the reference is for.
+    virtual void markLinetypes(std::vector<bool> &used) = 0;
 };
 
 /// The tables of a drawing, in file order.
@@ -111,6 +114,9 @@ public:
     {
         propertyNumbers[index] = propertiesTable.intern(value);
     }
+
+    /// By number, the combinations that some entity has that is not erased.
+    std::vector<bool> usedProperties() const;
 
     // ---- erased objects
     /// The one way in which a block's mark of being erased changes.

@@ -271,6 +271,11 @@ void ZvDbTextStyleTableRecord::setIsVertical(bool vertical)
     setFlag(4, vertical);
 }
 
+void ZvDbTextStyleTableRecord::setIsShapeFile(bool shapeFile)
+{
+    setFlag(1, shapeFile);
+}
+
 void ZvDbTextStyleTableRecord::setFontFileName(const ZvString &name)
 {
     ZVDB_SET(m_fontFile, name);

@@ -98,6 +98,9 @@ bool isRecordName(const ZvDbSymbolTableRecord &record, const ZvString &name)
 {
     const bool mayBeginWithStar = record.isKindOf(ZvDbBlockTableRecord::desc())
         || record.isKindOf(ZvDbViewportTableRecord::desc()) || record.isKindOf(ZvDbLayerTableRecord::desc());
+    const auto *style = zvrxCast<ZvDbTextStyleTableRecord>(&record);
+    if (style && style->isShapeFile() && name.isEmpty())
+        return true; // it goes by the name of its file
     if (mayBeginWithStar && name.length() > 1 && name.at(0) == L'*')
         return ZvDbSymbolTableRecord::isValidName(name.mid(1));
     return ZvDbSymbolTableRecord::isValidName(name);
@@ -285,7 +288,7 @@ Zv::ErrorStatus ZvDbSymbolTable::add(ZvDbSymbolTableRecord *record, ZvDbObjectId
     if (!isRecordName(*record, name))
         return Zv::eInvalidInput;
     // The tiles of model space are so many records of one name.
-    if (!record->isKindOf(ZvDbViewportTableRecord::desc()) && has(name))
+    if (!record->isKindOf(ZvDbViewportTableRecord::desc()) && !name.isEmpty() && has(name))
         return Zv::eDuplicateKey;
     if (ZvDbLayerTableRecord *layer = zvrxCast<ZvDbLayerTableRecord>(record)) {
         if (!database->owns(layer->linetypeObjectId()))
@@ -377,16 +380,7 @@ void ZvDbLayerTable::generateUsageData()
     ZvDbDatabasePrivate *database = ZvDbDatabasePrivate::of(this);
     if (!database)
         return;
-    std::vector<bool> usedCombinations(database->propertiesTable.end());
-    for (std::uint32_t index = 1; index < database->stubs.end(); ++index) {
-        const std::uint32_t number = database->propertyNumbers[index];
-        if (number == 0)
-            continue;
-        // What an erased block or reference owns is gone with it.
-        const ZvDbStub &stub = database->stubs[index];
-        if (!stub.isErased() && (stub.owner == 0 || !database->stubs[stub.owner].isErased()))
-            usedCombinations[number] = true;
-    }
+    const std::vector<bool> usedCombinations = database->usedProperties();
     std::vector<bool> usedLayers(database->stubs.end());
     for (std::uint32_t number = 1; number < database->propertiesTable.end(); ++number) {
         if (usedCombinations[number])

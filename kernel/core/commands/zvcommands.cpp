@@ -6,9 +6,9 @@
 
 void zvcoreAddBuiltInCommands(ZvEdCommandStack &stack)
 {
-    const ZvBuiltInCommands units[] = {zvcoreFileCommands(),   zvcoreDrawCommands(),    zvcoreModifyCommands(),
-                                       zvcoreSelectCommands(), zvcoreSettingCommands(), zvcoreUndoCommands(),
-                                       zvcoreUcsCommands(),    zvcoreViewCommands()};
+    const ZvBuiltInCommands units[] = {zvcoreFileCommands(),     zvcoreDrawCommands(),   zvcoreModifyCommands(),
+                                       zvcoreLinetypeCommands(), zvcoreSelectCommands(), zvcoreSettingCommands(),
+                                       zvcoreUndoCommands(),     zvcoreUcsCommands(),    zvcoreViewCommands()};
     const ZvRxResourceInstance program(nullptr);
     for (const ZvBuiltInCommands &unit : units) {
         for (int i = 0; i < unit.count; ++i) {

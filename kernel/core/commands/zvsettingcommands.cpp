@@ -108,32 +108,6 @@ bool askLineWeight(const ZvString &text, ZvDb::LineWeight &weight)
     return false;
 }
 
-template<class Table>
-ZvDbObjectId find(const ZvString &name)
-{
-    Table *table = nullptr;
-    ZvDbObjectId id;
-    if (zvcoreCurrentDatabase()->getSymbolTable(table, ZvDb::kForRead) == Zv::eOk) {
-        id = table->getIdAt(name);
-        table->close();
-    }
-    return id;
-}
-
-/// The record of a name that is asked for; the command fails when there is none.
-template<class Table>
-bool askRecord(const ZvString &prompt, const ZvString &kind, ZvDbObjectId &id)
-{
-    ZvString name;
-    if (!zvcoreAskName(prompt, name))
-        return false;
-    id = find<Table>(name);
-    if (!id.isNull())
-        return true;
-    zvedFailCommand(ZvString(L"There is no ") + kind + ZvString(L" named ") + name);
-    return false;
-}
-
 template<class Table, class Record>
 bool makeRecord(const ZvString &name, ZvDbObjectId &id)
 {
@@ -159,7 +133,7 @@ template<class Change>
 void changeLayer(Change change)
 {
     ZvDbObjectId id;
-    if (!askRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id))
+    if (!zvcoreAskRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id))
         return;
     if (ZvDbObjectPointer<ZvDbLayerTableRecord> layer(id, ZvDb::kForWrite); layer)
         change(*layer);
@@ -180,7 +154,7 @@ void layerOption(ZvDbDatabase &database, const ZvString &option)
 {
     if (option == L"Set") {
         ZvDbObjectId id;
-        if (askRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id))
+        if (zvcoreAskRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id))
             setCurrentLayer(database, id);
     } else if (option == L"New" || option == L"Make") {
         ZvString name;
@@ -188,7 +162,7 @@ void layerOption(ZvDbDatabase &database, const ZvString &option)
         if (!zvcoreAskName(L"Name of the new layer:", name))
             return;
         if (option == L"Make")
-            id = find<ZvDbLayerTable>(name);
+            id = zvcoreFindRecord<ZvDbLayerTable>(name);
         if (id.isNull() && !makeRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(name, id))
             return;
         if (option == L"Make")
@@ -212,7 +186,7 @@ void layerOption(ZvDbDatabase &database, const ZvString &option)
         ZvString name;
         if (zvedGetString(zvcorePrompt(ZvEdPrompt::kString, L"Line type:"), name) != ZvEdInput::kNormal)
             return;
-        const ZvDbObjectId linetype = find<ZvDbLinetypeTable>(name);
+        const ZvDbObjectId linetype = zvcoreFindRecord<ZvDbLinetypeTable>(name);
         if (linetype.isNull())
             zvedFailCommand(ZvString(L"There is no line type named ") + name);
         else
@@ -224,7 +198,7 @@ void layerOption(ZvDbDatabase &database, const ZvString &option)
     } else if (option == L"Rename") {
         ZvDbObjectId id;
         ZvString name;
-        if (!askRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id) || !zvcoreAskName(L"New name:", name))
+        if (!zvcoreAskRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id) || !zvcoreAskName(L"New name:", name))
             return;
         ZvDbObjectPointer<ZvDbLayerTableRecord> layer(id, ZvDb::kForWrite);
         if (layer && layer->setName(name) != Zv::eOk)
@@ -260,16 +234,6 @@ void lineWeight()
         zvcoreCurrentDatabase()->setCelweight(weight);
 }
 
-void lineType()
-{
-    ZvString option;
-    if (zvedGetKeyword(zvcorePrompt(ZvEdPrompt::kKeyword, L"Line type [Set]:", L"Set"), option) != ZvEdInput::kKeyword)
-        return;
-    ZvDbObjectId id;
-    if (askRecord<ZvDbLinetypeTable>(L"Line type name:", L"line type", id))
-        zvcoreCurrentDatabase()->setCeltype(id);
-}
-
 /// Sets the current text style, or makes one.
 void textStyle()
 {
@@ -280,7 +244,7 @@ void textStyle()
     ZvDbDatabase *database = zvcoreCurrentDatabase();
     ZvDbObjectId id;
     if (option == L"Set") {
-        if (askRecord<ZvDbTextStyleTable>(L"Style name:", L"text style", id))
+        if (zvcoreAskRecord<ZvDbTextStyleTable>(L"Style name:", L"text style", id))
             database->setTextstyle(id);
         return;
     }
@@ -295,7 +259,7 @@ void dimensionStyle()
     if (zvedGetKeyword(zvcorePrompt(ZvEdPrompt::kKeyword, L"Dimension style [Set]:", L"Set"), option) != ZvEdInput::kKeyword)
         return;
     ZvDbObjectId id;
-    if (!askRecord<ZvDbDimStyleTable>(L"Style name:", L"dimension style", id))
+    if (!zvcoreAskRecord<ZvDbDimStyleTable>(L"Style name:", L"dimension style", id))
         return;
     zvcoreCurrentDatabase()->setDimstyle(id);
     zvcoreCurrentDatabase()->setDimstyleData(id);
@@ -335,7 +299,6 @@ constexpr int kFlags = ZvEdCommand::kUsePickSet | ZvEdCommand::kKeepPickSet;
 const ZvBuiltInCommand kCommands[] = {
     {"-LAYER", kFlags, layer},       {"LAYER", kFlags, layer},
     {"-COLOR", kFlags, color},       {"COLOR", kFlags, color},
-    {"-LINETYPE", kFlags, lineType}, {"LINETYPE", kFlags, lineType},
     {"-LWEIGHT", kFlags, lineWeight}, {"LWEIGHT", kFlags, lineWeight},
     {"-STYLE", kFlags, textStyle},   {"STYLE", kFlags, textStyle},
     {"-DIMSTYLE", kFlags, dimensionStyle}, {"DIMSTYLE", kFlags, dimensionStyle},

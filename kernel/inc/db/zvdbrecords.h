@@ -115,8 +115,9 @@ public:
     void setObliquingAngle(double angle);
     bool isVertical() const { return (m_flags & 4) != 0; }
     void setIsVertical(bool vertical);
-    /// The record stands for a shape file and is no style for texts.
+    /// The record stands for a shape file and is no style for texts. It has no name of its own.
     bool isShapeFile() const { return (m_flags & 1) != 0; }
+    void setIsShapeFile(bool shapeFile);
     ZvString fontFileName() const { return m_fontFile; }
     void setFontFileName(const ZvString &name);
     ZvString bigFontFileName() const { return m_bigFontFile; }
