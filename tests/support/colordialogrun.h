@@ -3,6 +3,7 @@
 #define COLORDIALOGRUN_H
 
 #include "dialogbag.h"
+#include "messageboxes.h"
 #include "modaldriver.h"
 #include "modulesession.h"
 
@@ -20,7 +21,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QStringList>
 #include <QTest>
 
 typedef QPair<const char *, int> ColorKey;
@@ -39,37 +39,6 @@ inline int packed(int red, int green, int blue)
 {
     return red | green << 8 | blue << 16;
 }
-
-/// Answers the plain message boxes and keeps their texts for the life of the object.
-class MessageRecorder
-{
-public:
-    MessageRecorder()
-    {
-        texts().clear();
-        m_before = zvuiSetMessageBoxHook(answer);
-    }
-    ~MessageRecorder() { zvuiSetMessageBoxHook(m_before); }
-    MessageRecorder(const MessageRecorder &) = delete;
-    MessageRecorder &operator=(const MessageRecorder &) = delete;
-
-    /// "text|caption|flags" of each box so far.
-    static QStringList &texts()
-    {
-        static QStringList list;
-        return list;
-    }
-
-private:
-    static int answer(const ZvString &text, const ZvString &caption, unsigned flags)
-    {
-        texts() << QString::fromUtf8(text.toUtf8().c_str()) + QLatin1Char('|')
-                + QString::fromUtf8(caption.toUtf8().c_str()) + QLatin1Char('|') + QString::number(flags);
-        return 1;
-    }
-
-    ZvUiMessageBoxHook m_before;
-};
 
 inline QString badIndexText()
 {

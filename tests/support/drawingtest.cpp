@@ -25,24 +25,6 @@ private:
     ZvMonitorGlobalUISystemVarReactor *m_reactor;
 };
 
-struct BoxRecord
-{
-    std::vector<MessageBoxes::Shown> shown;
-    int answer = 1;
-};
-
-BoxRecord &boxRecord()
-{
-    static BoxRecord record;
-    return record;
-}
-
-int answerBox(const ZvString &text, const ZvString &caption, unsigned flags)
-{
-    boxRecord().shown.push_back({text, caption, flags});
-    return boxRecord().answer;
-}
-
 template<class Table, class Record>
 ZvDbObjectId addRecord(ZvDbDatabase &drawing, Record *record, const ZvString &name)
 {
@@ -78,23 +60,6 @@ BusHost::BusHost()
 BusHost::~BusHost()
 {
     zv_arbitDict_clearservice(busKey());
-}
-
-MessageBoxes::MessageBoxes(int answer)
-{
-    boxRecord().shown.clear();
-    boxRecord().answer = answer;
-    zvuiSetMessageBoxHook(answerBox);
-}
-
-MessageBoxes::~MessageBoxes()
-{
-    zvuiSetMessageBoxHook(nullptr);
-}
-
-const std::vector<MessageBoxes::Shown> &MessageBoxes::shown()
-{
-    return boxRecord().shown;
 }
 
 void DrawingTest::init()

@@ -2,6 +2,7 @@
 #ifndef DRAWINGTEST_H
 #define DRAWINGTEST_H
 
+#include "messageboxes.h"
 #include "modulesession.h"
 #include "zevatest.h"
 #include "zvmonitorglobaluisystemvarreactor.h"
@@ -29,26 +30,6 @@ public:
     BusHost &operator=(const BusHost &) = delete;
 
     ZvMonitorGlobalUISystemVarReactor reactor;
-};
-
-/// Answers message boxes for the life of the object, and remembers them.
-class MessageBoxes
-{
-public:
-    struct Shown
-    {
-        ZvString text;
-        ZvString caption;
-        unsigned flags;
-    };
-
-    /// Each box is answered with the button \a answer.
-    explicit MessageBoxes(int answer = 1);
-    ~MessageBoxes();
-    MessageBoxes(const MessageBoxes &) = delete;
-    MessageBoxes &operator=(const MessageBoxes &) = delete;
-
-    static const std::vector<Shown> &shown();
 };
 
 /// Base of the tests on a drawing: each function begins with the core started, the library loaded, the update bus offered

@@ -83,14 +83,14 @@ private Q_SLOTS:
 
 private:
     QScopedPointer<ModuleSession> m_session;
-    QScopedPointer<MessageRecorder> m_messages;
+    QScopedPointer<MessageBoxes> m_messages;
 };
 
 void TestColorButton::init()
 {
     ZevaTest::init();
     m_session.reset(new ModuleSession);
-    m_messages.reset(new MessageRecorder);
+    m_messages.reset(new MessageBoxes);
 }
 
 void TestColorButton::cleanup()

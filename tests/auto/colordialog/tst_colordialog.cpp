@@ -110,14 +110,14 @@ private Q_SLOTS:
 
 private:
     QScopedPointer<ModuleSession> m_session;
-    QScopedPointer<MessageRecorder> m_messages;
+    QScopedPointer<MessageBoxes> m_messages;
 };
 
 void TestColorDialog::init()
 {
     ZevaTest::init();
     m_session.reset(new ModuleSession);
-    m_messages.reset(new MessageRecorder);
+    m_messages.reset(new MessageBoxes);
 }
 
 void TestColorDialog::cleanup()
@@ -289,7 +289,7 @@ void TestColorDialog::firstTabIsChosenWithoutCarrying()
     QCOMPARE(run.method(), 194);
     QCOMPARE(run.color(), packed(10, 20, 30));
     QCOMPARE(run.trueColorText()->text(), QStringLiteral("10,20,30"));
-    QVERIFY(m_messages->texts().isEmpty());
+    QVERIFY(m_messages->lines().isEmpty());
 }
 
 void TestColorDialog::indexTabGoesToTrueColor_data()
@@ -327,7 +327,7 @@ void TestColorDialog::indexTabGoesToTrueColor()
     QCOMPARE(run.tabs()->currentIndex(), 1);
     QCOMPARE(run.color(), carried);
     QCOMPARE(run.trueColorText()->text(), text);
-    QVERIFY(m_messages->texts().isEmpty());
+    QVERIFY(m_messages->lines().isEmpty());
 }
 
 void TestColorDialog::refusedIndexTextKeepsTheIndexTab()
@@ -337,7 +337,7 @@ void TestColorDialog::refusedIndexTextKeepsTheIndexTab()
     run.tabs()->setCurrentIndex(0);
     run.indexText()->setText(QStringLiteral("257"));
     run.tabs()->setCurrentIndex(1);
-    QCOMPARE(m_messages->texts(), QStringList{badIndexText()});
+    QCOMPARE(m_messages->lines(), QStringList{badIndexText()});
     QCOMPARE(run.tabs()->currentIndex(), 0);
     // the refused text has made room for the true colour tab's colour
     QCOMPARE(run.indexText()->text(), QStringLiteral("0,255,0"));
@@ -364,7 +364,7 @@ void TestColorDialog::trueColorComesBack()
     QCOMPARE(run.indexText()->text(), typed);
     QCOMPARE(run.method(), 194);
     QCOMPARE(run.color(), color);
-    QVERIFY(m_messages->texts().isEmpty());
+    QVERIFY(m_messages->lines().isEmpty());
 }
 
 void TestColorDialog::refusedTrueColorGoesBackWithTheColourBefore()
@@ -372,7 +372,7 @@ void TestColorDialog::refusedTrueColorGoesBackWithTheColourBefore()
     const ColorDialogRun run({{"clrMethod", 194}, {"selectClr", packed(1, 2, 3)}});
     run.trueColorText()->setText(QStringLiteral("255,255,256"));
     run.tabs()->setCurrentIndex(0);
-    QCOMPARE(m_messages->texts(), QStringList{badTrueColorText()});
+    QCOMPARE(m_messages->lines(), QStringList{badTrueColorText()});
     QCOMPARE(run.tabs()->currentIndex(), 0);
     QCOMPARE(run.indexText()->text(), QStringLiteral("1,2,3"));
     QCOMPARE(run.color(), packed(1, 2, 3));
@@ -396,7 +396,7 @@ void TestColorDialog::secondRoundTripLosesTheTrueColor()
     run.tabs()->setCurrentIndex(0);
     run.tabs()->setCurrentIndex(1); // the text is taken, but has no index
     QCOMPARE(run.color(), 0x70000);
-    QVERIFY(m_messages->texts().isEmpty());
+    QVERIFY(m_messages->lines().isEmpty());
 }
 
 void TestColorDialog::otherPositionsCarryNothing()
@@ -466,7 +466,7 @@ void TestColorDialog::endingsHaveTheirCodes()
     QCOMPARE(intOf(run.adapter->getResult(), "result"), result);
     QCOMPARE(run.method(), 195);
     QCOMPARE(run.color(), 1);
-    QVERIFY(m_messages->texts().isEmpty());
+    QVERIFY(m_messages->lines().isEmpty());
 }
 
 void TestColorDialog::refusedTextKeepsTheDialogOpen_data()
@@ -496,7 +496,7 @@ void TestColorDialog::refusedTextKeepsTheDialogOpen()
     QCOMPARE(run.adapter->doModal(), 2);
     QVERIFY(driver.finished());
     QVERIFY(stayedOpen);
-    QCOMPARE(m_messages->texts(), QStringList{message});
+    QCOMPARE(m_messages->lines(), QStringList{message});
     QCOMPARE(text->text(), QStringLiteral("nonsense"));
     QCOMPARE(run.method(), method);
     QCOMPARE(run.color(), 5);
@@ -521,7 +521,7 @@ void TestColorDialog::swatchWithRefusedTextCancels()
     });
     QCOMPARE(run.adapter->doModal(), 2);
     QVERIFY(driver.finished());
-    QCOMPARE(m_messages->texts(), QStringList{message});
+    QCOMPARE(m_messages->lines(), QStringList{message});
 }
 
 void TestColorDialog::trueColorTabWritesItsText()

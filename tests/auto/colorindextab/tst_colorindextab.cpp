@@ -150,14 +150,14 @@ private Q_SLOTS:
 
 private:
     QScopedPointer<ModuleSession> m_session;
-    QScopedPointer<MessageRecorder> m_messages;
+    QScopedPointer<MessageBoxes> m_messages;
 };
 
 void TestColorIndexTab::init()
 {
     ZevaTest::init();
     m_session.reset(new ModuleSession);
-    m_messages.reset(new MessageRecorder);
+    m_messages.reset(new MessageBoxes);
 }
 
 void TestColorIndexTab::cleanup()
@@ -989,7 +989,7 @@ void TestColorIndexTab::textIsValidated()
     QCOMPARE(run.method(), method);
     QCOMPARE(run.color(), color);
     QCOMPARE(run.indexText()->text(), text);
-    QCOMPARE(m_messages->texts(), accepted ? QStringList() : QStringList{badIndexText()});
+    QCOMPARE(m_messages->lines(), accepted ? QStringList() : QStringList{badIndexText()});
 }
 
 void TestColorIndexTab::trueColourTextIsKeptOnly_data()
@@ -1020,7 +1020,7 @@ void TestColorIndexTab::trueColourTextIsKeptOnly()
     QCOMPARE(index, 77u);
     QCOMPARE(run.method(), method);
     QCOMPARE(run.color(), color);
-    QCOMPARE(m_messages->texts().size(), accepted ? 0 : 1);
+    QCOMPARE(m_messages->lines().size(), accepted ? 0 : 1);
 }
 
 ZEVA_TEST_MAIN(TestColorIndexTab)

@@ -194,14 +194,14 @@ private Q_SLOTS:
 
 private:
     QScopedPointer<ModuleSession> m_session;
-    QScopedPointer<MessageRecorder> m_messages;
+    QScopedPointer<MessageBoxes> m_messages;
 };
 
 void TestTrueColorTab::init()
 {
     ZevaTest::init();
     m_session.reset(new ModuleSession);
-    m_messages.reset(new MessageRecorder);
+    m_messages.reset(new MessageBoxes);
 }
 
 void TestTrueColorTab::cleanup()
@@ -488,7 +488,7 @@ void TestTrueColorTab::textIsValidated()
     unsigned b = 1000;
     QCOMPARE(tab.trueColorTab()->readRgb(r, g, b), accepted);
     QCOMPARE((QList<unsigned>{r, g, b}), accepted ? (QList<unsigned>{1, 22, 255}) : (QList<unsigned>{10, 20, 30}));
-    QCOMPARE(m_messages->texts(), accepted ? QStringList() : QStringList{badTrueColorText()});
+    QCOMPARE(m_messages->lines(), accepted ? QStringList() : QStringList{badTrueColorText()});
     // nothing else follows: the text is as typed, panel and labels show the colour before
     QCOMPARE(tab.text(), text);
     QCOMPARE(tab.hslValues(), before);
