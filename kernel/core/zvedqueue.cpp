@@ -232,7 +232,8 @@ const ZvEdCommand *findCommand(const ZvString &word)
 
 void runWord(const ZvString &word)
 {
-    const ZvString name = word.at(0) == L'\'' ? word.mid(1) : word;
+    const bool isTransparent = word.at(0) == L'\'';
+    const ZvString name = isTransparent ? word.mid(1) : word;
     const ZvEdCommand *found = findCommand(name);
     if (!found) {
         const ZvString text = ZvString(L"Unknown command: ") + word;
@@ -244,7 +245,7 @@ void runWord(const ZvString &word)
     const ZvEdCommand command = *found; // it may be removed while it runs
     if ((command.flags & ZvEdCommand::kNoEcho) == 0)
         zvedPrint(ZvString(L"Command: ") + command.localName);
-    runCommand(command, false);
+    runCommand(command, isTransparent && (command.flags & ZvEdCommand::kTransparent));
 }
 
 }

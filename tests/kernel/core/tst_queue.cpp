@@ -224,6 +224,14 @@ TEST_F(QueueTest, cmdactiveTellsWhatRuns)
     EXPECT_EQ(commandActive(), 0);
 }
 
+TEST_F(QueueTest, theApostropheMakesACommandTransparentAtThePromptToo)
+{
+    run("'INSIDE");
+    EXPECT_EQ(s_active, 2);
+    run("'HIDDEN"); // not one that may be transparent
+    EXPECT_EQ(s_active, 1);
+}
+
 TEST_F(QueueTest, anUnseenMacroLeavesNoLine)
 {
     TestHost host;
