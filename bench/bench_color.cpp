@@ -3,8 +3,8 @@
 // The colour controls beside plain Qt ones, in one run:
 //
 //   - the colour combo's refill, done at each opening, beside clear() and addItem() with ready icons on a QComboBox of
-//   as
-//     many rows; aimed at 1.2 times its time;
+//     as many rows; aimed at 1.2 times its time. A fill of other rows than before, as a change of the style brings, is
+//     shown beside it;
 //   - the colour dialog from the call to its first paint, beside a QColorDialog; aimed at 1.3 times its time;
 //   - a mouse move over a grid of the dialog, painting included; aimed at a tenth of a frame of 60 Hz.
 //
@@ -59,6 +59,20 @@ void colorComboRefill(benchmark::State &state)
     state.counters["rows"] = combo.count();
 }
 BENCHMARK(colorComboRefill)->Unit(benchmark::kMicrosecond);
+
+/// A row more at the top each other time: none stands where it stood.
+void colorComboRefillOfOtherRows(benchmark::State &state)
+{
+    constexpr unsigned kOneMore = 7 | ZvColorComboBox::kColorViewNone;
+    ZvColorComboBox combo(true, nullptr);
+    unsigned style = kOneMore;
+    for (auto _ : state) {
+        combo.setViewStyle(style);
+        style ^= ZvColorComboBox::kColorViewNone;
+    }
+    state.counters["rows"] = combo.count();
+}
+BENCHMARK(colorComboRefillOfOtherRows)->Unit(benchmark::kMicrosecond);
 
 /// Notes that a widget was painted.
 class PaintWatch : public QObject

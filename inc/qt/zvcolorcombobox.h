@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QMetaType>
 #include <QString>
+#include <QVector>
 
 #include <cstdint>
 
@@ -153,7 +154,9 @@ private:
     enum class Found { kNo, kByValue, kByIndex };
 
     void setUp();
-    void addFixedRows(const ZvApDocument &document, const unsigned int *palette, const ZvDbObjectId &layerId);
+    QVector<ColorData> fixedRows(const ZvApDocument &document, const unsigned int *palette,
+                                 const ZvDbObjectId &layerId) const;
+    void showRows(const QVector<ColorData> &rows);
     void addRow(int index, const ColorData &data);
     ColorData rowAt(int index) const;
     void takePick(const ColorData &data);

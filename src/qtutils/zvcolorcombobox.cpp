@@ -13,12 +13,12 @@
 
 #include <QMessageBox>
 #include <QPointer>
-#include <QStandardItemModel>
 #include <QStyledItemDelegate>
 
 namespace {
 
 constexpr int kBasicColors = 7; // by index from 1
+constexpr int kMostFixedRows = kBasicColors + 4;
 constexpr int kLastIndex = 255;
 constexpr int kForeground = 7; // white on a dark background, black on a light one
 constexpr int kMostCustomColors = 10;
@@ -141,6 +141,11 @@ bool hasCurrentPalette()
     return display && display->paletteState();
 }
 
+bool operator==(const ColorData &a, const ColorData &b)
+{
+    return a.name == b.name && a.color == b.color && a.type == b.type && a.entityColor == b.entityColor;
+}
+
 /// The colour as ZevaUISetting takes it.
 class ZvCmColorWarp : public ZvCmColor
 {
@@ -255,12 +260,11 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
     {
         const ZvHookedCleared filling(*this);
         const ZvQtBlockSignalUtil block(this);
-        clear();
         if (const ZvApDocument *document = zvCurrentDocument()) {
             const unsigned int *palette = zvsiutCurPalette();
             m_hasSelectItem = false;
             m_paletteStamp = palette[0];
-            addFixedRows(*document, palette, layerId);
+            showRows(fixedRows(*document, palette, layerId));
             subInit();
             if (addColor && hasCurrentPalette()) {
                 addRow(count(), formatColor(color.entityColor(), palette, ZvDbObjectId()));
@@ -268,6 +272,8 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
             }
             if (m_viewStyle & kColorViewSelect)
                 AppendFinish();
+        } else {
+            clear();
         }
     }
     const QVariant current = currentData();
@@ -275,43 +281,54 @@ void ZvColorComboBox::init(const ZvCmColor &color, bool addColor, ZvDbObjectId l
         m_shownColor = current.value<ColorData>().color;
 }
 
-void ZvColorComboBox::addFixedRows(const ZvApDocument &document, const unsigned int *palette,
-                                   const ZvDbObjectId &layerId)
+QVector<ColorData> ZvColorComboBox::fixedRows(const ZvApDocument &document, const unsigned int *palette,
+                                              const ZvDbObjectId &layerId) const
 {
-    // All at once: combo and view hear of one change and not of one a row.
-    auto *items = qobject_cast<QStandardItemModel *>(model());
-    QList<QStandardItem *> added;
-    const auto add = [this, items, &added](const ColorData &data) {
-        if (!items) { // a caller has set a model of his own
-            addRow(count(), data);
-            return;
-        }
-        auto *item = new QStandardItem(zvColorSwatch(data.color, m_swatchSize), data.name);
-        item->setData(QVariant::fromValue(data), Qt::UserRole);
-        added << item;
-    };
-
+    QVector<ColorData> rows;
+    rows.reserve(kMostFixedRows);
     const ZvDbDatabase *drawing = document.database();
     if (m_viewStyle & kColorViewUseCurrent && drawing) {
         // The picture of the current colour, but no colour: the caller leaves what he has.
         ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
         current.name = QStringLiteral("使用当前项");
         current.entityColor = plainColor(ZvCm::kNone);
-        add(current);
+        rows << current;
     }
     if (m_viewStyle & kColorViewNone)
-        add(formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId()));
+        rows << formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId());
     if (m_viewStyle & kColorViewByLayerBlock) {
-        add(formatColor(plainColor(ZvCm::kByLayer), palette, layerId));
-        add(formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId()));
+        rows << formatColor(plainColor(ZvCm::kByLayer), palette, layerId);
+        rows << formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId());
     }
     for (int index = 1; index <= kBasicColors; ++index) {
         ZvCmEntityColor basic;
         basic.setColorIndex(std::uint16_t(index));
-        add(formatColor(basic, palette, ZvDbObjectId()));
+        rows << formatColor(basic, palette, ZvDbObjectId());
     }
-    if (items)
-        items->invisibleRootItem()->appendRows(added);
+    return rows;
+}
+
+/// Makes these the only rows, and the first one current. What a fill before has left as it has to be is not touched: a
+/// list is filled each time it opens, and hardly ever has anything changed.
+void ZvColorComboBox::showRows(const QVector<ColorData> &rows)
+{
+    if (count() > rows.size())
+        model()->removeRows(rows.size(), count() - rows.size(), rootModelIndex());
+    for (int row = 0; row < rows.size(); ++row) {
+        const ColorData &data = rows.at(row);
+        if (row == count()) {
+            addRow(row, data);
+            continue;
+        }
+        const QIcon swatch = zvColorSwatch(data.color, m_swatchSize);
+        if (itemText(row) == data.name && rowAt(row) == data && itemIcon(row).cacheKey() == swatch.cacheKey())
+            continue;
+        model()->setItemData(model()->index(row, modelColumn(), rootModelIndex()),
+                             {{Qt::DisplayRole, data.name},
+                              {Qt::DecorationRole, swatch},
+                              {Qt::UserRole, QVariant::fromValue(data)}});
+    }
+    setCurrentIndex(0);
 }
 
 void ZvColorComboBox::subInit()

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
 
 namespace {
@@ -217,6 +218,9 @@ private Q_SLOTS:
     void listOpens_data();
     void listOpens();
     void openingRefillsTheHookedOne();
+    void openingPutsTheRowsRight_data();
+    void openingPutsTheRowsRight();
+    void openingLeavesRowsThatStandAlone();
     void openingKeepsTheRowWithoutWriting();
     void blankStaysBlankOverOpening();
 
@@ -1286,6 +1290,7 @@ void TestColorComboBox::listOpens_data()
     QTest::addColumn<bool>("opens");
     QTest::newRow("hooked, 0") << true << "" << false << 0 << true;
     QTest::newRow("hooked, 1 an ordinary command") << true << "_.OPENLIST " << false << 1 << false;
+    QTest::newRow("hooked, 2 a transparent command alone") << true << "'_.OPENLIST " << false << 2 << true;
     QTest::newRow("hooked, 3 a transparent command in another")
         << true << "_.CIRCLE '_.OPENLIST ^C^C" << false << 3 << false;
     QTest::newRow("hooked, 8 a dialog") << true << "" << true << 8 << true;
@@ -1328,6 +1333,129 @@ void TestColorComboBox::openingRefillsTheHookedOne()
         combo.hidePopup();
         QCOMPARE(rowsOf(combo) == kDefaultRows, hooked);
     }
+}
+
+namespace {
+
+/// What became of a list between two openings.
+enum ListChange {
+    kNothing,
+    kRowRemoved,
+    kRowOnTop,
+    kRowAtTheEnd,
+    kTextChanged,
+    kSwatchChanged,
+    kRecordChanged,
+    kRecordGone,
+    kAllGone,
+    kModelOfTheCaller,
+    kLayerRecoloured,
+    kForegroundChanged,
+};
+
+/// Text, swatch and record of each row.
+QVector<QVariantList> contentsOf(const QComboBox &combo)
+{
+    QVector<QVariantList> rows;
+    for (int row = 0; row < combo.count(); ++row) {
+        const ColorData data = dataOf(combo, row);
+        rows << QVariantList{combo.itemText(row), swatchOf(combo, row), data.name, data.color, data.type,
+                             data.entityColor.color()};
+    }
+    return rows;
+}
+
+} // namespace
+
+void TestColorComboBox::openingPutsTheRowsRight_data()
+{
+    QTest::addColumn<int>("what");
+    QTest::newRow("nothing has changed") << int(kNothing);
+    QTest::newRow("a row is gone") << int(kRowRemoved);
+    QTest::newRow("a row more on top") << int(kRowOnTop);
+    QTest::newRow("rows more at the end") << int(kRowAtTheEnd);
+    QTest::newRow("another text") << int(kTextChanged);
+    QTest::newRow("another swatch") << int(kSwatchChanged);
+    QTest::newRow("another record") << int(kRecordChanged);
+    QTest::newRow("no record") << int(kRecordGone);
+    QTest::newRow("no rows at all") << int(kAllGone);
+    QTest::newRow("a model of the caller's") << int(kModelOfTheCaller);
+    QTest::newRow("the layer has another colour") << int(kLayerRecoloured);
+    QTest::newRow("the foreground is black") << int(kForegroundChanged);
+}
+
+void TestColorComboBox::openingPutsTheRowsRight()
+{
+    QFETCH(int, what);
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    combo.appendCustomInfo(formatColor(indexWord(42), zvsiutCurPalette(), ZvDbObjectId()));
+    combo.showPopup();
+    combo.hidePopup();
+    QStandardItemModel callers;
+    {
+        const QSignalBlocker showing(combo);
+        switch (what) {
+        case kRowRemoved:
+            combo.removeItem(5);
+            break;
+        case kRowOnTop:
+            combo.SetUseColorNone();
+            break;
+        case kRowAtTheEnd:
+            combo.addItems({QStringLiteral("one"), QStringLiteral("two")});
+            break;
+        case kTextChanged:
+            combo.setItemText(3, QStringLiteral("amber"));
+            break;
+        case kSwatchChanged:
+            combo.setItemIcon(3, QIcon());
+            break;
+        case kRecordChanged:
+            combo.setItemData(3, QVariant::fromValue(dataOf(combo, 4)));
+            break;
+        case kRecordGone:
+            combo.setItemData(3, QVariant());
+            break;
+        case kAllGone:
+            combo.clear();
+            break;
+        case kModelOfTheCaller:
+            callers.appendRow(new QStandardItem(QStringLiteral("the caller's")));
+            combo.setModel(&callers);
+            break;
+        case kLayerRecoloured:
+            change<ZvDbLayerTableRecord>(drawing().clayer(),
+                                         [](ZvDbLayerTableRecord &layer) { layer.setColor(colorOf(indexWord(3))); });
+            break;
+        case kForegroundChanged:
+            zvsiutSetDisplayBackground(0xFFFFFF);
+            break;
+        default:
+            break;
+        }
+    }
+    combo.showPopup();
+    combo.hidePopup();
+
+    ZvColorComboBox fresh(true, nullptr);
+    fresh.appendCustomInfo(formatColor(indexWord(42), zvsiutCurPalette(), ZvDbObjectId()));
+    fresh.init(ZvCmColor(), false, ZvDbObjectId());
+    QCOMPARE(rowsOf(combo), rowsOf(fresh));
+    QCOMPARE(contentsOf(combo), contentsOf(fresh));
+}
+
+void TestColorComboBox::openingLeavesRowsThatStandAlone()
+{
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    const QPersistentModelIndex byLayer = combo.model()->index(0, 0);
+    const QPersistentModelIndex white = combo.model()->index(8, 0);
+    const QSignalSpy changed(combo.model(), &QAbstractItemModel::dataChanged);
+    combo.showPopup();
+    combo.hidePopup();
+    QVERIFY(byLayer.isValid() && white.isValid());
+    QCOMPARE(changed.size(), 0);
 }
 
 void TestColorComboBox::openingKeepsTheRowWithoutWriting()
