@@ -14,10 +14,12 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QDialog>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QToolBar>
@@ -71,6 +73,8 @@ private Q_SLOTS:
     void everyDialogOfTheMenu_data();
     void everyDialogOfTheMenu();
     void theControlsWindowTellsWhatIsPicked();
+    void journeyOnADrawing_data();
+    void journeyOnADrawing();
 
 private:
     MainWindow &window() { return m_session->window(); }
@@ -89,6 +93,18 @@ private:
     void waitForIdle() { QTRY_VERIFY(!window().host()->isBusy() && !zvedQueueHasInput()); }
     /// Opens the list and takes a row by keyboard.
     void pick(QComboBox &box, const QString &text);
+    /// Opens the tool bar's list with the mouse and takes a row with it.
+    void pickByMouse(const QString &text);
+    /// Opens the colour dialog from the tool bar's list by keyboard.
+    void pickFromDialog(ModalDriver &driver);
+    std::vector<ZvDbObjectId> linesOfTheModel();
+    ZvDbObjectId layerOf(ZvDbObjectId id)
+    {
+        const ZvDbObjectPointer<ZvDbEntity> entity(id, ZvDb::kForRead);
+        return entity->layerId();
+    }
+    bool clickOn(ZvDbObjectId line);
+    bool findThreeLines(ZvDbObjectId &first, ZvDbObjectId &second, ZvDbObjectId &elsewhere);
 
     std::unique_ptr<WorkbenchSession> m_session;
 };
@@ -242,6 +258,7 @@ void tst_workbench_color::everyDialogOfTheMenu_data()
 {
     QTest::addColumn<QString>("action");
     QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("offersReferences"); // by layer and by block
     const char *const lines[] = {
         "clrMethod=195 selectClr=30", "clrMethod=194 selectClr=13792792", "clrMethod=192 selectClr=256",
         "clrMethod=193 selectClr=0",  "clrMethod=195 selectClr=1",        "clrMethod=195 selectClr=3",
@@ -249,7 +266,8 @@ void tst_workbench_color::everyDialogOfTheMenu_data()
     };
     int i = 0;
     for (const DialogDemo &demo : colorDialogDemos())
-        QTest::newRow(qPrintable(demo.id)) << demo.id << QString::fromLatin1(lines[i++]);
+        QTest::newRow(qPrintable(demo.id)) << demo.id << QString::fromLatin1(lines[i++])
+                                           << (demo.id != QLatin1String("colorDialogWithoutReferences"));
     QCOMPARE(i, int(std::size(lines)));
 }
 
@@ -260,10 +278,19 @@ void tst_workbench_color::everyDialogOfTheMenu()
     m_session->newDrawing();
     const QMenu *menu = window().findChild<QMenu *>(QStringLiteral("colorDialogMenu"));
     QVERIFY(menu && menu->actions().contains(m_session->action(action.toUtf8().constData())));
+    QFETCH(bool, offersReferences);
+    QMap<QString, bool> enabled;
     ModalDriver driver;
-    driver.next(pressOk);
+    driver.next([&enabled](QDialog *dialog) {
+        for (const QAbstractButton *button : dialog->findChildren<QAbstractButton *>())
+            enabled[button->text()] = button->isEnabled();
+        pressOk(dialog);
+    });
     m_session->action(action.toUtf8().constData())->trigger();
     QVERIFY(driver.finished());
+    QVERIFY(enabled.contains(QStringLiteral("ByLayer(&L)")) && enabled.contains(QStringLiteral("ByBlock(&K)")));
+    QCOMPARE(enabled[QStringLiteral("ByLayer(&L)")], offersReferences);
+    QCOMPARE(enabled[QStringLiteral("ByBlock(&K)")], offersReferences);
     QCOMPARE(window().commandLine()->history().split(QLatin1Char('\n')).last(),
              QStringLiteral("ColorDialog: {\"result\": 1} ") + line);
 }
@@ -291,6 +318,206 @@ void tst_workbench_color::theControlsWindowTellsWhatIsPicked()
     QCOMPARE(last->text(), QStringLiteral("colorChanged: 24,118,210"));
     controls->close();
     QTRY_VERIFY(!window().findChild<QDialog *>(QStringLiteral("controlsWindow")));
+}
+
+// ---- a day at work --------------------------------------------------------------------------------------------------
+
+void tst_workbench_color::pickByMouse(const QString &text)
+{
+    QTest::mouseClick(&combo(), Qt::LeftButton);
+    QTRY_VERIFY(combo().view()->isVisible());
+    const int row = combo().findText(text);
+    QVERIFY2(row >= 0, qPrintable(text));
+    const QPoint place = combo().view()->visualRect(combo().model()->index(row, 0)).center();
+    QTest::mouseMove(combo().view()->viewport(), place);
+    QTest::mouseClick(combo().view()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    waitForIdle();
+    QCOMPARE(window().focusWidget(), static_cast<QWidget *>(&m_session->view()));
+}
+
+void tst_workbench_color::pickFromDialog(ModalDriver &driver)
+{
+    combo().setFocus();
+    QTest::keyClick(&combo(), Qt::Key_Down, Qt::AltModifier);
+    QTRY_VERIFY(combo().view()->isVisible());
+    QTest::keyClick(combo().view(), Qt::Key_Down); // a blank list has no row to start from
+    QTest::keyClick(combo().view(), Qt::Key_End);
+    QTest::keyClick(combo().view(), Qt::Key_Return);
+    waitForIdle();
+    QVERIFY(driver.finished());
+    QCOMPARE(window().focusWidget(), static_cast<QWidget *>(&m_session->view()));
+}
+
+std::vector<ZvDbObjectId> tst_workbench_color::linesOfTheModel()
+{
+    std::vector<ZvDbObjectId> lines;
+    const ZvDbObjectPointer<ZvDbBlockTableRecord> space(m_session->database().modelSpaceId(), ZvDb::kForRead);
+    ZvDbBlockTableRecordIterator *iterator = nullptr;
+    if (!space || space->newIterator(iterator) != Zv::eOk)
+        return lines;
+    for (; !iterator->done(); iterator->step()) {
+        const ZvDbObjectPointer<ZvDbLine> line(iterator->entityId(), ZvDb::kForRead);
+        if (!line)
+            continue;
+        const ZvDbObjectPointer<ZvDbLayerTableRecord> layer(line->layerId(), ZvDb::kForRead);
+        if (layer && !layer->isOff() && !layer->isFrozen() && !layer->isLocked())
+            lines.push_back(iterator->entityId());
+    }
+    delete iterator;
+    return lines;
+}
+
+/// Goes near and clicks on the middle; false where something else is taken there.
+bool tst_workbench_color::clickOn(ZvDbObjectId line)
+{
+    ZvGePoint3d from;
+    ZvGePoint3d to;
+    {
+        const ZvDbObjectPointer<ZvDbLine> opened(line, ZvDb::kForRead);
+        from = opened->startPoint();
+        to = opened->endPoint();
+    }
+    ZvGeExtents2d box;
+    box.add(ZvGePoint2d(from.x, from.y));
+    box.add(ZvGePoint2d(to.x, to.y));
+    ViewCamera camera = m_session->view().camera();
+    camera.fit(box, 0.2);
+    m_session->view().setCamera(camera);
+    const QPoint middle = m_session->pixel((from.x + to.x) / 2, (from.y + to.y) / 2);
+    const std::vector<ZvDbObjectId> there = m_session->view().entitiesAt(middle);
+    if (there.empty() || there.front() != line)
+        return false;
+    m_session->click(middle);
+    return !m_session->selection().empty() && m_session->selection().back() == line;
+}
+
+/// Two lines of one layer and one of another, each of which a click takes.
+bool tst_workbench_color::findThreeLines(ZvDbObjectId &first, ZvDbObjectId &second, ZvDbObjectId &elsewhere)
+{
+    for (const ZvDbObjectId &line : linesOfTheModel()) {
+        const bool isNeeded = first.isNull() || (layerOf(line) == layerOf(first) ? second : elsewhere).isNull();
+        if (!isNeeded || !clickOn(line))
+            continue;
+        QTest::keyClick(&m_session->view(), Qt::Key_Escape);
+        (first.isNull() ? first : layerOf(line) == layerOf(first) ? second : elsewhere) = line;
+        if (!second.isNull() && !elsewhere.isNull())
+            return true;
+    }
+    return false;
+}
+
+void tst_workbench_color::journeyOnADrawing_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("plan") << QStringLiteral(ZEVA_SAMPLES_DIR "/plan.dxf");
+    QTest::newRow("a section of a house") << QStringLiteral(ZEVA_DRAWINGS_DIR "/dxf/section-f-house-r2018.dxf");
+    QTest::newRow("a wall of 2007") << QStringLiteral(ZEVA_DRAWINGS_DIR "/dxf/wall-section-k1-r2007.dxf");
+}
+
+void tst_workbench_color::journeyOnADrawing()
+{
+    QFETCH(QString, file);
+    if (!QFile::exists(file))
+        QSKIP("not among the drawings of this machine");
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("journey.dxf"));
+    QVERIFY(QFile::copy(file, path));
+    QVERIFY(QFile(path).setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+    QVERIFY(window().host()->openDocument(path));
+    QCoreApplication::processEvents();
+    QVERIFY(m_session->database().tilemode());
+    ZvDbObjectId first;
+    ZvDbObjectId second;
+    ZvDbObjectId elsewhere;
+    QVERIFY(findThreeLines(first, second, elsewhere));
+    const QString currentBefore = currentColor();
+    const QString elsewhereBefore = colorOf(elsewhere);
+    QMap<quint64, QString> colors;
+    for (const ZvDbObjectId &line : linesOfTheModel())
+        colors[line.handle()] = colorOf(line);
+    const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        window().activateWindow(); // there is no window manager to do it after a dialog
+        QTRY_VERIFY(window().isActiveWindow());
+        QTest::keyClick(&m_session->view(), key, modifiers);
+        waitForIdle();
+    };
+
+    // one line, from the list
+    QVERIFY(clickOn(first));
+    pickByMouse(QStringLiteral("红"));
+    QCOMPARE(colorOf(first), QStringLiteral("1"));
+    QCOMPARE(combo().currentText(), QStringLiteral("红"));
+
+    // another, from the dialog
+    press(Qt::Key_Escape);
+    QVERIFY(clickOn(second));
+    {
+        ModalDriver driver;
+        driver.next(choose(QStringLiteral("30")));
+        pickFromDialog(driver);
+    }
+    QCOMPARE(colorOf(second), QStringLiteral("30"));
+    QCOMPARE(combo().currentText(), QStringLiteral("颜色 30"));
+
+    // the first again, back to its layer
+    press(Qt::Key_Escape);
+    QVERIFY(clickOn(first));
+    QCOMPARE(combo().currentText(), QStringLiteral("红"));
+    pick(combo(), QStringLiteral("ByLayer"));
+    QCOMPARE(colorOf(first), QStringLiteral("ByLayer"));
+
+    // both, which differ
+    QVERIFY(clickOn(second));
+    QCOMPARE(combo().currentText(), QString());
+    QVERIFY(combo().isEnabled());
+    pickByMouse(QStringLiteral("青"));
+    QCOMPARE(colorOf(first), QStringLiteral("4"));
+    QCOMPARE(colorOf(second), QStringLiteral("4"));
+    QCOMPARE(combo().currentText(), QStringLiteral("青"));
+
+    // with one on a locked layer, which is left out and told of
+    press(Qt::Key_Escape);
+    QString layerName;
+    {
+        const ZvDbObjectPointer<ZvDbLayerTableRecord> layer(layerOf(elsewhere), ZvDb::kForRead);
+        layerName = toQString(layer->name());
+    }
+    m_session->type(QStringLiteral("-layer"));
+    m_session->type(QStringLiteral("lock"));
+    m_session->type(layerName);
+    waitForIdle();
+    QVERIFY(clickOn(first));
+    QVERIFY(clickOn(elsewhere));
+    QString told;
+    {
+        ModalDriver driver;
+        driver.next(choose(QStringLiteral("200")));
+        driver.next([&told](QDialog *dialog) {
+            for (const QLabel *label : dialog->findChildren<QLabel *>())
+                told += label->text();
+            pressOk(dialog);
+        });
+        pickFromDialog(driver);
+    }
+    QVERIFY2(told.contains(QStringLiteral("在锁定图层上有 1 个对象未被更新。")), qPrintable(told));
+    QCOMPARE(colorOf(first), QStringLiteral("200"));
+    QCOMPARE(colorOf(elsewhere), elsewhereBefore);
+
+    // taken back in one step
+    press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(colorOf(first), QStringLiteral("4"));
+    QCOMPARE(currentColor(), currentBefore);
+
+    // and all of it is in the file
+    press(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!m_session->database().isModified());
+    const ZvDbDatabasePtr saved = ZvDbDatabase::create();
+    ZvDbFileReport report;
+    QCOMPARE(saved->readFile(toZvString(path), report), Zv::eOk);
+    colors[first.handle()] = QStringLiteral("4");
+    colors[second.handle()] = QStringLiteral("4");
+    for (auto line = colors.cbegin(); line != colors.cend(); ++line)
+        QCOMPARE(colorOf(saved->idOfHandle(line.key())), line.value());
 }
 
 ZEVA_TEST_MAIN(tst_workbench_color)
