@@ -191,6 +191,16 @@ void ZvDbDatabase::setUndoMergeKey(const ZvString &key)
     d->undo.setMergeKey(key);
 }
 
+ZvDbDatabase::UndoMerge::UndoMerge(ZvDbDatabase &database, const ZvString &key)
+    : m_database(database), m_before(database.d->undo.exchangeMergeKey(key))
+{
+}
+
+ZvDbDatabase::UndoMerge::~UndoMerge()
+{
+    m_database.d->undo.exchangeMergeKey(m_before);
+}
+
 bool ZvDbDatabase::canUndo() const
 {
     return d->undo.canUndo();

@@ -315,6 +315,13 @@ void ZvDbUndo::setMergeKey(const ZvString &key)
         m_done.back().mergeKey = key;
 }
 
+ZvString ZvDbUndo::exchangeMergeKey(const ZvString &key)
+{
+    const ZvString before = m_mergeKey;
+    m_mergeKey = key;
+    return before;
+}
+
 // ---- the history
 
 bool ZvDbUndo::undo()

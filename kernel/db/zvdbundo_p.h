@@ -90,6 +90,8 @@ public:
     void endImplicitStep();
 
     void setMergeKey(const ZvString &key);
+    /// The key before. Unlike setMergeKey() an empty key does not part the last step from what may follow.
+    ZvString exchangeMergeKey(const ZvString &key);
     bool canUndo() const { return m_levels.empty() && !m_done.empty(); }
     bool canRedo() const { return m_levels.empty() && !m_undone.empty(); }
     ZvString undoName() const { return m_done.empty() ? ZvString() : m_done.back().name; }

@@ -111,6 +111,20 @@ public:
     void endUndoStep();
     /// The next step adds itself to the last one, as long as \a key is the one that made it. Empty ends it.
     void setUndoMergeKey(const ZvString &key);
+    /// Sets the merge key for the life of the object and puts back the one before: steps that others make in between keep
+    /// their own. Steps of an empty key never merge. The database must outlive it.
+    class ZV_EXPORT UndoMerge
+    {
+    public:
+        UndoMerge(ZvDbDatabase &database, const ZvString &key);
+        ~UndoMerge();
+        UndoMerge(const UndoMerge &) = delete;
+        UndoMerge &operator=(const UndoMerge &) = delete;
+
+    private:
+        ZvDbDatabase &m_database;
+        ZvString m_before;
+    };
     bool canUndo() const;
     bool canRedo() const;
     /// Name of the step that undo() or redo() would take; empty when there is none.

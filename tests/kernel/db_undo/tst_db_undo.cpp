@@ -242,6 +242,59 @@ TEST_F(Undo, stepsOfOneKeyMerge)
     EXPECT_EQ(color(), 3);
 }
 
+TEST_F(Undo, stepsOfOneKeyMergeOverAGapWithoutOthers)
+{
+    const auto paintMerged = [this](int color, const wchar_t *key) {
+        const ZvDbDatabase::UndoMerge merge(db, key);
+        paint(layer, color);
+    };
+    paintMerged(1, L"list");
+    paintMerged(2, L"list");
+    paint(layer, 3); // someone else's, with no key
+    paintMerged(4, L"list");
+    paintMerged(5, L"another list");
+    paintMerged(6, L"");
+    paintMerged(1, L"");
+    for (const int before : {6, 5, 4, 3, 2, 7}) {
+        EXPECT_TRUE(db.undo());
+        EXPECT_EQ(color(), before);
+    }
+    EXPECT_FALSE(db.canUndo());
+}
+
+TEST_F(Undo, aMergedStepCanBeRedone)
+{
+    for (const int color : {1, 2, 3}) {
+        const ZvDbDatabase::UndoMerge merge(db, L"list");
+        paint(layer, color);
+    }
+    db.undo();
+    EXPECT_EQ(color(), 7);
+    db.redo();
+    EXPECT_EQ(color(), 3);
+    {
+        const ZvDbDatabase::UndoMerge merge(db, L"list");
+        paint(layer, 4); // what was undone and redone is whole
+    }
+    db.undo();
+    EXPECT_EQ(color(), 3);
+}
+
+TEST_F(Undo, aMergeInsideAnotherPutsItsKeyBack)
+{
+    db.setUndoMergeKey(L"slider");
+    paint(layer, 1);
+    {
+        const ZvDbDatabase::UndoMerge merge(db, L"list");
+        paint(layer, 2);
+    }
+    paint(layer, 3);
+    paint(layer, 4);
+    db.setUndoMergeKey(L"");
+    db.undo();
+    EXPECT_EQ(color(), 2);
+}
+
 TEST_F(Undo, erasingAndBringingBack)
 {
     const ZvDbObjectId line = addLine(db);
