@@ -2,6 +2,7 @@
 #include "zvcolorbutton.h"
 
 #include "private/zvcolorchoice.h"
+#include "private/zvcolorswatch.h"
 #include "private/zvqtcolor.h"
 
 #include <QFontMetrics>
@@ -16,7 +17,6 @@ constexpr int kHeight = 25;
 constexpr int kButtonMargin = 5; // beside the text
 constexpr int kButtonHeight = 20;
 constexpr qreal kBorderWidth = 2.0;
-constexpr qreal kPictureBorderWidth = 0.5;
 constexpr QRgb kHoverBorder = qRgb(0, 120, 215);
 constexpr QRgb kBorder = qRgb(191, 191, 191);
 
@@ -55,12 +55,7 @@ void ZvColorButtonWidget::setColor(ZvCmColor color)
 
 QPixmap ZvColorButtonWidget::getColorPixmapWithBorder(int w, int h, const QColor &color)
 {
-    QPixmap pixmap(w, h);
-    pixmap.fill(color);
-    QPainter painter(&pixmap);
-    painter.setPen(borderPen(Qt::black, kPictureBorderWidth));
-    painter.drawRect(0, 0, w - 2, h - 2);
-    return pixmap;
+    return zvColorPixmapWithBorder(w, h, color);
 }
 
 void ZvColorButtonWidget::mousePressEvent(QMouseEvent *event)

@@ -78,3 +78,14 @@ QIcon zvColorDialogSwatch(int size)
         return pixmap;
     });
 }
+
+QPixmap zvColorPixmapWithBorder(int w, int h, const QColor &color)
+{
+    constexpr qreal kBorderWidth = 0.5;
+    QPixmap pixmap(w, h);
+    pixmap.fill(color);
+    QPainter painter(&pixmap);
+    painter.setPen(QPen(Qt::black, kBorderWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    painter.drawRect(0, 0, w - 2, h - 2);
+    return pixmap;
+}
