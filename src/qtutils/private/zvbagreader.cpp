@@ -70,6 +70,12 @@ QStringList zvBagTexts(const ZvJsonPtr &node, const char *key)
     return texts;
 }
 
+ZvDbObjectId zvBagId(const ZvJsonPtr &node, const char *key)
+{
+    const ZvJsonPtr member = zvBagTree(node, key);
+    return member ? ZvDbObjectId::fromInt64(member->asId()) : ZvDbObjectId();
+}
+
 bool zvBagHasKey(const ZvJsonPtr &node, const char *key)
 {
     return node && node->hasKey(key);

@@ -3,6 +3,7 @@
 #define ZVBAGREADER_H
 
 #include "base/zvjson.h"
+#include "db/zvdbobjectid.h"
 
 #include <QString>
 #include <QStringList>
@@ -23,6 +24,8 @@ ZvJsonPtr zvBagTree(const ZvJsonPtr &node, const char *key);
 QStringList zvBagTexts(const ZvJsonPtr &node, const char *key);
 /// The elements of an array, in order; a null element is a null pointer. A missing array is an empty one.
 QVector<ZvJsonPtr> zvBagElements(const ZvJsonPtr &node, const char *key);
+/// The null id is the fallback.
+ZvDbObjectId zvBagId(const ZvJsonPtr &node, const char *key);
 bool zvBagHasKey(const ZvJsonPtr &node, const char *key);
 
 #endif

@@ -54,6 +54,7 @@ void TestZvBagReader::fallbackIsGivenWhereThereIsNoValue()
     QCOMPARE(zvBagDouble(node, "key", 2.5), 2.5);
     QCOMPARE(zvBagString(node, "key", QStringLiteral("缺省")), QStringLiteral("缺省"));
     QCOMPARE(zvBagString(node, "key"), QString());
+    QVERIFY(zvBagId(node, "key").isNull());
     QVERIFY(!zvBagTree(node, "key"));
     QCOMPARE(zvBagTexts(node, "key"), QStringList());
 }
@@ -71,6 +72,8 @@ void TestZvBagReader::valueIsGivenWhereThereIsOne()
     QCOMPARE(zvBagBool(node, "bool", true), false);
     QCOMPARE(zvBagDouble(node, "double", 0), 210.5);
     QCOMPARE(zvBagString(node, "text"), QStringLiteral("标题"));
+    node->SetDataId("id", (7ULL << 32) + 5);
+    QCOMPARE(zvBagId(node, "id").asInt64(), std::uint64_t((7ULL << 32) + 5));
 }
 
 void TestZvBagReader::numbersAndBoolsConvert()
