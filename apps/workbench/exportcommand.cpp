@@ -68,12 +68,9 @@ bool exportDrawing(ZvDbDatabase &database, const QString &path, QString &error, 
     ZvString message;
     Zv::ErrorStatus status = Zv::eOk;
     if (QFileInfo(path).suffix().compare(QLatin1String("dxf"), Qt::CaseInsensitive) == 0) {
-        // A copy elsewhere is not the drawing's own file: what was not saved is still not saved.
-        const bool modified = database.isModified();
         ZvDbFileReport report;
-        status = database.saveAs(toZvString(path), report, progress);
+        status = database.writeCopy(toZvString(path), report, progress);
         message = report.message;
-        database.setModified(modified);
     } else {
         status = zvgiExport(&database, toZvString(path), message, 0, 0, progress);
     }

@@ -1069,6 +1069,5 @@ Zv::ErrorStatus zvdbSaveDrawing(ZvDbDatabasePrivate &database, const std::string
         return report.status;
     }
     warnings.finish(nullptr);
-    database.q.setModified(false);
     return Zv::eOk;
 }

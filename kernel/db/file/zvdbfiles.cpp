@@ -23,5 +23,13 @@ Zv::ErrorStatus ZvDbDatabase::readStream(const void *bytes, std::size_t size, Zv
 
 Zv::ErrorStatus ZvDbDatabase::saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress)
 {
+    const Zv::ErrorStatus status = zvdbSaveDrawing(*d, path.toStdString(), report, progress);
+    if (status == Zv::eOk)
+        setModified(false);
+    return status;
+}
+
+Zv::ErrorStatus ZvDbDatabase::writeCopy(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress)
+{
     return zvdbSaveDrawing(*d, path.toStdString(), report, progress);
 }

@@ -66,6 +66,8 @@ public:
     /// Writes beside the file and renames over it: whatever fails, the old file stays whole. A drawing that was read
     /// keeps its form (version, text or binary, line ends) and every tag that was not changed.
     Zv::ErrorStatus saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    /// The same without counting as a save: what was not saved before is still not saved.
+    Zv::ErrorStatus writeCopy(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     ZvDb::FileVersion fileVersion() const;
     bool isFileBinary() const;
     /// Changed since it was read, made or saved.
