@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "autosave.h"
 #include "look.h"
 #include "mainwindow.h"
 #include "programoptions.h"
@@ -9,6 +10,7 @@
 #include <QApplication>
 #include <QGuiApplication>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
@@ -31,12 +33,27 @@ void dropNoise(QtMsgType, const QMessageLogContext &, const QString &message)
     writeTo(stderr, message + QLatin1Char('\n'));
 }
 
+bool isWatched(const ProgramOptions &options)
+{
+    return !options.quit && QGuiApplication::platformName() != QLatin1String("offscreen");
+}
+
 /// Runs without anybody watching leave no trace in the user's settings.
 std::unique_ptr<QSettings> settingsFor(const ProgramOptions &options)
 {
-    if (options.quit || QGuiApplication::platformName() == QLatin1String("offscreen"))
+    if (!isWatched(options))
         return nullptr;
     return std::make_unique<QSettings>(QStringLiteral("zeva"), QStringLiteral("zvworkbench"));
+}
+
+/// Empty: no copies are kept, and nothing is asked about.
+QString recoveryFolder(const ProgramOptions &options)
+{
+    if (options.quit || options.autosaveSeconds == 0)
+        return QString();
+    if (!options.recoveryFolder.isEmpty() || !isWatched(options))
+        return options.recoveryFolder;
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + QLatin1String("/recovery");
 }
 
 } // namespace
@@ -75,6 +92,10 @@ int main(int argc, char *argv[])
 
     StartupSteps steps(window, options);
     QTimer::singleShot(0, &window, [&] {
+        const QString recovery = recoveryFolder(options);
+        if (!recovery.isEmpty())
+            workbench.startRecovery(recovery,
+                                    options.autosaveSeconds > 0 ? options.autosaveSeconds : Autosave::kDefaultSeconds);
         steps.run();
         if (!steps.error().isEmpty())
             writeTo(stderr, QStringLiteral("zvworkbench: %1\n").arg(steps.error()));

@@ -20,10 +20,14 @@ const Option kOptions[] = {
     {"state", "FILE", "write the state of drawings, settings, selection and controls as JSON"},
     {"grab", "FILE.png", "write a picture of the main window once the drawing is shown completely"},
     {"export", "FILE", "write the drawing as .dxf, .png, .pdf or .svg, by the ending"},
+    {"recovery", "FOLDER", "keep copies of unsaved drawings there, for the case that the program is killed"},
+    {"autosave", "SECONDS", "time between two such copies, 30 by default; 0 keeps none"},
     {"quit", nullptr, "end when all of the above is done"},
     {"help", nullptr, "show this text"},
     {"version", nullptr, "show the version"},
 };
+
+constexpr int kLongestAutosave = 3600; // seconds
 
 QString fromTable(const char *text)
 {
@@ -52,6 +56,13 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
     options.stateFile = parser.value(QStringLiteral("state"));
     options.grabFile = parser.value(QStringLiteral("grab"));
     options.exportFile = parser.value(QStringLiteral("export"));
+    options.recoveryFolder = parser.value(QStringLiteral("recovery"));
+    if (parser.isSet(QStringLiteral("autosave"))) {
+        bool isNumber = false;
+        options.autosaveSeconds = parser.value(QStringLiteral("autosave")).toInt(&isNumber);
+        if (!isNumber || options.autosaveSeconds < 0 || options.autosaveSeconds > kLongestAutosave)
+            options.error = QStringLiteral("The option --autosave needs a number of seconds from 0 to 3600.");
+    }
     options.quit = parser.isSet(QStringLiteral("quit"));
     options.showHelp = parser.isSet(QStringLiteral("help"));
     options.showVersion = parser.isSet(QStringLiteral("version"));
@@ -64,7 +75,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
         if (isScript || name == QLatin1String("macro"))
             options.steps << Step{isScript, parser.values(name).value(taken[name]++)};
     }
-    for (const char *name : {"select", "state", "grab", "export"}) {
+    for (const char *name : {"select", "state", "grab", "export", "recovery"}) {
         if (parser.isSet(fromTable(name)) && parser.value(fromTable(name)).isEmpty())
             options.error = QStringLiteral("The option --%1 needs a value.").arg(fromTable(name));
     }
@@ -79,7 +90,7 @@ QString ProgramOptions::helpText()
         QString left = QStringLiteral("  --") + fromTable(option.name);
         if (option.value)
             left += QLatin1Char(' ') + fromTable(option.value);
-        text += left.leftJustified(20) + fromTable(option.help) + QLatin1Char('\n');
+        text += left.leftJustified(22) + fromTable(option.help) + QLatin1Char('\n');
     }
     text += QStringLiteral(
         "\n"

@@ -21,6 +21,8 @@ struct ProgramOptions
     QString stateFile;
     QString grabFile;
     QString exportFile;
+    QString recoveryFolder; ///< Empty: the usual one.
+    int autosaveSeconds = -1; ///< -1: as usual.
     bool quit = false;
     bool showHelp = false;
     bool showVersion = false;

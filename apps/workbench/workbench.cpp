@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "workbench.h"
 
+#include "autosave.h"
 #include "colorcommand.h"
 #include "core/zvsystem.h"
 #include "mainwindow.h"
 #include "panels.h"
 #include "propertybar.h"
+#include "recoveryquestion.h"
+#include "recoverystore.h"
 #include "updatebushost.h"
 #include "utils/zventityimage.h"
 #include "viewcolors.h"
@@ -33,9 +36,18 @@ Workbench::~Workbench()
     ZvApDocManager *documents = zvDocManagerPtr();
     while (documents->documentCount() > 0)
         documents->closeDocument(documents->documentAt(0));
+    m_autosave.reset();
+    m_recovery.reset();
     m_color.reset();
     m_window.reset(); // with all controls
     m_bus.reset();
     zvrxEntryPoint(kZvRxUnloadModule);
     CHcSystem::stop();
+}
+
+void Workbench::startRecovery(const QString &folder, int seconds)
+{
+    m_recovery = std::make_unique<RecoveryStore>(folder);
+    m_autosave = std::make_unique<Autosave>(*m_window, *m_recovery, seconds);
+    offerRecovery(*m_window, *m_recovery, *m_autosave);
 }

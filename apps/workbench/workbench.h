@@ -2,11 +2,15 @@
 #ifndef WORKBENCH_H
 #define WORKBENCH_H
 
+#include <QString>
+
 #include <memory>
 
+class Autosave;
 class ColorCommand;
 class MainWindow;
 class QSettings;
+class RecoveryStore;
 class UpdateBusHost;
 
 /// The running program: starts the kernel's core, loads the library through its module entry, offers the update bus,
@@ -23,6 +27,12 @@ public:
     Workbench(const Workbench &) = delete;
     Workbench &operator=(const Workbench &) = delete;
 
+    /// Keeps copies of unsaved drawings below \a folder from now on, written every so many seconds (0: on demand only),
+    /// and asks about those of programs that were killed.
+    void startRecovery(const QString &folder, int seconds);
+    /// Null before startRecovery().
+    Autosave *autosave() { return m_autosave.get(); }
+
     MainWindow &window() { return *m_window; }
     UpdateBusHost &bus() { return *m_bus; }
 
@@ -31,6 +41,8 @@ private:
     std::unique_ptr<UpdateBusHost> m_bus;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<ColorCommand> m_color;
+    std::unique_ptr<RecoveryStore> m_recovery;
+    std::unique_ptr<Autosave> m_autosave;
 };
 
 #endif

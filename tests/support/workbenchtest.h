@@ -31,6 +31,7 @@ public:
 
     bool isExposed() const { return m_exposed; }
     MainWindow &window() { return m_workbench.window(); }
+    Workbench &workbench() { return m_workbench; }
     UpdateBusHost &bus() { return m_workbench.bus(); }
     ZvApDocument *document() const { return zvDocManagerPtr()->currentDocument(); }
     ZvDbDatabase &database() const { return *document()->database(); }
