@@ -116,6 +116,23 @@ ZvDbObjectId DrawingTest::addLineType(const ZvString &name)
     return addRecord<ZvDbLinetypeTable>(drawing(), new ZvDbLinetypeTableRecord, name);
 }
 
+ZvDbObjectId DrawingTest::addLineType(const ZvString &name, const std::vector<double> &lengths)
+{
+    const ZvDbObjectId id = addLineType(name);
+    setPattern(id, lengths);
+    return id;
+}
+
+void DrawingTest::setPattern(ZvDbObjectId lineType, const std::vector<double> &lengths)
+{
+    change<ZvDbLinetypeTableRecord>(lineType, [&lengths](ZvDbLinetypeTableRecord &record) {
+        std::vector<ZvDbLinetypeTableRecord::Dash> dashes(lengths.size());
+        for (std::size_t i = 0; i < lengths.size(); ++i)
+            dashes[i].length = lengths[i];
+        record.setDashes(dashes);
+    });
+}
+
 ZvDbObjectId DrawingTest::addTextStyle(const ZvString &name)
 {
     return addRecord<ZvDbTextStyleTable>(drawing(), new ZvDbTextStyleTableRecord, name);

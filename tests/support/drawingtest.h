@@ -53,6 +53,9 @@ protected:
 
     static ZvDbObjectId addLayer(const ZvString &name);
     static ZvDbObjectId addLineType(const ZvString &name);
+    /// With a pattern of dashes, gaps (below 0) and dots (0).
+    static ZvDbObjectId addLineType(const ZvString &name, const std::vector<double> &lengths);
+    static void setPattern(ZvDbObjectId lineType, const std::vector<double> &lengths);
     static ZvDbObjectId addTextStyle(const ZvString &name);
     static ZvDbObjectId addDimStyle(const ZvString &name);
     static ZvDbObjectId addMaterial(const ZvString &name);

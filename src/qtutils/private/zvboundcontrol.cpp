@@ -3,6 +3,8 @@
 
 #include "db/zvdbobject.h"
 
+#include <QStandardItemModel>
+
 using namespace ZvGlobalUIReactorHelp;
 
 namespace {
@@ -87,6 +89,25 @@ int zvFindRow(const QComboBox &combo, const QString &name, ZvNameMatch match)
 void zvAddPlainRow(QComboBox &combo, const QString &name)
 {
     combo.insertItem(combo.count(), QIcon(), name, QVariant());
+}
+
+void zvAppendRows(QComboBox &combo, const QVector<ZvRow> &rows)
+{
+    auto *model = qobject_cast<QStandardItemModel *>(combo.model());
+    if (!model) { // a caller has set one of his own
+        for (const ZvRow &row : rows)
+            combo.insertItem(combo.count(), row.icon, row.text, row.data);
+        return;
+    }
+    QList<QStandardItem *> items;
+    items.reserve(rows.size());
+    for (const ZvRow &row : rows) {
+        auto *item = new QStandardItem(row.icon, row.text);
+        item->setData(row.data, Qt::UserRole);
+        items << item;
+    }
+    if (!items.isEmpty())
+        model->invisibleRootItem()->appendRows(items);
 }
 
 void zvShowName(QComboBox &combo, CZvQtControlHelp &control, const QString &name, ZvNameMatch match)

@@ -12,6 +12,7 @@
 #include "base/zvlog.h"
 
 #include <QComboBox>
+#include <QVector>
 
 #include <vector>
 
@@ -121,6 +122,17 @@ int zvFindRow(const QComboBox &combo, const QString &name, ZvNameMatch match);
 
 /// A row at the end with nothing but its text.
 void zvAddPlainRow(QComboBox &combo, const QString &name);
+
+/// A row to be added.
+struct ZvRow
+{
+    QIcon icon;
+    QString text;
+    QVariant data; ///< Under Qt::UserRole.
+};
+
+/// Adds rows at the end, all at once: combo and view hear of one change and not of one a row.
+void zvAppendRows(QComboBox &combo, const QVector<ZvRow> &rows);
 
 /// The control is being filled: hooked is cleared for the length of a scope.
 class ZvHookedCleared

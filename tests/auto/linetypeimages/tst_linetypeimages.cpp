@@ -163,21 +163,6 @@ private Q_SLOTS:
     void anEditedPatternDropsOnePicture();
 
 private:
-    ZvDbObjectId addPattern(const ZvString &name, const std::vector<double> &lengths)
-    {
-        const ZvDbObjectId id = addLineType(name);
-        setPattern(id, lengths);
-        return id;
-    }
-    static void setPattern(ZvDbObjectId id, const std::vector<double> &lengths)
-    {
-        change<ZvDbLinetypeTableRecord>(id, [&lengths](ZvDbLinetypeTableRecord &record) {
-            std::vector<ZvDbLinetypeTableRecord::Dash> dashes(lengths.size());
-            for (std::size_t i = 0; i < lengths.size(); ++i)
-                dashes[i].length = lengths[i];
-            record.setDashes(dashes);
-        });
-    }
     void openReferences()
     {
         const ZvDbDatabasePtr database = ZvDbDatabase::create();
@@ -191,8 +176,8 @@ private:
 
 void TestLineTypeImages::eachLineTypeOnceInTableOrder()
 {
-    const ZvDbObjectId zebra = addPattern(L"Zebra", {4.0, -2.0});
-    const ZvDbObjectId apple = addPattern(L"apple", {1.0, -1.0});
+    const ZvDbObjectId zebra = addLineType(L"Zebra", {4.0, -2.0});
+    const ZvDbObjectId apple = addLineType(L"apple", {1.0, -1.0});
     const std::vector<Row> rows = readAll();
     QCOMPARE(namesOf(rows), (QStringList{"ByBlock", "ByLayer", "Continuous", "Zebra", "apple"}));
     QCOMPARE(rows[3].id, zebra);
@@ -227,9 +212,9 @@ void TestLineTypeImages::namesWithStarAndBarAreListed()
 
 void TestLineTypeImages::erasedAndHeldOnesAreLeftOut()
 {
-    const ZvDbObjectId erased = addPattern(L"Erased", {4.0, -2.0});
-    const ZvDbObjectId held = addPattern(L"Held", {4.0, -2.0});
-    addPattern(L"Other", {4.0, -2.0});
+    const ZvDbObjectId erased = addLineType(L"Erased", {4.0, -2.0});
+    const ZvDbObjectId held = addLineType(L"Held", {4.0, -2.0});
+    addLineType(L"Other", {4.0, -2.0});
     change<ZvDbLinetypeTableRecord>(erased, [](ZvDbLinetypeTableRecord &record) { record.erase(); });
     const ZvDbObjectPointer<ZvDbLinetypeTableRecord> holder(held, ZvDb::kForWrite);
     QCOMPARE(namesOf(readAll()), (QStringList{"ByBlock", "ByLayer", "Continuous", "Other"}));
@@ -237,7 +222,7 @@ void TestLineTypeImages::erasedAndHeldOnesAreLeftOut()
 
 void TestLineTypeImages::recordsAreClosedDuringTheCall()
 {
-    addPattern(L"Dashed", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
     int calls = 0;
     ZevaUISetting::getLineTypeInfo(kWidth, kHeight, [&](ZvGiRasterImagePtr &, ZvString &, ZvDbObjectId &id) {
         ++calls;
@@ -250,14 +235,14 @@ void TestLineTypeImages::recordsAreClosedDuringTheCall()
 
 void TestLineTypeImages::callbackMayChangeTheTable()
 {
-    addPattern(L"Dashed", {4.0, -2.0});
-    const ZvDbObjectId last = addPattern(L"Last", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
+    const ZvDbObjectId last = addLineType(L"Last", {4.0, -2.0});
     QStringList names;
     ZevaUISetting::getLineTypeInfo(kWidth, kHeight, [&](ZvGiRasterImagePtr &, ZvString &name, ZvDbObjectId &) {
         names << QString::fromUtf8(name.toUtf8().c_str());
         if (name == ZvString(L"Dashed")) {
             change<ZvDbLinetypeTableRecord>(last, [](ZvDbLinetypeTableRecord &record) { record.erase(); });
-            addPattern(L"New", {4.0, -2.0});
+            addLineType(L"New", {4.0, -2.0});
         }
         name = L"changed"; // the caller's to do with as it likes
     });
@@ -267,16 +252,16 @@ void TestLineTypeImages::callbackMayChangeTheTable()
 
 void TestLineTypeImages::withoutCallbackNothingHappens()
 {
-    addPattern(L"Dashed", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
     ZevaUISetting::getLineTypeInfo(kWidth, kHeight, nullptr);
     QCOMPARE(drawing().openObjectCount(), 0);
 }
 
 void TestLineTypeImages::currentDrawingCounts()
 {
-    const ZvDbObjectId first = addPattern(L"First", {4.0, -2.0});
+    const ZvDbObjectId first = addLineType(L"First", {4.0, -2.0});
     openAnother();
-    const ZvDbObjectId second = addPattern(L"Second", {4.0, -2.0});
+    const ZvDbObjectId second = addLineType(L"Second", {4.0, -2.0});
     QVERIFY(!find(readAll(), L"First"));
     QVERIFY(find(readAll(), L"Second"));
     ZvGiRasterImagePtr image;
@@ -321,7 +306,7 @@ void TestLineTypeImages::singleIsFoundWithoutRegardToCase_data()
 void TestLineTypeImages::singleIsFoundWithoutRegardToCase()
 {
     QFETCH(QString, name);
-    const ZvDbObjectId id = addPattern(L"Dashed", {4.0, -2.0});
+    const ZvDbObjectId id = addLineType(L"Dashed", {4.0, -2.0});
     ZvGiRasterImagePtr image;
     QCOMPARE(ZevaUISetting::getLineTypeRasterImage(ZvString(name.toUtf8().constData()), 96, 14, image), id);
     QVERIFY(image);
@@ -348,7 +333,7 @@ void TestLineTypeImages::singleLeavesTheImageAlone()
     QFETCH(QString, name);
     QFETCH(int, width);
     QFETCH(int, height);
-    addPattern(L"Dashed", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
     const ZvGiRasterImagePtr before = zvutImageWrap("\0\0\0", 1, 1, 24);
     ZvGiRasterImagePtr image = before;
     const ZvString wanted = ZvString(name.toUtf8().constData());
@@ -358,7 +343,7 @@ void TestLineTypeImages::singleLeavesTheImageAlone()
 
 void TestLineTypeImages::singleReplacesTheImage()
 {
-    addPattern(L"Dashed", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
     ZvGiRasterImagePtr image = zvutImageWrap("\0\0\0", 1, 1, 24);
     ZevaUISetting::getLineTypeRasterImage(L"Dashed", kWidth, kHeight, image);
     QCOMPARE(int(image->pixelWidth()), kWidth);
@@ -369,8 +354,8 @@ void TestLineTypeImages::singleReplacesTheImage()
 
 void TestLineTypeImages::singleOfAnErasedOrHeldOne()
 {
-    const ZvDbObjectId erased = addPattern(L"Erased", {4.0, -2.0});
-    const ZvDbObjectId held = addPattern(L"Held", {4.0, -2.0});
+    const ZvDbObjectId erased = addLineType(L"Erased", {4.0, -2.0});
+    const ZvDbObjectId held = addLineType(L"Held", {4.0, -2.0});
     change<ZvDbLinetypeTableRecord>(erased, [](ZvDbLinetypeTableRecord &record) { record.erase(); });
     QVERIFY(!single(L"Erased"));
     {
@@ -384,9 +369,9 @@ void TestLineTypeImages::singleOfAnErasedOrHeldOne()
 void TestLineTypeImages::firstOfTwoNamesIsFound()
 {
     // The erased one comes first in the table and counts no more.
-    const ZvDbObjectId erased = addPattern(L"Twice", {4.0, -2.0});
+    const ZvDbObjectId erased = addLineType(L"Twice", {4.0, -2.0});
     change<ZvDbLinetypeTableRecord>(erased, [](ZvDbLinetypeTableRecord &record) { record.erase(); });
-    const ZvDbObjectId second = addPattern(L"TWICE", {4.0, -2.0});
+    const ZvDbObjectId second = addLineType(L"TWICE", {4.0, -2.0});
     ZvGiRasterImagePtr image;
     QCOMPARE(ZevaUISetting::getLineTypeRasterImage(L"twice", kWidth, kHeight, image), second);
 }
@@ -420,7 +405,7 @@ void TestLineTypeImages::lineIsScaledByThePattern()
     QFETCH(int, width);
     QFETCH(double, scale);
     drawing().setCeltscale(celtscale);
-    const ZvDbObjectId id = addPattern(L"Dashed", {1.0, -1.0});
+    const ZvDbObjectId id = addLineType(L"Dashed", {1.0, -1.0});
     change<ZvDbLinetypeTableRecord>(id, [length](ZvDbLinetypeTableRecord &record) { record.setPatternLength(length); });
     const std::vector<Row> rows = readAll(width);
     const Row *row = find(rows, L"Dashed");
@@ -433,7 +418,7 @@ void TestLineTypeImages::lineIsScaledByThePattern()
 
 void TestLineTypeImages::colourIsBlackInTheListAndStandardAlone()
 {
-    const ZvDbObjectId id = addPattern(L"Dashed", {4.0, -2.0});
+    const ZvDbObjectId id = addLineType(L"Dashed", {4.0, -2.0});
     const std::vector<Row> rows = readAll();
     const double scale = 70.0 / (2.5 * 6.0);
     QCOMPARE(find(rows, L"Dashed")->image.get(), expected(drawing(), id, scale, Ink::kBlack).get());
@@ -444,8 +429,8 @@ void TestLineTypeImages::colourIsBlackInTheListAndStandardAlone()
 
 void TestLineTypeImages::repeatsHangOnTheWidthAlone()
 {
-    addPattern(L"Short", {0.2, -0.1});
-    addPattern(L"Long", {2000.0, -1000.0});
+    addLineType(L"Short", {0.2, -0.1});
+    addLineType(L"Long", {2000.0, -1000.0});
     const std::vector<Row> rows = readAll();
     const ZvGiRasterImagePtr shorter = find(rows, L"Short")->image;
     const ZvGiRasterImagePtr longer = find(rows, L"Long")->image;
@@ -489,7 +474,7 @@ void TestLineTypeImages::rendererThatGivesNothingIsHandedOn()
 
 void TestLineTypeImages::widthOfTheMarginIsSurvived()
 {
-    addPattern(L"Dashed", {4.0, -2.0});
+    addLineType(L"Dashed", {4.0, -2.0});
     QCOMPARE(int(readAll(10).size()), 4); // what it shows is not told
     single(L"Dashed", 10);
     single(L"Dashed", 1, 1);
@@ -501,7 +486,7 @@ void TestLineTypeImages::widthOfTheMarginIsSurvived()
 void TestLineTypeImages::unchangedPicturesAreNotDrawnAgain()
 {
     for (int i = 0; i < 20; ++i)
-        addPattern(ZvString(L"Type ") + ZvString(wchar_t(L'A' + i)), {double(i + 1), -1.0});
+        addLineType(ZvString(L"Type ") + ZvString(wchar_t(L'A' + i)), {double(i + 1), -1.0});
     readAll();
     single(L"Type A");
     const std::uint64_t drawn = zvsiutEntityImagesDrawn();
@@ -534,8 +519,8 @@ void TestLineTypeImages::pictureIsDrawnAgainWhenWhatDecidesItChanges()
 {
     QFETCH(int, change);
     QFETCH(int, drawn);
-    const ZvDbObjectId id = addPattern(L"Dashed", {4.0, -2.0});
-    const ZvDbObjectId other = addPattern(L"Other", {4.0, -2.0});
+    const ZvDbObjectId id = addLineType(L"Dashed", {4.0, -2.0});
+    const ZvDbObjectId other = addLineType(L"Other", {4.0, -2.0});
     single(L"Dashed");
     int width = kWidth;
     int height = kHeight;
@@ -562,7 +547,7 @@ void TestLineTypeImages::pictureIsDrawnAgainWhenWhatDecidesItChanges()
             id, [&name](ZvDbLinetypeTableRecord &record) { record.setName(name); });
         break;
     case 7:
-        addPattern(L"Third", {4.0, -2.0});
+        addLineType(L"Third", {4.0, -2.0});
         break;
     case 8:
         setPattern(other, {1.0, -1.0});
@@ -572,7 +557,7 @@ void TestLineTypeImages::pictureIsDrawnAgainWhenWhatDecidesItChanges()
         break;
     case 10:
         openAnother();
-        addPattern(L"Dashed", {4.0, -3.0});
+        addLineType(L"Dashed", {4.0, -3.0});
         break;
     case 11:
         drawing().setCeltype(id);
@@ -595,7 +580,7 @@ void TestLineTypeImages::anEditedPatternDropsOnePicture()
 {
     ZvDbObjectId ids[20];
     for (int i = 0; i < 20; ++i)
-        ids[i] = addPattern(ZvString(L"Type ") + ZvString(wchar_t(L'A' + i)), {double(i + 1), -1.0});
+        ids[i] = addLineType(ZvString(L"Type ") + ZvString(wchar_t(L'A' + i)), {double(i + 1), -1.0});
     const std::vector<Row> before = readAll();
     setPattern(ids[7], {1.0, -1.0, 0.0, -1.0});
     const std::uint64_t drawn = zvsiutEntityImagesDrawn();

@@ -1,0 +1,349 @@
+// SPDX-License-Identifier: MIT
+#include "zvlinetypecombobox.h"
+
+#include "private/zvbagreader.h"
+#include "private/zvboundcontrol.h"
+#include "private/zvrowpicture.h"
+#include "zevaqt.h"
+#include "zvqtlinetypeservice.h"
+#include "zvqtrasterimage.h"
+
+#include "base/zvregistry.h"
+#include "core/zveditor.h"
+#include "core/zvsystem.h"
+#include "db/zvdbrecords.h"
+
+#include <QBitmap>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPointer>
+#include <QSignalBlocker>
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace {
+
+constexpr int kFrameHeight = 8; // pixels of a fixed height beyond the text's
+
+const QString &pendingName()
+{
+    static const QString name = QStringLiteral("其他...");
+    return name;
+}
+
+const ZvNoticeFilter &noticeFilter()
+{
+    static const ZvNoticeFilter filter = {
+        {L"CLAYER", L"CELTYPE"},
+        true,
+        {{ZvDbLayerTableRecord::desc, ZvObjectRule::kDerived}, {ZvDbLinetypeTableRecord::desc, ZvObjectRule::kDerived}},
+    };
+    return filter;
+}
+
+QString currentLineTypeName(const ZvDbDatabase &drawing, const QString &fallback)
+{
+    const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(drawing.celtype(), ZvDb::kForRead);
+    return record ? zvToQString(record->name()) : fallback;
+}
+
+} // namespace
+
+/// Row pictures of the last fill by the raster they were made of. The renderer hands out the same raster as long as
+/// nothing in it changes, so that most refills make no picture.
+struct ZvLineTypeComboBox::KeptPictures
+{
+    struct Kept
+    {
+        ZvSmartPtr<ZvGiRasterImage> raster; // keeps its address from being used again
+        QIcon icon;
+    };
+    std::unordered_map<const ZvGiRasterImage *, Kept> byRaster;
+};
+
+// ---- construction ---------------------------------------------------------------------------------------------------
+
+ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool useCommand)
+    : QComboBox(parent), CZvQtControlHelp(false, &m_lineTypeInfo), m_hasNoPendingRow(noPendingItem),
+      m_usesCommand(useCommand), m_pictures(std::make_unique<KeptPictures>())
+{
+    QFont fixedPitch = font();
+    fixedPitch.setFixedPitch(true);
+    setFixedHeight(int(QFontMetricsF(fixedPitch).height()) + kFrameHeight);
+    init();
+    connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
+}
+
+ZvLineTypeComboBox::ZvLineTypeComboBox(bool hook, QWidget *parent)
+    : QComboBox(parent), CZvQtControlHelp(hook, &m_lineTypeInfo), m_pictures(std::make_unique<KeptPictures>())
+{
+    zvJoinUpdateBus(*this);
+    init();
+    connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
+}
+
+ZvLineTypeComboBox::~ZvLineTypeComboBox()
+{
+    zvLeaveUpdateBus(*this);
+}
+
+// ---- rows -----------------------------------------------------------------------------------------------------------
+
+void ZvLineTypeComboBox::init()
+{
+    readLineTypeInfo();
+    if (!m_hasNoPendingRow)
+        addPendingItem();
+}
+
+/// Before the last row where that is the row "其他...". While the list is filled that row is not there yet, and the
+/// type that comes first is pushed to the end by the others: users know it there, above "其他...".
+int ZvLineTypeComboBox::placeOfNewRow(int rows) const
+{
+    return m_hasNoPendingRow ? rows : std::max(rows - 1, 0);
+}
+
+void ZvLineTypeComboBox::readLineTypeInfo()
+{
+    qRegisterMetaType<ZvDbObjectId>("ZvDbObjectId");
+    const ZvHookedCleared filling(*this);
+    const QSignalBlocker quiet(this);
+    clear();
+    zvResetRowPictures(*this, m_iconWidth, m_iconHeight);
+    QVector<ZvRow> rows;
+    KeptPictures pictures;
+    int delivered = 0;
+    ZevaUISetting::getLineTypeInfo(
+        m_iconWidth, m_iconHeight, [&](ZvSmartPtr<ZvGiRasterImage> &raster, ZvString &name, ZvDbObjectId &id) {
+            if (!id.isValid()) {
+                update();
+                return;
+            }
+            // Refills deliver the same ids in the same order, as a rule.
+            const bool isKnown = delivered < m_ids.length() && m_ids[delivered] == id;
+            ++delivered;
+            if (!isKnown && !m_ids.contains(id))
+                m_ids.append(id);
+            KeptPictures::Kept &kept = pictures.byRaster[raster.get()];
+            if (kept.icon.isNull()) {
+                const auto old = m_pictures->byRaster.find(raster.get());
+                kept = old != m_pictures->byRaster.end()
+                    ? old->second
+                    : KeptPictures::Kept{raster, rowPicture(zvutZvGiRasterImage2QImage(raster))};
+            }
+            rows.insert(placeOfNewRow(rows.size()), {kept.icon, zvToQString(name), QVariant::fromValue(id)});
+        });
+    zvAppendRows(*this, rows);
+    if (!rows.isEmpty())
+        setCurrentIndex(m_hasNoPendingRow ? 0 : rows.size() - 1); // the first that came, wherever it is by now
+    std::swap(*m_pictures, pictures);
+}
+
+QIcon ZvLineTypeComboBox::rowPicture(const QImage &image) const
+{
+    QPixmap picture(m_iconWidth, m_iconHeight);
+    picture.fill(Qt::transparent);
+    if (!image.isNull()) {
+        QPixmap line = QPixmap::fromImage(image);
+        line.setMask(line.createHeuristicMask(true)); // the background falls away
+        QPainter painter(&picture);
+        painter.drawPixmap(0, 0, line);
+    }
+    return QIcon(picture);
+}
+
+void ZvLineTypeComboBox::drawLineItem(ZvDbObjectId &id, QImage &image, QString &name)
+{
+    insertItem(placeOfNewRow(count()), rowPicture(image), name, QVariant::fromValue(id));
+}
+
+void ZvLineTypeComboBox::addPendingItem()
+{
+    // In an empty list the row becomes current at once, which is no pick.
+    const QSignalBlocker quiet(this);
+    insertItem(count(), rowPicture(QImage()), pendingName(), QVariant());
+}
+
+bool ZvLineTypeComboBox::isPendingRow(int index) const
+{
+    return !m_hasNoPendingRow && index == count() - 1 && !itemData(index).canConvert<ZvDbObjectId>();
+}
+
+void ZvLineTypeComboBox::SetNullItem()
+{
+    setCurrentIndex(-1);
+}
+
+// ---- value ----------------------------------------------------------------------------------------------------------
+
+void ZvLineTypeComboBox::setCurrentLineType(ZvDbObjectId id)
+{
+    for (int row = 0; row < count(); ++row) {
+        const QVariant held = itemData(row);
+        if (held.canConvert<ZvDbObjectId>() && held.value<ZvDbObjectId>() == id) {
+            setCurrentIndex(row);
+            return;
+        }
+    }
+}
+
+ZvDbObjectId ZvLineTypeComboBox::getLineType(int index) const
+{
+    const QString name = itemText(index);
+    return name.isEmpty() ? ZvDbObjectId() : ZevaUISetting::findLineStyleTableRecordByName(zvToZvString(name), nullptr);
+}
+
+ZvDbObjectId ZvLineTypeComboBox::getCurrentLineType() const
+{
+    return getLineType(currentIndex());
+}
+
+QString ZvLineTypeComboBox::getLineTypeString(int index) const
+{
+    return itemText(index);
+}
+
+QString ZvLineTypeComboBox::getCurrentLineTypeString() const
+{
+    return getLineTypeString(currentIndex());
+}
+
+// ---- the drawing ----------------------------------------------------------------------------------------------------
+
+/// -1 where the drawing has no picture of that name: line types of external references have none.
+int ZvLineTypeComboBox::addMissingRow(const QString &name)
+{
+    const ZvHookedCleared adding(*this);
+    ZvSmartPtr<ZvGiRasterImage> raster;
+    ZvDbObjectId id = ZevaUISetting::getLineTypeRasterImage(zvToZvString(name), m_iconWidth, m_iconHeight, raster);
+    QImage image = zvutZvGiRasterImage2QImage(raster);
+    if (image.isNull()) {
+        update();
+        return -1;
+    }
+    QString text = name;
+    drawLineItem(id, image, text);
+    return zvFindRow(*this, name, ZvNameMatch::kExact);
+}
+
+void ZvLineTypeComboBox::updateData(bool)
+{
+    if (!zvCurrentDocument())
+        return;
+    const ZvShown shown = zvWhatToShow(m_lineTypeInfo);
+    if (zvIsBlank(shown)) {
+        zvShowBlank(*this, shown);
+        return;
+    }
+    QString name = zvToQString(m_lineTypeInfo.value);
+    if (shown == ZvShown::kCurrentValue)
+        name = currentLineTypeName(*zvCurrentDocumentDatabase(), name);
+
+    const ZvQtBlockSignalUtil block(this);
+    setEnabled(true);
+    int row = zvFindRow(*this, name, ZvNameMatch::kExact);
+    if (row < 0)
+        row = addMissingRow(name);
+    setCurrentIndex(row);
+    m_lastIndex = row;
+}
+
+void ZvLineTypeComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
+{
+    if (zvNoticeConcerns(noticeFilter(), notice))
+        updateData(false);
+}
+
+// ---- the user -------------------------------------------------------------------------------------------------------
+
+bool ZvLineTypeComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
+void ZvLineTypeComboBox::resizeEvent(QResizeEvent *event)
+{
+    QComboBox::resizeEvent(event);
+    zvFitRowPictures(*this, *event, m_isSized, m_iconWidth, m_iconHeight);
+}
+
+void ZvLineTypeComboBox::wheelEvent(QWheelEvent *event)
+{
+    m_isWheeling = true;
+    QComboBox::wheelEvent(event);
+    m_isWheeling = false;
+}
+
+void ZvLineTypeComboBox::showPopup()
+{
+    if (zvRefillForOpening(*this, *this, ZvOpening::kNotDuringCommand, [this] { init(); }))
+        QComboBox::showPopup();
+}
+
+void ZvLineTypeComboBox::hidePopup()
+{
+    QComboBox::hidePopup();
+}
+
+void ZvLineTypeComboBox::currentLTypeIndexChanged(int index)
+{
+    if (isPendingRow(index)) {
+        ZevaUISetting::restoreFocus2MainView();
+        pickPendingRow();
+        return;
+    }
+    const bool isPicked
+        = zvTakePick(*this, *this, index, [](const ZvString &name) { ZevaUISetting::setCeLType({}, name); });
+    if (!isPicked)
+        return;
+    m_lastIndex = index;
+    Q_EMIT lineTypeItemChanged(index);
+}
+
+void ZvLineTypeComboBox::pickPendingRow()
+{
+    if (m_isWheeling) {
+        setCurrentIndex(std::max(count() - 2, 0)); // a pick like others, of the row that the wheel stays on
+        return;
+    }
+    if (!m_usesCommand) {
+        pickFromManager();
+        return;
+    }
+    const ZvQtBlockSignalUtil block(this);
+    setCurrentIndex(m_lastIndex);
+    zvedMenuMacro(L"_LINETYPE\n", true);
+    updateData(false);
+}
+
+void ZvLineTypeComboBox::pickFromManager()
+{
+    const ZvRxObjectPtr registered(zv_arbitDict_getservice(ZvString(wchar_t(ZvQtLinetypeService::kKey))));
+    if (!registered)
+        return; // the row stays current until the next notice
+    auto *manager = zvqt_queryRequired<ZvQtLinetypeService>(registered.get());
+    const ZvJsonPtr bag = ElementValue::createObject(2);
+    bag->SetDataSW("curSelName", zvToZvString(itemText(m_lastIndex)));
+
+    const QPointer<ZvLineTypeComboBox> self(this);
+    manager->manageLinetypes(curDatabase(), bag);
+    if (!self)
+        return; // the drawing's window, and the combo with it, may go while the manager runs
+    std::uint64_t chosen = 0;
+    bag->GetDataId("ltypeId", chosen); // "idx" and "ltypeName" say the same once more
+    readLineTypeInfo();
+    {
+        const QSignalBlocker quiet(this);
+        setCurrentIndex(-1); // so that whatever was chosen is a pick, also of the row that a filled list shows
+    }
+    const ZvDbObjectId id = ZvDbObjectId::fromInt64(chosen);
+    if (id.isValid())
+        setCurrentLineType(id);
+    if (!self)
+        return;
+    const QSignalBlocker quiet(this);
+    if (currentIndex() < 0)
+        setCurrentIndex(m_lastIndex); // nothing was chosen
+    addPendingItem();
+}
