@@ -5,6 +5,7 @@
 //
 // A change of a drawing's variable before each notice keeps the last summary from being used again, except where that is
 // what is measured.
+#include "timing.h"
 #include "zvmonitorglobaluisystemvarreactor.h"
 #include "zvqtcontrolhelp.h"
 
@@ -16,7 +17,6 @@
 #include <algorithm>
 #include <atomic>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -32,14 +32,6 @@ constexpr std::size_t kBytesPerEntity = 160;
 constexpr int kRepetitions = 9;
 
 std::atomic<long> allocations {0};
-
-template<class Work>
-double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 /// The baseline: reads 160 bytes an entity, one after the other.
 double rawRead(int entities)
