@@ -16,20 +16,16 @@ namespace {
 
 using PixelFormat = ZvGiRasterImage::tagPixelFormatInfo;
 /// Writes one row of the image from one of the raster.
-using RowConversion = void (*)(uchar *to, const uchar *from, std::size_t width, std::size_t rowSize);
+using RowConversion = void (*)(uchar *to, const uchar *from, std::size_t width);
+constexpr RowConversion kCopied = nullptr; ///< The raster writes its rows into the image itself.
 
-void copyRow(uchar *to, const uchar *from, std::size_t, std::size_t rowSize)
-{
-    std::memcpy(to, from, rowSize);
-}
-
-void spreadNibbles(uchar *to, const uchar *from, std::size_t width, std::size_t)
+void spreadNibbles(uchar *to, const uchar *from, std::size_t width)
 {
     for (std::size_t x = 0; x < width; ++x)
         to[x] = x % 2 == 0 ? from[x / 2] >> 4 : from[x / 2] & 0x0F;
 }
 
-void swapRedAndBlue(uchar *to, const uchar *from, std::size_t width, std::size_t)
+void swapRedAndBlue(uchar *to, const uchar *from, std::size_t width)
 {
     for (std::size_t x = 0; x < width; ++x, to += 4, from += 4) {
         to[0] = from[2];
@@ -41,7 +37,7 @@ void swapRedAndBlue(uchar *to, const uchar *from, std::size_t width, std::size_t
 
 /// Callers' pictures of 16 bits come out right by these masks, which take the components of 5 bits from the upper end
 /// of the pixel and lay them out in reverse; what the raster's format says about its bits would give other colours.
-void rearrange16Bits(uchar *to, const uchar *from, std::size_t width, std::size_t)
+void rearrange16Bits(uchar *to, const uchar *from, std::size_t width)
 {
     for (std::size_t x = 0; x < width; ++x) {
         quint16 pixel;
@@ -92,16 +88,16 @@ struct Conversion
     bool (*fits)(const PixelFormat &format);
     QImage::Format format;
     int bitsPerPixel; ///< Of the image; 0: its rows are as long as the raster's.
-    RowConversion convertRow;
+    RowConversion convert;
 };
 
 constexpr Conversion kConversions[] = {
-    {1, isIndexed, QImage::Format_Mono, 0, copyRow},
-    {8, isIndexed, QImage::Format_Indexed8, 0, copyRow},
+    {1, isIndexed, QImage::Format_Mono, 0, kCopied},
+    {8, isIndexed, QImage::Format_Indexed8, 0, kCopied},
     {4, isIndexed, QImage::Format_Indexed8, 8, spreadNibbles},
-    {24, is24BlueFirst, QImage::Format_BGR888, 0, copyRow},
-    {24, is24RedFirst, QImage::Format_RGB888, 0, copyRow},
-    {32, is32RedFirst, QImage::Format_RGBA8888, 0, copyRow},
+    {24, is24BlueFirst, QImage::Format_BGR888, 0, kCopied},
+    {24, is24RedFirst, QImage::Format_RGB888, 0, kCopied},
+    {32, is32RedFirst, QImage::Format_RGBA8888, 0, kCopied},
     {32, is32BlueFirst, QImage::Format_RGBA8888, 32, swapRedAndBlue},
     {16, is555, QImage::Format_RGB555, 16, rearrange16Bits},
 };
@@ -140,18 +136,18 @@ QImage zvRasterCopyUpsideDown(const ZvGiRasterImage &raster)
     const std::size_t stride = conversion->bitsPerPixel == 0
         ? rowSize
         : ZvGiRasterImage::calcBMPScanLineSize(std::uint32_t(width), conversion->bitsPerPixel);
-    using Buffer = std::unique_ptr<void, decltype(&std::free)>;
-    Buffer pixels(std::malloc(stride * height), std::free);
-    const Buffer row(std::malloc(rowSize), std::free);
+    using Buffer = std::unique_ptr<uchar, decltype(&std::free)>;
+    Buffer pixels(static_cast<uchar *>(std::malloc(stride * height)), std::free);
+    const Buffer row(static_cast<uchar *>(std::malloc(rowSize)), std::free);
     if (!pixels || !row)
         return QImage();
-    for (std::size_t y = 0; y < height; ++y) {
-        raster.getScanLine(std::uint32_t(height - 1 - y), static_cast<std::uint8_t *>(row.get()));
-        conversion->convertRow(static_cast<uchar *>(pixels.get()) + y * stride, static_cast<const uchar *>(row.get()),
-                               width, rowSize);
+    uchar *to = pixels.get();
+    for (std::size_t y = height; y-- > 0; to += stride) {
+        raster.getScanLine(std::uint32_t(y), conversion->convert ? row.get() : to);
+        if (conversion->convert)
+            conversion->convert(to, row.get(), width);
     }
-    auto *bytes = static_cast<uchar *>(pixels.get());
-    QImage image(bytes, int(width), int(height), int(stride), conversion->format, std::free, bytes);
+    QImage image(pixels.get(), int(width), int(height), int(stride), conversion->format, std::free, pixels.get());
     if (image.isNull())
         return image;
     pixels.release(); // the image's now
