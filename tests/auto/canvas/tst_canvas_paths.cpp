@@ -95,6 +95,7 @@ private Q_SLOTS:
     void pathsAreDrawnByTheMode();
     void strokeTakesThePaintersPen();
     void fillTakesTheCanvassColour();
+    void farPointsAreThePaintersMatter();
     void emptyStreamDrawsNothing();
 };
 
@@ -482,6 +483,23 @@ void TestCanvasPaths::fillTakesTheCanvassColour()
     });
     const QImage byPainter
         = paintedSheet([&](QPainter &painter) { painter.fillPath(pathOf(words), QBrush(Qt::blue, Qt::CrossPattern)); });
+    QCOMPARE(byCanvas, byPainter);
+}
+
+void TestCanvasPaths::farPointsAreThePaintersMatter()
+{
+    const Floats far {-1e30f, 20, 50, 1e25f, 1e30f, -5e28f, 40, 30};
+    const Words words {0, kLine, 1, 2, kArc, 3, 1, kClose};
+    const QImage byCanvas = canvasSheet([&](ZvQtCanvas &canvas) {
+        canvas.setLineStyle(1, 0, kRed, 0, 0);
+        canvas.setFillStyle(ZvsiCanvas::kHatchSolid, kBlue);
+        canvas.drawPaths(3, arrayOf(far), arrayOf(words));
+    });
+    const QImage byPainter = paintedSheet([&](QPainter &painter) {
+        const QPainterPath path = pathOf(words, ZvGeMatrix2d(), far);
+        painter.strokePath(path, QPen(Qt::red, 1, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+        painter.fillPath(path, Qt::blue);
+    });
     QCOMPARE(byCanvas, byPainter);
 }
 
