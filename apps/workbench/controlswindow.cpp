@@ -5,9 +5,13 @@
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
 #include "zvqtcolorlabel.h"
+#include "zvqtimagewidget.h"
+
+#include "db/zvdbentities.h"
 
 #include <QFormLayout>
 #include <QLabel>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -31,6 +35,27 @@ constexpr ColorComboSpec kColorCombos[] = {
     {"colorComboBasic", QT_TRANSLATE_NOOP("ControlsWindow", "Basic colours only"), 0},
 };
 
+template<class Entity, class... Args>
+void add(ZvQtImageWidget::Entities &entities, int colorIndex, Args... args)
+{
+    auto *entity = new ZvRxObjectImpl<Entity>(args...);
+    ZvCmColor color;
+    color.setColorIndex(std::uint16_t(colorIndex));
+    entity->setColor(color);
+    entities.append(ZvSmartPtr<ZvDbEntity>::adopt(entity));
+}
+
+/// A few entities that belong to no drawing.
+ZvQtImageWidget::Entities sampleEntities()
+{
+    ZvQtImageWidget::Entities entities;
+    add<ZvDbCircle>(entities, 3, ZvGePoint3d(0, 0, 0), ZvGeVector3d(0, 0, 1), 30.0);
+    add<ZvDbCircle>(entities, 1, ZvGePoint3d(0, 0, 0), ZvGeVector3d(0, 0, 1), 10.0);
+    add<ZvDbLine>(entities, 5, ZvGePoint3d(-45, 0, 0), ZvGePoint3d(45, 0, 0));
+    add<ZvDbLine>(entities, 5, ZvGePoint3d(0, -35, 0), ZvGePoint3d(0, 35, 0));
+    return entities;
+}
+
 } // namespace
 
 ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QLabel)
@@ -41,6 +66,7 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     auto *pages = new QTabWidget;
     pages->setAccessibleName(tr("Families of controls"));
     pages->addTab(makeColorPage(), tr("Colour"));
+    pages->addTab(makePicturePage(), tr("Pictures"));
     m_last->setObjectName(QStringLiteral("lastSignal"));
     m_last->setAccessibleName(tr("Last signal"));
     m_last->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -86,5 +112,42 @@ QWidget *ControlsWindow::makeColorPage()
     });
     form->addRow(tr("Colour button"), button);
     form->addRow(tr("Colour label"), label);
+    return page;
+}
+
+QWidget *ControlsWindow::makePicturePage()
+{
+    auto *page = new QWidget;
+    auto *form = new QFormLayout(page);
+    auto *picture = new ZvQtImageWidget(page);
+    picture->setObjectName(QStringLiteral("imageWidget"));
+    picture->setAccessibleName(tr("Picture of entities"));
+    picture->setMinimumHeight(140);
+    auto *frame = new QSpinBox;
+    frame->setObjectName(QStringLiteral("imageFrame"));
+    frame->setAccessibleName(tr("Frame"));
+    frame->setMaximum(40);
+    frame->setSuffix(tr(" pixels"));
+    frame->setValue(10);
+    auto *color = new ZvColorButtonWidget(page);
+    color->setObjectName(QStringLiteral("imageFrameColor"));
+    color->setAccessibleName(tr("Colour of the frame"));
+    ZvCmColor start;
+    start.setRGB(255, 196, 64);
+    color->setColor(start);
+    const auto show = [picture, frame, color, entities = sampleEntities()] {
+        const ZvCmColor shown = color->color();
+        const ZvJsonPtr options = ElementValue::createObject(IElementValueBase::kObject);
+        options->SetDataI("padding_size", frame->value());
+        options->SetDataI("padding_clr", int(qRgb(shown.red(), shown.green(), shown.blue())));
+        // Without a drawing the kernel draws the background alone.
+        picture->attachDbEntities(entities, nullptr, options);
+    };
+    connect(frame, QOverload<int>::of(&QSpinBox::valueChanged), picture, show);
+    connect(color, &ZvColorButtonWidget::colorChanged, picture, show);
+    show();
+    form->addRow(picture);
+    form->addRow(tr("Frame"), frame);
+    form->addRow(tr("Colour of the frame"), color);
     return page;
 }

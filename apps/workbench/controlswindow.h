@@ -16,6 +16,7 @@ public:
 
 private:
     QWidget *makeColorPage();
+    QWidget *makePicturePage();
     void tell(const QString &line);
 
     QLabel *m_last;

@@ -3,6 +3,7 @@
 
 #include "busmonitor.h"
 #include "mainwindow.h"
+#include "previewpanel.h"
 #include "propertypanel.h"
 
 #include <QAction>
@@ -33,4 +34,6 @@ void addPanels(MainWindow &window, UpdateBusHost &bus)
              Qt::RightDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_1));
     addPanel(window, new BusMonitor(bus), QCoreApplication::translate("Panels", "Bus Monitor"),
              Qt::BottomDockWidgetArea, QKeySequence(Qt::CTRL + Qt::Key_2));
+    addPanel(window, new PreviewPanel, QCoreApplication::translate("Panels", "Preview"), Qt::RightDockWidgetArea,
+             QKeySequence(Qt::CTRL + Qt::Key_3));
 }

@@ -5,7 +5,7 @@
 class MainWindow;
 class UpdateBusHost;
 
-/// Adds the property panel and the bus monitor to the window, closed. \a bus must outlive the window.
+/// Adds the property panel, the preview and the bus monitor to the window, closed. \a bus must outlive the window.
 void addPanels(MainWindow &window, UpdateBusHost &bus);
 
 #endif

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "propertypanel.h"
 
-#include "core/zvapdocument.h"
+#include "currentselection.h"
 #include "updatebushost.h"
 #include "workbenchhost.h"
 #include "zvodasetting.h"
@@ -24,21 +24,6 @@ constexpr int kRowPadding = 8; // pixels
 constexpr int kArrowSize = 12; // pixels
 /// A larger selection is not counted again when it changes: its rows fold instead.
 constexpr std::size_t kMostRecounted = 20000;
-
-const std::vector<ZvDbObjectId> &selectedIds()
-{
-    static const std::vector<ZvDbObjectId> none;
-    const ZvApDocManager *documents = zvDocManagerPtr();
-    const ZvApDocument *document = documents ? documents->currentDocument() : nullptr;
-    ZvEdContext *context = document ? document->editingContext() : nullptr;
-    const ZvEdSelectionHolder *holder = context ? context->selectionHolder() : nullptr;
-    return holder ? holder->ids() : none;
-}
-
-QString entityCountText(int count)
-{
-    return count == 1 ? PropertyPanel::tr("1 entity") : PropertyPanel::tr("%1 entities").arg(QLocale().toString(count));
-}
 
 /// Edits a value with a drop-down that is open at once.
 class ValueDelegate : public QStyledItemDelegate
