@@ -325,7 +325,7 @@ ZvIndexColorWnd::ZvIndexColorWnd(ZvColorDialog *dialog) : QWidget(dialog), m_pDi
 
     m_pActionL = zvAddAccelerator(this, Qt::Key_L, ZvAcceleratorKeys::kPlain);
     m_pActionK = zvAddAccelerator(this, Qt::Key_K, ZvAcceleratorKeys::kPlain);
-    m_pActionC = zvAddAccelerator(this, Qt::Key_C, ZvAcceleratorKeys::kPlainAndAlt);
+    m_pActionC = zvAddAccelerator(this, Qt::Key_C, ZvAcceleratorKeys::kPlainAndAlt, textLabel);
     connectAll();
 }
 

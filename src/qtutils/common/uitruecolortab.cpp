@@ -529,8 +529,9 @@ ZvTrueColorWnd::ZvTrueColorWnd(ZvColorDialog *dialog) : QWidget(dialog), m_pDial
         m_pLeftLayout->addWidget(m_pRGBWnd);
     }
     m_pTextEdit = new QLineEdit;
+    QLabel *textLabel = makeLabel(tr("颜色(&C):"), m_pTextEdit);
     auto *textRow = new QHBoxLayout;
-    textRow->addWidget(makeLabel(tr("颜色(&C):"), m_pTextEdit));
+    textRow->addWidget(textLabel);
     textRow->addWidget(m_pTextEdit);
     textRow->addStretch(0);
     m_pLeftLayout->addLayout(textRow);
@@ -554,7 +555,7 @@ ZvTrueColorWnd::ZvTrueColorWnd(ZvColorDialog *dialog) : QWidget(dialog), m_pDial
     m_pOuterLayout->addLayout(m_pLeftLayout);
     m_pOuterLayout->addLayout(rightLayout);
 
-    m_pActionC = zvAddAccelerator(this, Qt::Key_C, ZvAcceleratorKeys::kPlainAndAlt);
+    m_pActionC = zvAddAccelerator(this, Qt::Key_C, ZvAcceleratorKeys::kPlainAndAlt, textLabel);
     m_pActionM = zvAddAccelerator(this, Qt::Key_M, ZvAcceleratorKeys::kPlainAndAlt);
     connect(m_pModeCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ZvTrueColorWnd::slot_switchColorMode);

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QKeySequence>
+#include <QLabel>
 #include <QWidget>
 
 namespace {
@@ -21,11 +22,18 @@ protected:
         trigger();
         return true;
     }
+    bool eventFilter(QObject *label, QEvent *event) override
+    {
+        if (event->type() != QEvent::Shortcut)
+            return QAction::eventFilter(label, event);
+        trigger();
+        return true;
+    }
 };
 
 } // namespace
 
-QAction *zvAddAccelerator(QWidget *widget, Qt::Key letter, ZvAcceleratorKeys keys)
+QAction *zvAddAccelerator(QWidget *widget, Qt::Key letter, ZvAcceleratorKeys keys, QLabel *label)
 {
     auto *action = new Accelerator(widget);
     QList<QKeySequence> shortcuts{QKeySequence(letter)};
@@ -33,5 +41,7 @@ QAction *zvAddAccelerator(QWidget *widget, Qt::Key letter, ZvAcceleratorKeys key
         shortcuts << QKeySequence(int(Qt::ALT) + int(letter));
     action->setShortcuts(shortcuts);
     widget->addAction(action);
+    if (label)
+        label->installEventFilter(action);
     return action;
 }

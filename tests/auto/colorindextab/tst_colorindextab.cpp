@@ -138,6 +138,7 @@ private Q_SLOTS:
     void buttonsLeaveTheFrameOfTheGrids();
     void acceleratorsWork_data();
     void acceleratorsWork();
+    void altCSelectsTheTextEachTime_data();
     void altCSelectsTheTextEachTime();
     void lettersGoIntoTheTextEntry();
     void showingATrueColourWritesNothing();
@@ -883,16 +884,24 @@ void TestColorIndexTab::acceleratorsWork()
     QCOMPARE(selected, textHasFocus ? QStringLiteral("绿") : QString());
 }
 
+void TestColorIndexTab::altCSelectsTheTextEachTime_data()
+{
+    QTest::addColumn<bool>("fromTheEntry");
+    QTest::newRow("from a button") << false;
+    QTest::newRow("from the entry itself") << true;
+}
+
 void TestColorIndexTab::altCSelectsTheTextEachTime()
 {
+    QFETCH(bool, fromTheEntry);
     // The label's mnemonic is the same key: whichever is called, the text is ready to be typed over.
     const ColorDialogRun run({{"clrMethod", 195}, {"selectClr", 3}});
     QStringList selected;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
         for (int i = 0; i < 3; ++i) {
+            (fromTheEntry ? static_cast<QWidget *>(run.indexText()) : run.button(0))->setFocus();
             run.indexText()->deselect();
-            run.button(0)->setFocus();
             QTest::keyClick(dialog, Qt::Key_C, Qt::AltModifier);
             selected << run.indexText()->selectedText();
         }
