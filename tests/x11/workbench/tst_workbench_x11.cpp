@@ -2,28 +2,12 @@
 #include "commandline.h"
 #include "modaldriver.h"
 #include "workbenchtest.h"
+#include "xdotool.h"
 #include "zevatest.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-
-namespace {
-
-/// Pointer and keyboard of the display itself.
-bool xdotool(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
-    return process.waitForFinished(30000) && process.exitCode() == 0;
-}
-
-QString number(int value)
-{
-    return QString::number(value);
-}
-
-} // namespace
 
 /// The workbench on a real display with a window manager.
 class tst_workbench_x11 : public ZevaTest
@@ -60,10 +44,10 @@ void tst_workbench_x11::cleanup()
 void tst_workbench_x11::theViewHasTheKeyboard()
 {
     start();
-    QVERIFY(xdotool({QStringLiteral("type"), QStringLiteral("CIRC")}));
+    QVERIFY(typeText(QStringLiteral("CIRC")));
     QTRY_COMPARE(m_session->window().commandLine()->text(), QStringLiteral("CIRC"));
     QVERIFY(m_session->view().hasFocus());
-    QVERIFY(xdotool({QStringLiteral("key"), QStringLiteral("Escape")}));
+    QVERIFY(pressKey(QStringLiteral("Escape")));
     QTRY_COMPARE(m_session->window().commandLine()->text(), QString());
 }
 
@@ -73,8 +57,7 @@ void tst_workbench_x11::pointerSelects()
     const ZvDbObjectId line = m_session->addLine({100, 50, 0}, {300, 50, 0});
     QTRY_VERIFY(m_session->view().isComplete());
     const QPoint at = m_session->view().mapToGlobal(m_session->pixel(200, 50));
-    QVERIFY(xdotool(
-        {QStringLiteral("mousemove"), number(at.x()), number(at.y()), QStringLiteral("click"), QStringLiteral("1")}));
+    QVERIFY(clickAt(at));
     QTRY_COMPARE(m_session->selection(), std::vector<ZvDbObjectId>({line}));
 
     const double scale = m_session->view().camera().scale();
@@ -92,7 +75,7 @@ void tst_workbench_x11::theKeyboardGoesBackToTheViewAfterADialog()
     m_session->action("messageBoxPlain")->trigger();
     QVERIFY(driver.finished());
     QTRY_VERIFY(m_session->view().hasFocus());
-    QVERIFY(xdotool({QStringLiteral("type"), QStringLiteral("X")}));
+    QVERIFY(typeText(QStringLiteral("X")));
     QTRY_COMPARE(m_session->window().commandLine()->text(), QStringLiteral("X"));
 }
 
@@ -116,8 +99,8 @@ void tst_workbench_x11::fromStartToExit()
                      QStringLiteral("windowactivate"), QStringLiteral("--sync")}));
     for (const char *line : {"LINE", "10,10", "60,40", "", "SAVE", "QUIT"}) {
         if (*line)
-            QVERIFY(xdotool({QStringLiteral("type"), QLatin1String(line)}));
-        QVERIFY(xdotool({QStringLiteral("key"), QStringLiteral("Return")}));
+            QVERIFY(typeText(QLatin1String(line)));
+        QVERIFY(pressKey(QStringLiteral("Return")));
     }
     const bool ended = program.waitForFinished(60000);
     if (!ended) {
