@@ -26,6 +26,13 @@ ZvCmColor byRgb(int red, int green, int blue)
     return color;
 }
 
+ZvCmColor byMethod(ZvCm::ColorMethod method)
+{
+    ZvCmColor color;
+    color.setColorMethod(method);
+    return color;
+}
+
 QPushButton *innerButton(const ZvColorButtonWidget &widget)
 {
     return widget.findChild<QPushButton *>();
@@ -247,6 +254,8 @@ void TestColorButton::dialogShowsTheColour_data()
     QTest::newRow("true colour") << byRgb(10, 20, 30) << 1 << "10,20,30";
     QTest::newRow("by layer reads white") << byIndex(256) << 0 << "白";
     QTest::newRow("by block") << byIndex(0) << 0 << "BYBLOCK";
+    QTest::newRow("none is a true colour, red for blue") << byMethod(ZvCm::kNone) << 0 << "0,0,0";
+    QTest::newRow("by pen is a true colour, red for blue") << byMethod(ZvCm::kByPen) << 0 << "0,0,0";
 }
 
 void TestColorButton::dialogShowsTheColour()

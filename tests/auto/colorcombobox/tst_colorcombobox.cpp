@@ -175,6 +175,9 @@ private Q_SLOTS:
     void textIsTheKey();
     void appendedColours();
     void insertedColourHasItsText();
+    void placesOutOfRange_data();
+    void placesOutOfRange();
+    void rowOfAnEmptiedList();
     void noneIsTheFirstRow();
     void onlyTheLastTenCustomColoursStay();
     void customColoursSurviveARefill();
@@ -211,6 +214,7 @@ private Q_SLOTS:
     void pickOfAnUnhookedOneWritesNothing();
     void pickIsOneUndoStep();
     void entityOnALockedLayerIsLeftOut();
+    void rowWithoutARecordShowsAMessage_data();
     void rowWithoutARecordShowsAMessage();
     void keyboardGoesBackToTheDrawing();
 
@@ -238,6 +242,8 @@ private Q_SLOTS:
     void forbiddenByViewStyle_data();
     void forbiddenByViewStyle();
     void addedColourIsKeptAndWritten();
+    void answersOfAnotherDialog_data();
+    void answersOfAnotherDialog();
     void missingDialogChangesNothing();
     void deletedWhileTheDialogRuns();
     void noticeBehindTheDialogWritesNothing();
@@ -585,6 +591,7 @@ void TestColorComboBox::viewStyleDecidesTheRows_data()
     QTest::newRow("7, the default") << 7u << QStringList{byLayer, byBlock} << true;
     QTest::newRow("8, none") << 8u << QStringList{none} << false;
     QTest::newRow("16, the current one") << 16u << QStringList{current} << false;
+    QTest::newRow("bits above mean nothing") << 0xFFFFFFE4u << QStringList{} << false;
     QTest::newRow("all of them in order") << 31u << QStringList{current, none, byLayer, byBlock} << true;
 }
 
@@ -740,6 +747,32 @@ void TestColorComboBox::insertedColourHasItsText()
     QCOMPARE(combo.insertColorItem(1, QStringLiteral("mine"), colorOf(indexWord(5))), 1);
     QCOMPARE(dataOf(combo, 1).name, QStringLiteral("mine"));
     QCOMPARE(dataOf(combo, 1).entityColor.color(), indexWord(5).color());
+}
+
+void TestColorComboBox::placesOutOfRange_data()
+{
+    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("row");
+    QTest::newRow("below the first") << -5 << 0;
+    QTest::newRow("beyond the last") << 99 << 10;
+}
+
+void TestColorComboBox::placesOutOfRange()
+{
+    QFETCH(int, place);
+    QFETCH(int, row);
+    ZvColorComboBox combo(nullptr);
+    QCOMPARE(combo.insertColorItem(place, QStringLiteral("mine"), colorOf(indexWord(42))), row);
+    QCOMPARE(combo.count(), 11);
+    QCOMPARE(combo.itemText(row), QStringLiteral("mine"));
+}
+
+void TestColorComboBox::rowOfAnEmptiedList()
+{
+    ZvColorComboBox combo(nullptr);
+    combo.clear();
+    QCOMPARE(combo.AppendColorItem(colorOf(indexWord(42))), 0);
+    QCOMPARE(rowsOf(combo), QStringList{QStringLiteral("颜色 42")});
 }
 
 void TestColorComboBox::noneIsTheFirstRow()
@@ -1204,10 +1237,23 @@ void TestColorComboBox::entityOnALockedLayerIsLeftOut()
     QCOMPARE(combo.currentText(), QString()); // they differ now
 }
 
+void TestColorComboBox::rowWithoutARecordShowsAMessage_data()
+{
+    QTest::addColumn<QVariant>("record");
+    QTest::addColumn<int>("row");
+    QTest::newRow("no record") << QVariant() << kSelectRow + 1;
+    QTest::newRow("a number for a record") << QVariant(5) << kSelectRow + 1;
+    QTest::newRow("a text for a record") << QVariant(QStringLiteral("红")) << kSelectRow + 1;
+    QTest::newRow("no such row") << QVariant() << 99;
+    QTest::newRow("a row below none") << QVariant() << -2;
+}
+
 void TestColorComboBox::rowWithoutARecordShowsAMessage()
 {
+    QFETCH(QVariant, record);
+    QFETCH(int, row);
     ZvColorComboBox combo(true, nullptr);
-    combo.addItem(QStringLiteral("no record"));
+    combo.addItem(QStringLiteral("a caller's row"), record);
     const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
     QString text;
     ModalDriver driver;
@@ -1216,9 +1262,12 @@ void TestColorComboBox::rowWithoutARecordShowsAMessage()
             text = box->text();
         dialog->accept();
     });
-    combo.setCurrentIndex(combo.count() - 1);
+    if (row < combo.count() && row >= 0)
+        combo.setCurrentIndex(row);
+    else
+        combo.currentColorIndexChanged(row);
     QVERIFY(driver.finished());
-    QCOMPARE(text, QStringLiteral("data err: index(%1)").arg(combo.count() - 1));
+    QCOMPARE(text, QStringLiteral("data err: index(%1)").arg(row));
     QCOMPARE(spy.size(), 0);
     QVERIFY(runCommands());
     QCOMPARE(currentColor().color(), 0xC0000000u);
@@ -1730,6 +1779,86 @@ void TestColorComboBox::addedColourIsKeptAndWritten()
     QCOMPARE(rowsOf(combo), expected);
     QCOMPARE(combo.currentText(), QStringLiteral("RGB:10,20,30"));
     QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("RGB:10,20,30"));
+}
+
+namespace {
+
+/// What a host's own colour dialog answers.
+struct Answer
+{
+    int result = 1; // 0: none at all
+    int method = 0;
+    int value = 0;
+};
+Answer s_answer;
+ZvRxObjectPtr s_ownService;
+
+class AnsweringDialog : public ZvQtUIModeDialogBase
+{
+public:
+    int doModal() override
+    {
+        zv_arbitDict_regservice(L"Dialog/Common", s_ownService); // writes travel through it
+        if (s_answer.result == 0)
+            return -1;
+        m_pParams->SetDataI("clrMethod", s_answer.method);
+        m_pParams->SetDataI("selectClr", s_answer.value);
+        m_pResult->SetDataI("result", s_answer.result);
+        return s_answer.result;
+    }
+};
+
+class AnsweringService : public ZvUiService
+{
+public:
+    ZvUiDialogBasePtr createDialog(const ZvString &, void *) override
+    {
+        return ZvUiDialogBasePtr::adopt(new ZvQtRxObjectImpl<AnsweringDialog>);
+    }
+};
+
+} // namespace
+
+void TestColorComboBox::answersOfAnotherDialog_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<ZvCmEntityColor>("written");
+    const ZvCmEntityColor before = indexWord(3);
+    QTest::newRow("none becomes black") << 1 << 200 << 7 << "RGB:0,0,0" << rgbWord(0, 0, 0);
+    QTest::newRow("by pen becomes black") << 1 << 196 << 7 << "RGB:0,0,0" << rgbWord(0, 0, 0);
+    QTest::newRow("no method at all becomes black") << 1 << -1 << 7 << "RGB:0,0,0" << rgbWord(0, 0, 0);
+    QTest::newRow("by layer, whatever the value") << 1 << 192 << 5 << "ByLayer" << word(ZvCm::kByLayer);
+    QTest::newRow("by block, whatever the value") << 1 << 193 << 5 << "ByBlock" << word(ZvCm::kByBlock);
+    QTest::newRow("an index is cut to 16 bits") << 1 << 195 << 0x10005 << "蓝" << indexWord(5);
+    QTest::newRow("true black") << 1 << 194 << 0 << "RGB:0,0,0" << rgbWord(0, 0, 0);
+    QTest::newRow("bits above a true colour are cut") << 1 << 194 << 0x7F1E140A << "RGB:10,20,30"
+                                                      << rgbWord(10, 20, 30);
+    QTest::newRow("cancelled with a colour") << 2 << 195 << 5 << "绿" << before;
+    QTest::newRow("undecided with a colour") << -1 << 195 << 5 << "绿" << before;
+    QTest::newRow("no result at all") << 0 << 195 << 5 << "绿" << before;
+}
+
+void TestColorComboBox::answersOfAnotherDialog()
+{
+    QFETCH(int, result);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    QFETCH(QString, text);
+    QFETCH(ZvCmEntityColor, written);
+    ZvColorComboBox combo(true, nullptr);
+    combo.setCurrentIndex(4);
+    QVERIFY(runCommands());
+    s_ownService = ZvRxObjectPtr(ModuleSession::dialogService());
+    zv_arbitDict_regservice(L"Dialog/Common", ZvRxObjectPtr::adopt(new ZvRxObjectImpl<AnsweringService>));
+    s_answer = {result, method, value};
+    combo.setCurrentIndex(kSelectRow);
+    s_ownService = nullptr;
+    QVERIFY(runCommands());
+    QCOMPARE(combo.currentText(), text);
+    QCOMPARE(currentColor().color(), written.color());
 }
 
 void TestColorComboBox::missingDialogChangesNothing()

@@ -72,6 +72,8 @@ private Q_SLOTS:
     // which tabs
     void bitsChooseTheTabs_data();
     void bitsChooseTheTabs();
+    void keysOfAnotherKind_data();
+    void keysOfAnotherKind();
     void methodChoosesTheFirstTab_data();
     void methodChoosesTheFirstTab();
     void unknownMethodStillCarriesTheColour();
@@ -250,6 +252,58 @@ void TestColorDialog::bitsChooseTheTabs()
     QCOMPARE(run.tabs()->currentIndex(), texts.isEmpty() ? -1 : 0);
 }
 
+namespace {
+typedef void (*FillTree)(const ZvJsonPtr &params);
+}
+Q_DECLARE_METATYPE(FillTree)
+
+void TestColorDialog::keysOfAnotherKind_data()
+{
+    QTest::addColumn<FillTree>("fill");
+    QTest::addColumn<int>("tabs");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isAccepted");
+    const struct
+    {
+        const char *name;
+        FillTree fill;
+        int tabs;
+        const char *text;
+        bool isAccepted;
+    } rows[] = {
+        {"tabs of 64 bits", [](const ZvJsonPtr &params) { params->SetDataL("tabs", 0x7FFFFFFF00000001); }, 1, "BYBLOCK",
+         true},
+        {"a method in words is an unknown one", [](const ZvJsonPtr &params) { params->SetDataS("clrMethod", "192"); },
+         2, "0,0,0", false},
+        {"a colour in words is 0", [](const ZvJsonPtr &params) { params->SetDataS("selectClr", "5"); }, 2, "BYBLOCK",
+         true},
+        {"a tree for a colour is 0",
+         [](const ZvJsonPtr &params) { params->SetDataJ("selectClr", ElementValue::createObject(2)); }, 2, "BYBLOCK",
+         true},
+        {"an index beyond all is by layer", [](const ZvJsonPtr &params) { params->SetDataI("selectClr", 300); }, 2,
+         "BYLAYER", true},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.fill << row.tabs << QString::fromLatin1(row.text) << row.isAccepted;
+}
+
+void TestColorDialog::keysOfAnotherKind()
+{
+    QFETCH(FillTree, fill);
+    QFETCH(int, tabs);
+    QFETCH(QString, text);
+    QFETCH(bool, isAccepted);
+    const ZvJsonPtr params = colorParams({});
+    fill(params);
+    const ColorDialogRun run(params);
+    QCOMPARE(run.tabs()->count(), tabs);
+    QCOMPARE(run.tabs()->currentIndex(), 0);
+    QCOMPARE(run.indexText()->text(), text);
+    run.dialog->accept();
+    QCOMPARE(run.dialog->result() == QDialog::Accepted, isAccepted);
+    QCOMPARE(m_messages->lines().size(), isAccepted ? 0 : 1);
+}
+
 void TestColorDialog::methodChoosesTheFirstTab_data()
 {
     QTest::addColumn<int>("method");
@@ -310,6 +364,8 @@ void TestColorDialog::indexTabGoesToTrueColor_data()
     QTest::newRow("0 typed") << 195 << 1 << QStringLiteral("0") << 0x70000 << oddText;
     QTest::newRow("256 typed") << 195 << 1 << QStringLiteral("256") << 0x70000 << oddText;
     QTest::newRow("three parts that are no numbers") << 195 << 1 << QStringLiteral("a,b,c") << 0x70000 << oddText;
+    QTest::newRow("an index beyond the palette is black") << 195 << 300 << QString() << 0 << QStringLiteral("0,0,0");
+    QTest::newRow("-1 turns into 0,0,7") << 195 << -1 << QString() << 0x70000 << oddText;
 }
 
 void TestColorDialog::indexTabGoesToTrueColor()
