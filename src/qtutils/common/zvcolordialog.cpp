@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int kObjectNode = 2;
 constexpr QSize kDialogSize(375, 395);
 
 constexpr int kIndexTab = 0; // positions in a dialog with both tabs
@@ -75,7 +74,7 @@ ZvColorDialog::~ZvColorDialog() = default;
 
 void ZvColorDialog::onInit(ZvJsonPtr params, ZvRxObjectPtr helper)
 {
-    m_pParams = params ? params : ElementValue::createObject(kObjectNode);
+    m_pParams = params ? params : ElementValue::createObject(IElementValueBase::kObject);
     m_pHelper = helper.get();
 
     const long long tabs = zvBagLong(m_pParams, kTabsKey, kDefaultTabs);

@@ -8,12 +8,6 @@
 
 #include "core/zvui.h"
 
-namespace {
-
-constexpr int kObjectNode = 2;
-
-} // namespace
-
 template <class Color> ZvColorChoice zvColorChoiceOf(const Color &color)
 {
     switch (color.colorMethod()) {
@@ -31,7 +25,7 @@ template ZvColorChoice zvColorChoiceOf(const ZvCmEntityColor &color);
 
 ZvJsonPtr zvColorDialogParams(const ZvColorChoice &shown)
 {
-    const ZvJsonPtr params = ElementValue::createObject(kObjectNode);
+    const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
     params->SetDataI(kClrMethodKey, shown.method);
     params->SetDataI(kSelectClrKey, int(shown.value));
     return params;
