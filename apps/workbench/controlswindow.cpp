@@ -4,6 +4,8 @@
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
+#include "zvlinetypecombobox.h"
+#include "zvlinewidthcombobox.h"
 #include "zvqtcolorlabel.h"
 #include "zvqtimagewidget.h"
 
@@ -35,8 +37,7 @@ constexpr ColorComboSpec kColorCombos[] = {
     {"colorComboBasic", QT_TRANSLATE_NOOP("ControlsWindow", "Basic colours only"), 0},
 };
 
-template<class Entity, class... Args>
-void add(ZvQtImageWidget::Entities &entities, int colorIndex, Args... args)
+template <class Entity, class... Args> void add(ZvQtImageWidget::Entities &entities, int colorIndex, Args... args)
 {
     auto *entity = new ZvRxObjectImpl<Entity>(args...);
     ZvCmColor color;
@@ -56,6 +57,49 @@ ZvQtImageWidget::Entities sampleEntities()
     return entities;
 }
 
+struct LineTypeComboSpec
+{
+    const char *id;
+    const char *label;
+    bool hooked;
+    bool noPendingRow; // of an unhooked one
+    bool enabled;
+};
+
+constexpr LineTypeComboSpec kLineTypeCombos[] = {
+    {"lineTypeCombo", QT_TRANSLATE_NOOP("ControlsWindow", "Line type list"), false, false, true},
+    {"lineTypeComboPlain", QT_TRANSLATE_NOOP("ControlsWindow", "Without the line type manager"), false, true, true},
+    {"lineTypeComboHooked", QT_TRANSLATE_NOOP("ControlsWindow", "Line type of the drawing"), true, false, true},
+    {"lineTypeComboDisabled", QT_TRANSLATE_NOOP("ControlsWindow", "Line type list, disabled"), false, false, false},
+};
+
+struct LineWeightComboSpec
+{
+    const char *id;
+    const char *label;
+    bool hooked;
+    int mask;
+    bool inch;
+    double scale;
+    bool enabled;
+};
+
+constexpr int kUsualWeights
+    = ZvLineWidthComboBox::kItemByLayer | ZvLineWidthComboBox::kItemByBlock | ZvLineWidthComboBox::kItemDefault;
+
+constexpr LineWeightComboSpec kLineWeightCombos[] = {
+    {"lineWeightCombo", QT_TRANSLATE_NOOP("ControlsWindow", "Line weight list"), false, kUsualWeights, false, 0.0,
+     true},
+    {"lineWeightComboObject", QT_TRANSLATE_NOOP("ControlsWindow", "With the object's own weight"), false,
+     kUsualWeights | ZvLineWidthComboBox::kItemUseObjects, false, 0.0, true},
+    {"lineWeightComboInch", QT_TRANSLATE_NOOP("ControlsWindow", "Weights only, in inches, drawn twice as wide"), false,
+     0, true, 1.0, true},
+    {"lineWeightComboHooked", QT_TRANSLATE_NOOP("ControlsWindow", "Line weight of the drawing"), true, kUsualWeights,
+     false, 0.0, true},
+    {"lineWeightComboDisabled", QT_TRANSLATE_NOOP("ControlsWindow", "Line weight list, disabled"), false, kUsualWeights,
+     false, 0.0, false},
+};
+
 } // namespace
 
 ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QLabel)
@@ -67,6 +111,8 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     pages->setAccessibleName(tr("Families of controls"));
     pages->addTab(makeColorPage(), tr("Colour"));
     pages->addTab(makePicturePage(), tr("Pictures"));
+    pages->addTab(makeLineTypePage(), tr("Line type"));
+    pages->addTab(makeLineWeightPage(), tr("Line weight"));
     m_last->setObjectName(QStringLiteral("lastSignal"));
     m_last->setAccessibleName(tr("Last signal"));
     m_last->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -149,5 +195,44 @@ QWidget *ControlsWindow::makePicturePage()
     form->addRow(picture);
     form->addRow(tr("Frame"), frame);
     form->addRow(tr("Colour of the frame"), color);
+    return page;
+}
+
+QWidget *ControlsWindow::makeLineTypePage()
+{
+    auto *page = new QWidget;
+    auto *form = new QFormLayout(page);
+    for (const LineTypeComboSpec &spec : kLineTypeCombos) {
+        auto *combo
+            = spec.hooked ? new ZvLineTypeComboBox(true, page) : new ZvLineTypeComboBox(page, spec.noPendingRow, false);
+        combo->setObjectName(QLatin1String(spec.id));
+        combo->setAccessibleName(tr(spec.label));
+        combo->setEnabled(spec.enabled);
+        connect(combo, &ZvLineTypeComboBox::lineTypeItemChanged, this, [this, combo](int index) {
+            tell(tr("lineTypeItemChanged: %1, %2").arg(index).arg(combo->getLineTypeString(index)));
+        });
+        form->addRow(tr(spec.label), combo);
+    }
+    return page;
+}
+
+QWidget *ControlsWindow::makeLineWeightPage()
+{
+    auto *page = new QWidget;
+    auto *form = new QFormLayout(page);
+    for (const LineWeightComboSpec &spec : kLineWeightCombos) {
+        auto *combo = new ZvLineWidthComboBox(spec.hooked, spec.mask, page);
+        combo->setObjectName(QLatin1String(spec.id));
+        combo->setAccessibleName(tr(spec.label));
+        combo->setEnabled(spec.enabled);
+        if (spec.inch || spec.scale != 0.0) {
+            combo->setLineweightScale(spec.scale);
+            combo->init(spec.inch);
+        }
+        connect(combo, &ZvLineWidthComboBox::lineWeightItemChanged, this, [this, combo](int index) {
+            tell(tr("lineWeightItemChanged: %1, %2").arg(index).arg(combo->itemText(index)));
+        });
+        form->addRow(tr(spec.label), combo);
+    }
     return page;
 }

@@ -7,7 +7,7 @@
 class QLabel;
 class QWidget;
 
-/// The library's controls unhooked, a page for each family: what they emit stands below.
+/// The library's controls, a page for each family, unhooked unless they say otherwise: what they emit stands below.
 class ControlsWindow : public QDialog
 {
     Q_OBJECT
@@ -17,6 +17,8 @@ public:
 private:
     QWidget *makeColorPage();
     QWidget *makePicturePage();
+    QWidget *makeLineTypePage();
+    QWidget *makeLineWeightPage();
     void tell(const QString &line);
 
     QLabel *m_last;

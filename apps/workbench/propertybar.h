@@ -6,6 +6,8 @@
 
 #include <QToolBar>
 
+class QComboBox;
+
 /// The tool bar with the library's property controls, hooked to the drawing. Needs the update bus on offer. Without a
 /// drawing it is disabled, since the bus is silent then.
 class PropertyBar : public QToolBar
@@ -15,6 +17,7 @@ public:
     explicit PropertyBar(QWidget *parent = nullptr);
 
 private:
+    void addCombo(QComboBox *combo, const QString &name, const QString &toolTip);
     void followDocuments();
 
     KernelEvents m_events;

@@ -28,11 +28,24 @@ inline void pickByMouse(QComboBox &combo, int row)
     QTest::mouseClick(&combo, Qt::LeftButton);
     QTRY_VERIFY(combo.view()->isVisible());
     QAbstractItemView &view = *combo.view();
+    // Until the mouse has moved, the list takes a release for the end of the click that opened it.
+    const QRect area = view.viewport()->rect();
+    QTest::mouseMove(view.viewport(), area.center() + QPoint(area.width() / 4, 0));
     view.scrollTo(view.model()->index(row, 0));
-    const QPoint place = (view.visualRect(view.model()->index(row, 0)) & view.viewport()->rect()).center();
+    const QPoint place = (view.visualRect(view.model()->index(row, 0)) & area).center();
     QTest::mouseMove(view.viewport(), place);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, place);
     QTRY_VERIFY(!view.isVisible());
+}
+
+/// The same by the row's text, of a list that is filled when it opens.
+inline void pickByMouse(QComboBox &combo, const QString &text)
+{
+    combo.showPopup();
+    const int row = combo.findText(text);
+    combo.hidePopup();
+    QVERIFY2(row >= 0, qPrintable(text));
+    pickByMouse(combo, row);
 }
 
 /// The same, with the keyboard in the open list: as many times down as told.
