@@ -312,7 +312,7 @@ void tst_workbench_color::theControlsWindowTellsWhatIsPicked()
     QCOMPARE(label->grab().toImage().pixelColor(2, 2), QColor(0, 0, 255));
     QCOMPARE(currentColor(), QStringLiteral("ByLayer")); // unhooked: the drawing keeps its own
 
-    auto *button = controls->findChild<ZvColorButtonWidget *>();
+    auto *button = controls->findChild<ZvColorButtonWidget *>(QStringLiteral("colorButton"));
     ModalDriver driver;
     driver.next(pressOk);
     QTest::mouseDClick(button, Qt::LeftButton);
