@@ -149,12 +149,21 @@ public:
         if (keep)
             m_database->endFrame();
         else
-            m_database->abortFrame();
+            putBack();
         m_database->endUndoStep();
         m_database = nullptr;
     }
 
 private:
+    /// Listeners hear of what goes back. One that throws once more has nothing to stop: the command has failed already.
+    void putBack()
+    {
+        try {
+            m_database->abortFrame();
+        } catch (const std::exception &) { // NOLINT(bugprone-empty-catch)
+        }
+    }
+
     ZvDbDatabasePtr m_database;
 };
 
@@ -181,7 +190,7 @@ void runCommand(const ZvEdCommand &command, bool transparent)
     UndoStep step((command.flags & ZvEdCommand::kNoUndoMark) ? nullptr : database, command.globalName);
     try {
         command.function();
-    } catch (const ZvError &error) {
+    } catch (const std::exception &error) {
         s.running[level].end = ZvEditor::kFailed;
         s.running[level].failure = ZvString(error.what());
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "corefixture.h"
 
+#include <stdexcept>
+
 namespace {
 
 std::vector<std::string> s_seen;
@@ -58,6 +60,24 @@ void throwAnError()
     throw ZvError("thrown");
 }
 
+void throwAStandardError()
+{
+    throw std::length_error("too long");
+}
+
+/// Throws at every change of the drawing.
+class Refuser : public ZvStaticRxObject<ZvDbDatabaseReactor>
+{
+public:
+    explicit Refuser(ZvDbDatabase &database) : m_database(database) { m_database.addReactor(this); }
+    ~Refuser() override { m_database.removeReactor(this); }
+    void objectAppended(const ZvDbDatabase *, const ZvDbObject *) override { throw ZvError("refused"); }
+    void objectErased(const ZvDbDatabase *, const ZvDbObject *, bool) override { throw ZvError("refused again"); }
+
+private:
+    ZvDbDatabase &m_database;
+};
+
 void noteActive()
 {
     s_active = commandActive();
@@ -75,6 +95,7 @@ protected:
         add("LINETEXT", 0, askLine);
         add("FAILS", 0, failAfterAChange);
         add("THROWS", 0, throwAnError);
+        add("THROWSOTHER", 0, throwAStandardError);
         add("INSIDE", ZvEdCommand::kTransparent, noteActive);
         add("HIDDEN", ZvEdCommand::kNoEcho, noteActive);
     }
@@ -205,6 +226,29 @@ TEST_F(QueueTest, anErrorThatIsThrownFailsTheCommand)
     EXPECT_EQ(run("_.THROWS"), "thrown");
     EXPECT_EQ(log.lines.back(), "fail THROWS");
     EXPECT_EQ(commandActive(), 0);
+}
+
+TEST_F(QueueTest, errorsOfTheStandardLibraryFailTheCommandToo)
+{
+    EXPECT_EQ(run("_.THROWSOTHER"), "too long");
+    EXPECT_EQ(log.lines.back(), "fail THROWSOTHER");
+    EXPECT_EQ(commandActive(), 0);
+    EXPECT_EQ(run("_.HIDDEN"), "");
+}
+
+TEST_F(QueueTest, aListenerThatThrowsAtThePuttingBackTooLeavesNothingOpen)
+{
+    {
+        const Refuser refuser(*database);
+        EXPECT_EQ(run("_.FAILS"), "refused");
+        EXPECT_EQ(log.lines.back(), "fail FAILS");
+    }
+    EXPECT_EQ(commandActive(), 0);
+    EXPECT_EQ(entityCount(), 0);
+    EXPECT_EQ(database->frameDepth(), 0);
+    EXPECT_FALSE(database->canUndo());
+    database->setLtscale(2.0);
+    EXPECT_TRUE(database->canUndo()) << "the step of its own has ended";
 }
 
 TEST_F(QueueTest, cmdactiveTellsWhatRuns)
