@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <map>
+#include <set>
 #include <string>
 
 namespace {
@@ -63,9 +64,11 @@ int drawingModified()
     return document && document->isModified() ? 1 : 0;
 }
 
-int noBlockEditor()
+bool s_isBlockEditorOpen = false; // the block editor is no part of this kernel: its host tells
+
+int blockEditorOpen()
 {
-    return 0; // the block editor is not part of this kernel
+    return s_isBlockEditorOpen ? 1 : 0;
 }
 
 int defaultLineWeight()
@@ -76,7 +79,7 @@ int defaultLineWeight()
 }
 
 const AppVariable kVariables[] = {
-    {"BLOCKEDITOR", ZvRes::kShort, 0, 0, 0, true, nullptr, noBlockEditor},
+    {"BLOCKEDITOR", ZvRes::kShort, 0, 0, 0, true, nullptr, blockEditorOpen},
     {"CMDACTIVE", ZvRes::kShort, 0, 0, 0, true, nullptr, zvcoreCommandActive},
     {"CMDECHO", ZvRes::kShort, 1, 0, 1, false, nullptr, nullptr},
     {"CMDNAMES", ZvRes::kText, 0, 0, 0, true, commandNames, nullptr},
@@ -96,6 +99,13 @@ const AppVariable kVariables[] = {
 std::map<std::string, double> &values()
 {
     static std::map<std::string, double> all;
+    return all;
+}
+
+/// Names of the variables that cannot be read for the time being.
+std::set<std::string> &unreadable()
+{
+    static std::set<std::string> all;
     return all;
 }
 
@@ -151,6 +161,8 @@ int zvedGetVar(const ZvString &name, ZvResBuf *value)
     if (!value)
         return ZvRes::kError;
     if (const AppVariable *variable = findVariable(name)) {
+        if (unreadable().count(variable->name))
+            return ZvRes::kError;
         value->restype = variable->type;
         if (variable->type == ZvRes::kText)
             value->resval.rstring = zvutNewString(variable->computedText().wstr());
@@ -187,6 +199,26 @@ int zvedSetVar(const ZvString &name, const ZvResBuf *value)
     if (ZvEditor *editor = zvedEditor())
         editor->fireSysVarChanged(variable->name, true);
     return ZvRes::kNormal;
+}
+
+void zvedSetVarReadable(const ZvString &name, bool readable)
+{
+    const AppVariable *variable = findVariable(name);
+    if (!variable)
+        return;
+    if (readable)
+        unreadable().erase(variable->name);
+    else
+        unreadable().insert(variable->name);
+}
+
+void zvedSetBlockEditorOpen(bool open)
+{
+    if (s_isBlockEditorOpen == open)
+        return;
+    s_isBlockEditorOpen = open;
+    if (ZvEditor *editor = zvedEditor())
+        editor->fireSysVarChanged(L"BLOCKEDITOR", true);
 }
 
 void zvedVarList(std::vector<ZvEdVarInfo> &variables)

@@ -17,6 +17,12 @@ ZV_EXPORT int zvedGetVar(const ZvString &name, ZvResBuf *value);
 /// Fails for an unknown name, a read-only variable, a value of the wrong type or out of range. Numbers convert.
 ZV_EXPORT int zvedSetVar(const ZvString &name, const ZvResBuf *value);
 
+/// Makes a variable of the application unreadable, or readable again: a state that callers survive. Other names:
+/// nothing.
+ZV_EXPORT void zvedSetVarReadable(const ZvString &name, bool readable);
+/// Told by a host that has a block editor: "BLOCKEDITOR" is 1 while it is open. Raises the change of the variable.
+ZV_EXPORT void zvedSetBlockEditorOpen(bool open);
+
 /// What SETVAR and programs may know of a variable.
 struct ZV_EXPORT ZvEdVarInfo
 {

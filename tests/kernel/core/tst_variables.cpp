@@ -87,3 +87,28 @@ TEST_F(CoreTest, switchingTheLayoutIsToldToEditorAndLayoutManager)
     EXPECT_EQ(listener.seen, "Layout1");
     layouts->removeReactor(&listener);
 }
+
+TEST_F(CoreTest, aVariableMayBeUnreadable)
+{
+    ZvResBuf value;
+    zvedSetVarReadable("cmdactive", false);
+    EXPECT_EQ(zvedGetVar("CMDACTIVE", &value), ZvRes::kError);
+    EXPECT_EQ(value.restype, ZvRes::kNone);
+    zvedSetVarReadable("CMDACTIVE", true);
+    EXPECT_EQ(zvedGetVar("CMDACTIVE", &value), ZvRes::kNormal);
+    zvedSetVarReadable("NOSUCH", false);
+}
+
+TEST_F(CoreTest, theHostTellsOfItsBlockEditor)
+{
+    EXPECT_EQ(text("BLOCKEDITOR"), "0");
+    EXPECT_NE(zvedSetVarText("BLOCKEDITOR", "1"), ZvRes::kNormal);
+    zvedSetBlockEditorOpen(true);
+    EXPECT_EQ(text("BLOCKEDITOR"), "1");
+    EXPECT_TRUE(log.has("var BLOCKEDITOR"));
+    log.lines.clear();
+    zvedSetBlockEditorOpen(true);
+    EXPECT_FALSE(log.has("var BLOCKEDITOR")) << "only a change is told";
+    zvedSetBlockEditorOpen(false);
+    EXPECT_EQ(text("BLOCKEDITOR"), "0");
+}
