@@ -32,6 +32,13 @@ ZvGeMatrix3d matrixOf(const ZvGePoint3d &origin, const ZvGeVector3d &x, const Zv
     return ZvGeMatrix3d().setCoordSystem(origin, x, y, x.crossProduct(y));
 }
 
+/// The space that is worked in: paper space (1) on the paper itself, model space (0) otherwise, also where it is worked in
+/// through a viewport of a layout.
+int spaceAtHand(const ZvDbDatabasePrivate &d)
+{
+    return d.q.tilemode() || !d.viewportWorkedIn().isNull() ? 0 : 1;
+}
+
 /// The system of model space (0) or paper space (1).
 ZvDbUcs currentUcs(const ZvDbDatabasePrivate &d, int space)
 {
@@ -145,7 +152,7 @@ Zv::ErrorStatus ZvDbDatabase::setUcs(const ZvGePoint3d &origin, const ZvGeVector
         return Zv::eInvalidInput;
     if (!name.isNull() && !d->isUsable(name, ZvDbUCSTableRecord::desc()))
         return Zv::eInvalidInput;
-    const int space = tilemode() ? 0 : 1;
+    const int space = spaceAtHand(*d);
     ZvDbUcs ucs;
     ucs.origin = origin;
     ucs.x = x.normal();
@@ -172,12 +179,12 @@ Zv::ErrorStatus ZvDbDatabase::setUcs(const ZvGePoint3d &origin, const ZvGeVector
 
 bool ZvDbDatabase::hasPreviousUcs() const
 {
-    return !d->ucsHistory[tilemode() ? 0 : 1].empty();
+    return !d->ucsHistory[spaceAtHand(*d)].empty();
 }
 
 Zv::ErrorStatus ZvDbDatabase::restorePreviousUcs()
 {
-    const int space = tilemode() ? 0 : 1;
+    const int space = spaceAtHand(*d);
     std::vector<ZvDbUcs> &history = d->ucsHistory[space];
     if (history.empty())
         return Zv::eKeyNotFound;
@@ -195,7 +202,7 @@ Zv::ErrorStatus ZvDbDatabase::restorePreviousUcs()
 
 ZvGeMatrix3d ZvDbDatabase::ucsMatrix() const
 {
-    const ZvDbUcs ucs = currentUcs(*d, tilemode() ? 0 : 1);
+    const ZvDbUcs ucs = currentUcs(*d, spaceAtHand(*d));
     return matrixOf(ucs.origin, ucs.x, ucs.y);
 }
 
@@ -208,10 +215,11 @@ class ViewportData : public ZvDbAbstractViewportData
 public:
     bool hasPreviousUcs(const ZvDbObject *viewport, ZvGeMatrix3d &previous) const override
     {
-        const ZvDbDatabasePrivate *d = ZvDbDatabasePrivate::of(viewport);
+        ZvDbDatabasePrivate *d = ZvDbDatabasePrivate::of(viewport);
         if (!d)
             return false;
-        const int space = viewport->isKindOf(ZvDbViewportTableRecord::desc()) ? 0 : 1;
+        // Model space is seen through all viewports but the one that is the paper itself.
+        const int space = d->overallViewport(viewport->ownerId()) == viewport->objectId() ? 1 : 0;
         if (d->ucsHistory[space].empty())
             return false;
         const ZvDbUcs &ucs = d->ucsHistory[space].back();

@@ -195,7 +195,8 @@ public:
     ZvGePoint3d pucsorg() const;
     ZvGeVector3d pucsxdir() const;
     ZvGeVector3d pucsydir() const;
-    /// Sets the system of the space at hand (tilemode) with its orthographic number, 0 when it is none, 1 top, 2 bottom,
+    /// Sets the system of the space at hand (paper space on the paper itself, model space also inside a viewport of a
+    /// layout) with its orthographic number, 0 when it is none, 1 top, 2 bottom,
     /// 3 front, 4 back, 5 left, 6 right; remembers the one before. Raises "UCSNAME", "UCSORTHOVIEW" or their paper
     /// space forms, and "UCS" or "PUCS".
     Zv::ErrorStatus setUcs(const ZvGePoint3d &origin, const ZvGeVector3d &x, const ZvGeVector3d &y, ZvDbObjectId name, int orthographic);

@@ -199,6 +199,33 @@ TEST_F(Layouts, paperSpaceHasItsOwnSystemAndHistory)
     EXPECT_TRUE(db.hasPreviousUcs());
 }
 
+TEST_F(Layouts, aSystemSetInsideAViewportIsTheModels)
+{
+    db.setTilemode(false);
+    db.setUcs(ZvGePoint3d(5, 0), x, y, ZvDbObjectId(), 0);
+    const ZvDbObjectId window = addViewport();
+    ASSERT_EQ(db.setCurrentViewport(window), Zv::eOk);
+    EXPECT_FALSE(db.hasPreviousUcs());
+    EXPECT_TRUE(db.ucsMatrix().isEqualTo(ZvGeMatrix3d()));
+    listener.take();
+    db.setUcs(ZvGePoint3d(7, 0), x, y, ZvDbObjectId(), 0);
+    EXPECT_EQ(listener.take(), Events{"variable UCS"});
+    EXPECT_EQ(db.ucsorg().x, 7.0);
+    EXPECT_EQ(db.pucsorg().x, 5.0);
+    {
+        ZvDbObjectPointer<ZvDbObject> viewport(window, ZvDb::kForRead);
+        ZvGeMatrix3d previous;
+        EXPECT_TRUE(zvrxCast<ZvDbAbstractViewportData>(viewport.get())->hasPreviousUcs(viewport.get(), previous));
+        EXPECT_EQ(previous(0, 3), 0.0);
+    }
+    EXPECT_EQ(db.restorePreviousUcs(), Zv::eOk);
+    EXPECT_EQ(db.ucsorg().x, 0.0);
+    db.setCurrentViewport(ZvDbObjectId());
+    EXPECT_TRUE(db.hasPreviousUcs()) << "the paper remembers its own";
+    EXPECT_EQ(db.restorePreviousUcs(), Zv::eOk);
+    EXPECT_EQ(db.pucsorg().x, 0.0);
+}
+
 TEST_F(Layouts, bothKindsOfViewportKnowThePreviousSystem)
 {
     db.setUcs(ZvGePoint3d(1, 0), x, y, ZvDbObjectId(), 0);
