@@ -385,7 +385,18 @@ ZvDbBlockTableRecord &ZvDbBlockTableRecord::operator=(const ZvDbBlockTableRecord
 
 bool ZvDbBlockTableRecord::isAnonymous() const
 {
-    return !m_name.isEmpty() && m_name.at(0) == L'*' && !isLayout();
+    if (isLayout())
+        return false;
+    if (m_blockFlags & 1)
+        return true;
+    // "*U12", "*D3": a letter and a number. Some files leave the flag out.
+    if (m_name.length() < 3 || m_name.at(0) != L'*')
+        return false;
+    for (int i = 2; i < m_name.length(); ++i) {
+        if (m_name.at(i) < L'0' || m_name.at(i) > L'9')
+            return false;
+    }
+    return true;
 }
 
 bool ZvDbBlockTableRecord::isLayout() const

@@ -317,7 +317,7 @@ void ZvDbObjectAccess::blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &
     filer.text(2, name);
     if (filer.isReading())
         block.m_name = name;
-    int flags = block.m_blockFlags | block.m_flags;
+    int flags = block.m_blockFlags | block.m_flags | (filer.isNewRecord() && block.isAnonymous() ? 1 : 0);
     filer.integer(70, flags);
     if (filer.isReading()) {
         block.m_blockFlags = flags & 0xF;

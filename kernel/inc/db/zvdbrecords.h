@@ -283,6 +283,7 @@ public:
     ZvDbBlockTableRecord() = default;
     /// Copies what the record says of itself; the entities stay each block's own.
     ZvDbBlockTableRecord &operator=(const ZvDbBlockTableRecord &other);
+    /// Made by programs for a single use, as the picture of a dimension: marked so, or named by a letter and a number.
     bool isAnonymous() const;
     bool isFromExternalReference() const { return (m_blockFlags & 4) != 0; }
     bool isFromOverlayReference() const { return (m_blockFlags & 8) != 0; }

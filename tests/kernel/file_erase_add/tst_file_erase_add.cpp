@@ -275,6 +275,21 @@ TEST(Added, recordsOfEveryTableAreReadAgain)
     EXPECT_EQ(view->centerPoint().y, 4);
 }
 
+TEST(Added, aBlockMadeByAProgramIsMarkedAsSuch)
+{
+    const ZvDbDatabasePtr database = readDrawing(madeDrawing());
+    addRecord<ZvDbBlockTable, ZvDbBlockTableRecord>(*database, L"*U");
+    const std::string saved = saveDrawing(*database);
+    const std::vector<FileTag> tags = tagsOf(saved);
+    const std::vector<FileTag> wanted {{100, "AcDbBlockBegin"}, {2, "*U1"}, {70, "1"}};
+    EXPECT_NE(std::search(tags.begin(), tags.end(), wanted.begin(), wanted.end()), tags.end());
+    const ZvDbDatabasePtr again = readDrawing(saved);
+    for (const ZvDbObjectId id : recordsOf(again->blockTableId())) {
+        ZvDbObjectPointer<ZvDbBlockTableRecord> block(id, ZvDb::kForRead);
+        EXPECT_TRUE(!block || block->isAnonymous() == (block->name() == "*U1"));
+    }
+}
+
 TEST(Added, aTableCountsItsRecords)
 {
     const std::string before = madeDrawing();
