@@ -86,10 +86,13 @@ void readCellStyles(ZvDbFiler &filer, ZvDbObjectId extension, ZvArray<ZvString> 
     }
     bool isStyle = false;
     for (const ZvDbFiler::Group &group : filer.groupsOf(map, "AcDbCellStyleMap")) {
-        if (group.code == 1)
+        if (group.code == 1) {
             isStyle = group.text == "CELLSTYLE_BEGIN";
-        else if (isStyle && group.code == 300 && !names.contains(group.text))
-            names.append(group.text);
+        } else if (isStyle && group.code == 300) {
+            if (!names.contains(group.text))
+                names.append(group.text);
+            isStyle = false; // the next style begins with the same code
+        }
     }
 }
 
