@@ -120,13 +120,13 @@ bool isBlockEditorActive()
     return zvedGetVar(L"BLOCKEDITOR", &value) == ZvRes::kNormal && value.number() != 0.0;
 }
 
-/// The block of the paper layout that is shown, when the work is on the paper itself; else the null id.
-ZvDbObjectId paperBlock(const ZvDbLayout &layout)
+/// Whether the work in a layout is on the paper itself, and not inside a viewport.
+bool isOnPaper(const ZvDbLayout &layout)
 {
     ZvDbObjectId active;
     ZvDbObjectId overall;
     zvHostService()->layoutIds(&layout, active, overall);
-    return active == overall ? layout.getBlockTableRecordId() : ZvDbObjectId();
+    return active == overall;
 }
 
 } // namespace
@@ -347,11 +347,11 @@ ZvDbObjectId ZevaUISetting::getWorkBlockRecId(const ZvDbDatabase *database)
     if (database->tilemode())
         return modelSpace;
     const ZvGsDbRootLinkage::DatabaseExtension *extension = ZvGsDbRootLinkage::getDbBaseDatabasePE();
-    const ZvRxObject *layout = extension ? extension->layoutObject(database) : nullptr;
-    if (!layout)
+    const ZvRxObject *object = extension ? extension->layoutObject(database) : nullptr;
+    if (!object)
         return ZvDbObjectId();
-    const ZvDbObjectId paper = paperBlock(*zvqt_queryRequired<ZvDbLayout>(layout));
-    return paper.isNull() ? modelSpace : paper;
+    const auto *layout = zvqt_queryRequired<ZvDbLayout>(object);
+    return isOnPaper(*layout) ? layout->getBlockTableRecordId() : modelSpace;
 }
 
 void ZevaUISetting::restoreFocus2MainView()

@@ -9,7 +9,6 @@
 #include "core/zvui.h"
 #include "db/zvdbentities.h"
 
-
 namespace {
 
 typedef ZevaUISetting::EntityValue EntityValue;

@@ -100,6 +100,21 @@ ZvApDocument *DrawingTest::openAnother()
     return document;
 }
 
+ZvDbDatabasePtr DrawingTest::readDrawing(const QByteArray &bytes)
+{
+    ZvDbDatabasePtr database = ZvDbDatabase::create();
+    ZvDbFileReport report;
+    if (database->readStream(bytes.constData(), std::size_t(bytes.size()), report) != Zv::eOk)
+        QTest::qFail(report.message.toUtf8().c_str(), __FILE__, __LINE__);
+    return database;
+}
+
+void DrawingTest::openDrawing(const QByteArray &bytes)
+{
+    zvDocManagerPtr()->addDocument(readDrawing(bytes), L"");
+    bus().enableUpdateUI(true);
+}
+
 bool DrawingTest::runMacro(const ZvString &macro)
 {
     zvedMenuMacro(macro, false);

@@ -32,6 +32,14 @@ public:
     ZvMonitorGlobalUISystemVarReactor reactor;
 };
 
+/// A colour of the palette; 0 by block, 256 by layer.
+inline ZvCmColor colorOfIndex(int index)
+{
+    ZvCmColor color;
+    color.setColorIndex(std::uint16_t(index));
+    return color;
+}
+
 /// Base of the tests on a drawing: each function begins with the core started, the library loaded, the update bus offered
 /// and switched on, and one empty drawing open; it ends with all of it taken back and no object open.
 class DrawingTest : public ZevaTest
@@ -45,6 +53,10 @@ protected:
     ZvMonitorGlobalUISystemVarReactor &bus() { return m_bus->reactor; }
     /// Another empty drawing, made current, with the bus switched on again.
     ZvApDocument *openAnother();
+    /// Reads the bytes of a drawing file, for what programs cannot make. Belongs to no document.
+    static ZvDbDatabasePtr readDrawing(const QByteArray &bytes);
+    /// The same as a document, made current.
+    void openDrawing(const QByteArray &bytes);
 
     static void select(const std::vector<ZvDbObjectId> &ids) { selection().set(ids); }
     /// Runs what is queued; false when a command failed.

@@ -6,6 +6,8 @@
 
 #include <QtGlobal>
 
+#include <exception>
+
 /// The edit frame of a drawing for the length of a scope. A scope that is left without end(), by an exception or because
 /// there is nothing to do, aborts the frame: everything written in it is put back.
 class ZvEditFrame
@@ -17,8 +19,14 @@ public:
     }
     ~ZvEditFrame()
     {
-        if (!m_hasEnded)
+        if (m_hasEnded)
+            return;
+        // Listeners hear of what is put back. One that throws once more must not end the program: the exception that
+        // ended the scope is already on its way to the caller.
+        try {
             m_service->abortFrame(m_database);
+        } catch (const std::exception &) { // NOLINT(bugprone-empty-catch)
+        }
     }
     Q_DISABLE_COPY(ZvEditFrame)
 

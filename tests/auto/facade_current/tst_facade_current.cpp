@@ -13,13 +13,6 @@
 
 namespace {
 
-ZvCmColor colorOfIndex(int index)
-{
-    ZvCmColor color;
-    color.setColorIndex(std::uint16_t(index));
-    return color;
-}
-
 ZvQtCommonUISvr *mailbox()
 {
     return dynamic_cast<ZvQtCommonUISvr *>(grUISvr(L"Dialog/Common"));
@@ -186,18 +179,10 @@ private:
         addMLeaderStyle(L"Bold");
         addPlotStyle(L"Thin");
     }
-    void openOldDrawing()
-    {
-        const ZvDbDatabasePtr database = ZvDbDatabase::create();
-        ZvDbFileReport report;
-        QCOMPARE(database->readStream(kDrawingWithReference, sizeof kDrawingWithReference - 1, report), Zv::eOk);
-        zvDocManagerPtr()->addDocument(database, L"");
-        bus().enableUpdateUI(true);
-    }
     /// Drawings of old know neither table nor multileader styles.
     void openDrawingWithoutCurrentStyles()
     {
-        openOldDrawing();
+        openDrawing(kDrawingWithReference);
         addTableStyle(L"Plain");
         addMLeaderStyle(L"Bold");
     }
@@ -669,7 +654,7 @@ void TestFacadeCurrent::frozenLayerIsRefusedWithAMessage()
 
 void TestFacadeCurrent::referencedLayerIsRefusedOnlyWithoutASelection()
 {
-    openOldDrawing();
+    openDrawing(kDrawingWithReference);
     const MessageBoxes boxes;
     QVERIFY(!ZevaUISetting::setCLayer(ZvDbObjectId(), L"House|Walls"));
     QCOMPARE(boxes.shown().size(), std::size_t(1));

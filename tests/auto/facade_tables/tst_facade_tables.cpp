@@ -10,44 +10,99 @@
 namespace {
 
 // What programs cannot make: records of an external reference, hidden layers, names that stand twice.
-const char kDrawing[] =
-    "0\nSECTION\n2\nTABLES\n"
-    "0\nTABLE\n2\nLAYER\n70\n9\n"
-    "0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n"
-    "0\nLAYER\n2\nwalls\n70\n5\n62\n-3\n6\nCONTINUOUS\n"
-    "0\nLAYER\n2\nDoors\n70\n0\n62\n5\n6\nCONTINUOUS\n"
-    "0\nLAYER\n2\n*Helper\n70\n0\n62\n1\n6\nCONTINUOUS\n"
-    "0\nLAYER\n2\nHouse|Walls\n70\n48\n62\n3\n6\nCONTINUOUS\n"
-    "0\nENDTAB\n"
-    "0\nTABLE\n2\nSTYLE\n70\n3\n"
-    "0\nSTYLE\n2\nSTANDARD\n70\n0\n40\n0.0\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
-    "0\nSTYLE\n2\nTall\n70\n4\n40\n3.5\n41\n0.8\n50\n15.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
-    "0\nSTYLE\n2\nHouse|Tall\n70\n48\n40\n0.0\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
-    "0\nENDTAB\n"
-    "0\nTABLE\n2\nDIMSTYLE\n70\n3\n"
-    "0\nDIMSTYLE\n2\nSTANDARD\n70\n0\n"
-    "0\nDIMSTYLE\n2\nHouse|Fine\n70\n48\n"
-    "0\nDIMSTYLE\n2\nZulu\n70\n0\n"
-    "0\nENDTAB\n"
-    "0\nTABLE\n2\nUCS\n70\n2\n"
-    "0\nUCS\n2\nSlope\n70\n0\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n32\n1.0\n"
-    "0\nUCS\n2\nHouse|Roof\n70\n48\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n32\n1.0\n"
-    "0\nENDTAB\n"
-    "0\nTABLE\n2\nVIEW\n70\n3\n"
-    "0\nVIEW\n2\nGARDEN\n70\n0\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0.0\n32\n0.0\n"
-    "0\nVIEW\n2\nSHEET\n70\n1\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0.0\n32\n0.0\n"
-    "0\nVIEW\n2\nHouse|View\n70\n48\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0.0\n32\n0.0\n"
-    "0\nENDTAB\n"
-    "0\nENDSEC\n"
-    "0\nSECTION\n2\nBLOCKS\n"
-    "0\nBLOCK\n8\n0\n2\nWINDOW\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\nWINDOW\n0\nENDBLK\n8\n0\n"
-    "0\nBLOCK\n8\n0\n2\nDoor\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\nDoor\n0\nENDBLK\n8\n0\n"
-    "0\nBLOCK\n8\n0\n2\n*U1\n70\n1\n10\n0.0\n20\n0.0\n30\n0.0\n3\n*U1\n0\nENDBLK\n8\n0\n"
-    "0\nBLOCK\n8\n0\n2\nHouse\n70\n4\n10\n0.0\n20\n0.0\n30\n0.0\n3\nHouse\n1\nhouse.dxf\n0\nENDBLK\n8\n0\n"
-    "0\nENDSEC\n"
-    "0\nSECTION\n2\nENTITIES\n"
-    "0\nINSERT\n8\n0\n2\nDoor\n10\n0.0\n20\n0.0\n30\n0.0\n"
-    "0\nENDSEC\n0\nEOF\n";
+const char kDrawing[]
+    = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n"
+      "0\nSECTION\n2\nTABLES\n"
+      "0\nTABLE\n2\nLAYER\n70\n9\n"
+      "0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n"
+      "0\nLAYER\n2\nwalls\n70\n5\n62\n-3\n6\nCONTINUOUS\n"
+      "0\nLAYER\n2\nDoors\n70\n0\n62\n5\n6\nCONTINUOUS\n"
+      "0\nLAYER\n2\n*Helper\n70\n0\n62\n1\n6\nCONTINUOUS\n"
+      "0\nLAYER\n2\nHouse|Walls\n70\n48\n62\n3\n6\nCONTINUOUS\n"
+      "0\nENDTAB\n"
+      "0\nTABLE\n2\nSTYLE\n70\n3\n"
+      "0\nSTYLE\n2\nSTANDARD\n70\n0\n40\n0.0\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
+      "0\nSTYLE\n2\nTall\n70\n4\n40\n3.5\n41\n0.8\n50\n15.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
+      "0\nSTYLE\n2\nTall\n70\n0\n40\n9.5\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
+      "0\nSTYLE\n2\n\n70\n1\n40\n0.0\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\nltypeshp.shx\n4\n\n"
+      "0\nSTYLE\n2\nHouse|Tall\n70\n48\n40\n0.0\n41\n1.0\n50\n0.0\n71\n0\n42\n2.5\n3\ntxt\n4\n\n"
+      "0\nENDTAB\n"
+      "0\nTABLE\n2\nDIMSTYLE\n70\n3\n"
+      "0\nDIMSTYLE\n2\nSTANDARD\n70\n0\n"
+      "0\nDIMSTYLE\n2\nHouse|Fine\n70\n48\n"
+      "0\nDIMSTYLE\n2\nZulu\n70\n0\n"
+      "0\nDIMSTYLE\n2\nZulu\n70\n0\n"
+      "0\nENDTAB\n"
+      "0\nTABLE\n2\nUCS\n70\n2\n"
+      "0\nUCS\n2\nSlope\n70\n0\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n32\n1.0\n"
+      "0\nUCS\n2\nHouse|Roof\n70\n48\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n32\n1.0\n"
+      "0\nENDTAB\n"
+      "0\nTABLE\n2\nVIEW\n70\n3\n"
+      "0\nVIEW\n2\nGARDEN\n70\n0\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0."
+      "0\n32\n0.0\n"
+      "0\nVIEW\n2\nSHEET\n70\n1\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0."
+      "0\n32\n0.0\n"
+      "0\nVIEW\n2\nHouse|View\n70\n48\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n11\n0.0\n21\n0.0\n31\n1.0\n12\n0.0\n22\n0."
+      "0\n32\n0.0\n"
+      "0\nENDTAB\n"
+      "0\nENDSEC\n"
+      "0\nSECTION\n2\nBLOCKS\n"
+      "0\nBLOCK\n8\n0\n2\nWINDOW\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\nWINDOW\n0\nENDBLK\n8\n0\n"
+      "0\nBLOCK\n8\n0\n2\nDoor\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\nDoor\n0\nENDBLK\n8\n0\n"
+      "0\nBLOCK\n8\n0\n2\n*U1\n70\n1\n10\n0.0\n20\n0.0\n30\n0.0\n3\n*U1\n0\nENDBLK\n8\n0\n"
+      "0\nBLOCK\n8\n0\n2\nHouse|Sink\n70\n48\n10\n0.0\n20\n0.0\n30\n0.0\n3\nHouse|Sink\n0\nENDBLK\n8\n0\n"
+      "0\nBLOCK\n8\n0\n2\nHouse\n70\n4\n10\n0.0\n20\n0.0\n30\n0.0\n3\nHouse\n1\nhouse.dxf\n0\nENDBLK\n8\n0\n"
+      "0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n"
+      "0\nINSERT\n8\n0\n2\nDoor\n10\n0.0\n20\n0.0\n30\n0.0\n"
+      "0\nENDSEC\n"
+      "0\nSECTION\n2\nOBJECTS\n"
+      "0\nDICTIONARY\n5\nA0\n330\n0\n100\nAcDbDictionary\n"
+      "3\nACAD_MATERIAL\n350\nA1\n3\nACAD_PLOTSTYLENAME\n350\nA2\n3\nACAD_TABLESTYLE\n350\nA3\n"
+      "3\nACAD_MLEADERSTYLE\n350\nA4\n"
+      // In each dictionary: an entry without a name, one whose object is missing, and one of a name that stands twice.
+      "0\nDICTIONARY\n5\nA1\n330\nA0\n100\nAcDbDictionary\n"
+      "3\nwood\n350\nB1\n3\n\n350\nB2\n3\nLost\n350\nFFF\n3\nBrick\n350\nB3\n3\nwood\n350\nB4\n"
+      "0\nDICTIONARY\n5\nA2\n330\nA0\n100\nAcDbDictionary\n"
+      "3\nthick\n350\nC1\n3\n\n350\nC2\n3\nLost\n350\nFFF\n3\nNormal\n350\nC3\n3\nthick\n350\nC4\n"
+      "0\nDICTIONARY\n5\nA3\n330\nA0\n100\nAcDbDictionary\n"
+      "3\nstriped\n350\nD1\n3\n\n350\nD2\n3\nLost\n350\nFFF\n3\nPlain\n350\nD3\n3\nstriped\n350\nD4\n"
+      "0\nDICTIONARY\n5\nA4\n330\nA0\n100\nAcDbDictionary\n"
+      "3\nred\n350\nE1\n3\n\n350\nE2\n3\nLost\n350\nFFF\n3\nBlue\n350\nE3\n3\nred\n350\nE4\n"
+      "0\nMATERIAL\n5\nB1\n330\nA1\n100\nAcDbMaterial\n1\nwood\n0\nMATERIAL\n5\nB2\n330\nA1\n100\nAcDbMaterial\n1\n\n"
+      "0\nMATERIAL\n5\nB3\n330\nA1\n100\nAcDbMaterial\n1\nBrick\n0\nMATERIAL\n5\nB4\n330\nA1\n100\nAcDbMaterial\n1\nwoo"
+      "d\n"
+      "0\nACDBPLACEHOLDER\n5\nC1\n330\nA2\n0\nACDBPLACEHOLDER\n5\nC2\n330\nA2\n"
+      "0\nACDBPLACEHOLDER\n5\nC3\n330\nA2\n0\nACDBPLACEHOLDER\n5\nC4\n330\nA2\n"
+      "0\nTABLESTYLE\n5\nD1\n102\n{ACAD_XDICTIONARY\n360\nF0\n102\n}\n330\nA3\n100\nAcDbTableStyle\n3\nstriped\n"
+      "0\nTABLESTYLE\n5\nD2\n330\nA3\n100\nAcDbTableStyle\n3\n\n0\nTABLESTYLE\n5\nD3\n330\nA3\n100\nAcDbTableStyle\n3\n"
+      "\n"
+      "0\nTABLESTYLE\n5\nD4\n330\nA3\n100\nAcDbTableStyle\n3\n\n"
+      "0\nMLEADERSTYLE\n5\nE1\n330\nA4\n100\nAcDbMLeaderStyle\n0\nMLEADERSTYLE\n5\nE2\n330\nA4\n100\nAcDbMLeaderStyle\n"
+      "0\nMLEADERSTYLE\n5\nE3\n330\nA4\n100\nAcDbMLeaderStyle\n0\nMLEADERSTYLE\n5\nE4\n330\nA4\n100\nAcDbMLeaderStyle\n"
+      // The first table style has cell styles of its own.
+      "0\nDICTIONARY\n5\nF0\n330\nD1\n100\nAcDbDictionary\n280\n1\n3\nACAD_ROUNDTRIP_2008_TABLESTYLE_"
+      "CELLSTYLEMAP\n360\nF1\n"
+      "0\nCELLSTYLEMAP\n5\nF1\n330\nF0\n100\nAcDbCellStyleMap\n90\n3\n"
+      "300\nCELLSTYLE\n1\nCELLSTYLE_BEGIN\n90\n101\n91\n1\n300\nalpha\n309\nCELLSTYLE_END\n"
+      "300\nCELLSTYLE\n1\nCELLSTYLE_BEGIN\n90\n102\n91\n1\n300\nBeta\n309\nCELLSTYLE_END\n"
+      "300\nCELLSTYLE\n1\nCELLSTYLE_BEGIN\n90\n103\n91\n1\n300\nALPHA\n309\nCELLSTYLE_END\n"
+      "0\nENDSEC\n0\nEOF\n";
+
+/// A drawing of entities only.
+QByteArray drawingOf(const QByteArray &blocks, const QByteArray &entities)
+{
+    return QByteArrayLiteral("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nBLOCKS\n")
+        + blocks + QByteArrayLiteral("0\nENDSEC\n0\nSECTION\n2\nENTITIES\n") + entities
+        + QByteArrayLiteral("0\nENDSEC\n0\nEOF\n");
+}
+
+QByteArray hatch(const QByteArray &pattern, bool onPaper = false)
+{
+    return QByteArrayLiteral("0\nHATCH\n100\nAcDbEntity\n") + (onPaper ? "67\n1\n" : "")
+        + QByteArrayLiteral("8\n0\n100\nAcDbHatch\n10\n0.0\n20\n0.0\n30\n0.0\n210\n0.0\n220\n0.0\n230\n1.0\n2\n")
+        + pattern + QByteArrayLiteral("\n70\n1\n71\n0\n91\n0\n75\n0\n76\n1\n98\n0\n");
+}
 
 QString toQ(const ZvString &text)
 {
@@ -62,8 +117,7 @@ QStringList listOf(const ZvArray<ZvString> &names)
     return list;
 }
 
-template<class Row>
-QStringList namesOf(const ZvArray<Row> &rows)
+template <class Row> QStringList namesOf(const ZvArray<Row> &rows)
 {
     QStringList list;
     for (const Row &row : rows)
@@ -76,6 +130,83 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
+/// Every reader of a table or dictionary, and how many rows it gives.
+struct Reader
+{
+    const char *name;
+    int (*rows)(ZvDbDatabase *database);
+    ZvDbObjectId (ZvDbDatabase::*table)() const; ///< What it cannot do without; null for a dictionary.
+};
+
+template <class Row, void (*Read)(ZvArray<Row> &, ZvDbDatabase *)> int rowsOf(ZvDbDatabase *database)
+{
+    ZvArray<Row> rows;
+    rows.setLogicalLength(2); // left over
+    Read(rows, database);
+    return rows.length();
+}
+
+typedef ZevaUISetting S;
+
+constexpr Reader kReaders[] = {
+    {"layers", rowsOf<S::SigleLayerData, S::getLayerInfos>, &ZvDbDatabase::layerTableId},
+    {"text styles",
+     [](ZvDbDatabase *database) {
+         ZvArray<S::ZvsiTextStyleInfoItem> rows;
+         rows.setLogicalLength(2);
+         S::getTextStyleTableRecords(rows, database, true);
+         return rows.length();
+     },
+     &ZvDbDatabase::textStyleTableId},
+    {"dimension styles", rowsOf<S::ZvsiStyleInfoItem, S::getDimStyleTableRecords>, &ZvDbDatabase::dimStyleTableId},
+    {"multileader styles", rowsOf<S::ZvsiStyleInfoItem, S::getMleaderStyleTableRecords>, nullptr},
+    {"table styles", rowsOf<S::ZvsiStyleInfoItem, S::getTableStyleTableRecords>, nullptr},
+    {"blocks",
+     [](ZvDbDatabase *database) {
+         ZvArray<ZvString> rows;
+         rows.append(L"left over");
+         S::getBlockNames(rows, database, false);
+         return rows.length();
+     },
+     &ZvDbDatabase::blockTableId},
+    {"hatch patterns", rowsOf<ZvString, S::getHatchNames>, &ZvDbDatabase::modelSpaceId},
+    {"materials",
+     [](ZvDbDatabase *database) {
+         ZvArray<ZvString> names;
+         ZvArray<ZvDbObjectId> ids;
+         names.append(L"left over");
+         ids.append(ZvDbObjectId());
+         S::getMaterials(names, ids, database);
+         return names.length() == ids.length() ? names.length() : -1;
+     },
+     nullptr},
+    {"plot styles", rowsOf<ZvString, S::getPlotStyleNames>, nullptr},
+    {"coordinate systems", rowsOf<S::ZvsiUcsInfoItem, S::getUcses>, nullptr},
+    {"views", rowsOf<S::ZvsiViewInfoItem, S::getCustomViews>, &ZvDbDatabase::viewTableId},
+};
+
+void readerRows()
+{
+    QTest::addColumn<int>("reader");
+    for (const Reader &reader : kReaders)
+        QTest::newRow(reader.name) << int(&reader - kReaders);
+}
+
+/// A viewport object that knows no viewport data, for the life of the object.
+class NoViewportData
+{
+public:
+    NoViewportData() : m_data(ZvDbViewportTableRecord::desc()->getX(ZvDbAbstractViewportData::desc()))
+    {
+        ZvDbViewportTableRecord::desc()->addX(ZvDbAbstractViewportData::desc(), nullptr);
+    }
+    ~NoViewportData() { ZvDbViewportTableRecord::desc()->addX(ZvDbAbstractViewportData::desc(), m_data); }
+    Q_DISABLE_COPY(NoViewportData)
+
+private:
+    ZvRxObject *m_data;
+};
+
 } // namespace
 
 class TestFacadeTables : public DrawingTest
@@ -84,14 +215,22 @@ class TestFacadeTables : public DrawingTest
 private Q_SLOTS:
     // which drawing
     void nullDatabaseIsTheCurrentOne();
+    void layersAreThoseOfTheDocument();
+    void noDatabaseGivesNothing_data();
     void noDatabaseGivesNothing();
+    void noDatabaseHasNoRecords();
+    void arraysAreEmptiedFirst_data();
     void arraysAreEmptiedFirst();
+    void tableThatCannotBeOpenedGivesNothing_data();
+    void tableThatCannotBeOpenedGivesNothing();
 
     // layers
     void layersAreSortedAndHiddenOnesLeftOut();
     void layerRowTellsItsState();
     void layerIsFoundByNameThoughHidden();
     void unopenableLayerGivesAnEmptyRow();
+    void unopenableLayerKeepsItsRowInTheList();
+    void layersCompareByTheirNames();
 
     // styles
     void textStylesKeepReferencesAndTableOrder();
@@ -99,9 +238,14 @@ private Q_SLOTS:
     void textStyleRowTellsItsState();
     void annotationIsReadFromExtendedData_data();
     void annotationIsReadFromExtendedData();
+    void annotationChainIsReadStrictly_data();
+    void annotationChainIsReadStrictly();
+    void textStyleRowHasTheAnswersOfTheService();
     void dimensionStylesLeaveReferencesOut();
     void dictionaryStylesComeInDictionaryOrder();
+    void entriesOfDamagedDictionariesAreLeftOut();
     void cellStylesAreTranslatedAndInFallingOrder();
+    void cellStylesOfTheUserStandAmongThem();
     void cellStylesOfNoStyleAreNone();
     void recordHeldForWriteIsLeftOut();
 
@@ -110,6 +254,7 @@ private Q_SLOTS:
     void usedBlocksOnly();
     void spacesAreNoBlocks_data();
     void spacesAreNoBlocks();
+    void unopenableBlockIsLeftOut();
     void blockReadingLeavesNoUndoStep();
     void hatchPatternsInOrderOfFirstUse();
     void materialsRunInParallelWithIds();
@@ -119,11 +264,18 @@ private Q_SLOTS:
     void worldHasNoUnnamedRow();
     void unnamedSystemHasItsRow();
     void orthographicSystemHasNoUnnamedRow();
+    void namedSystemHasNoUnnamedRow();
+    void nearlyTheWorldHasNoUnnamedRow();
     void previousSystemHasItsRow();
+    void previousSystemIsAskedOfTheDocumentsDrawing();
+    void viewportWithoutViewportDataThrows();
     void fixedRowsComeInOrder();
     void namedSystemsFollow();
     void paperSystemCountsOnTheLayout();
+    void modelSystemCountsInsideAViewport();
+    void orthographicPaperSystemHasNoUnnamedRow();
     void viewsOfTheSpaceAtWork();
+    void modelViewsInsideAViewport();
 
     // finders
     void findersIgnoreCase_data();
@@ -135,14 +287,6 @@ private Q_SLOTS:
     void nothingIsLeftOpen();
 
 private:
-    void openPrepared()
-    {
-        const ZvDbDatabasePtr database = ZvDbDatabase::create();
-        ZvDbFileReport report;
-        QCOMPARE(database->readStream(kDrawing, sizeof kDrawing - 1, report), Zv::eOk);
-        zvDocManagerPtr()->addDocument(database, L"");
-        bus().enableUpdateUI(true);
-    }
     static QStringList ucsRows()
     {
         ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
@@ -152,20 +296,47 @@ private:
     static ZvDbObjectId find(int finder, const ZvString &name)
     {
         typedef ZvDbObjectId (*Finder)(const ZvString &, ZvDbDatabase *);
-        constexpr Finder finders[] = {
-            ZevaUISetting::findTextStyleTableRecordByName,    ZevaUISetting::findDimStyleTableRecordByName,
-            ZevaUISetting::findMleaderStyleTableRecordByName, ZevaUISetting::findTableStyleTableRecordByName,
-            ZevaUISetting::findLineStyleTableRecordByName,    ZevaUISetting::findMaterialByName,
-            ZevaUISetting::findLayerTableRecordByName};
+        constexpr Finder finders[]
+            = {ZevaUISetting::findTextStyleTableRecordByName,    ZevaUISetting::findDimStyleTableRecordByName,
+               ZevaUISetting::findMleaderStyleTableRecordByName, ZevaUISetting::findTableStyleTableRecordByName,
+               ZevaUISetting::findLineStyleTableRecordByName,    ZevaUISetting::findMaterialByName,
+               ZevaUISetting::findLayerTableRecordByName};
         return finders[finder](name, nullptr);
     }
     static void finderRows()
     {
         QTest::addColumn<int>("finder");
-        const char *names[] = {"text style", "dimension style", "multileader style", "table style",
-                               "line type",  "material",        "layer"};
+        const char *names[]
+            = {"text style", "dimension style", "multileader style", "table style", "line type", "material", "layer"};
         for (int i = 0; i < 7; ++i)
             QTest::newRow(names[i]) << i;
+    }
+    /// In a layout: goes to work inside a new viewport.
+    static void workInAViewport()
+    {
+        ZvDbObjectId viewport;
+        QCOMPARE(drawing().appendEntity(new ZvDbViewport, drawing().paperSpaceId(), viewport), Zv::eOk);
+        if (drawing().currentViewportId() == viewport) { // that is the paper's own now
+            QCOMPARE(drawing().appendEntity(new ZvDbViewport, drawing().paperSpaceId(), viewport), Zv::eOk);
+        }
+        QCOMPARE(drawing().setCurrentViewport(viewport), Zv::eOk);
+    }
+    /// Gives a text style the extended data of one application.
+    static void setData(ZvDbObjectId style, std::vector<std::pair<int, std::wstring>> chain)
+    {
+        std::vector<ZvResBuf> buffers(chain.size());
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            buffers[i].restype = chain[i].first;
+            buffers[i].rbnext = i + 1 < chain.size() ? &buffers[i + 1] : nullptr;
+            if (chain[i].first == 1070)
+                buffers[i].resval.rint = short(std::stoi(chain[i].second));
+            else if (chain[i].first == 1071)
+                buffers[i].resval.rlong = std::stoi(chain[i].second);
+            else
+                buffers[i].resval.rstring = chain[i].second.data();
+        }
+        change<ZvDbTextStyleTableRecord>(style,
+                                         [&](ZvDbTextStyleTableRecord &record) { record.setXData(buffers.data()); });
     }
     void addFineRecords()
     {
@@ -188,70 +359,95 @@ void TestFacadeTables::nullDatabaseIsTheCurrentOne()
     openAnother();
     ZvArray<ZevaUISetting::SigleLayerData> layers;
     ZevaUISetting::getLayerInfos(layers, nullptr);
-    QCOMPARE(namesOf(layers), QStringList {s("0")});
+    QCOMPARE(namesOf(layers), QStringList{s("0")});
     ZevaUISetting::getLayerInfos(layers, first);
     QCOMPARE(layers.length(), 2);
     QVERIFY(ZevaUISetting::findLayerTableRecordByName(L"Only in the first", nullptr).isNull());
     QVERIFY(!ZevaUISetting::findLayerTableRecordByName(L"Only in the first", first).isNull());
 }
 
+void TestFacadeTables::layersAreThoseOfTheDocument()
+{
+    addLayer(L"Of the document");
+    const ZvDbDatabasePtr other = readDrawing(kDrawing);
+    zvdbSetCurDatabase(other);
+    ZvArray<S::SigleLayerData> layers;
+    S::getLayerInfos(layers, nullptr);
+    ZvArray<S::ZvsiStyleInfoItem> styles;
+    S::getDimStyleTableRecords(styles, nullptr);
+    zvdbSetCurDatabase(document()->database());
+    QCOMPARE(namesOf(layers), (QStringList{s("0"), s("Of the document")}));
+    QVERIFY(namesOf(styles).contains(s("Zulu"))); // all other readers take the current database
+}
+
+void TestFacadeTables::noDatabaseGivesNothing_data()
+{
+    readerRows();
+}
+
 void TestFacadeTables::noDatabaseGivesNothing()
 {
+    QFETCH(int, reader);
     zvDocManagerPtr()->closeDocument(document());
-    ZvArray<ZevaUISetting::SigleLayerData> layers;
-    ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> textStyles;
-    ZvArray<ZevaUISetting::ZvsiStyleInfoItem> styles;
-    ZvArray<ZevaUISetting::ZvsiUcsInfoItem> systems;
-    ZvArray<ZevaUISetting::ZvsiViewInfoItem> views;
-    ZvArray<ZvString> names;
-    ZvArray<ZvDbObjectId> ids;
-    ZevaUISetting::getLayerInfos(layers, nullptr);
-    ZevaUISetting::getTextStyleTableRecords(textStyles, nullptr, true);
-    ZevaUISetting::getDimStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getMleaderStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getTableStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getBlockNames(names, nullptr, false);
-    ZevaUISetting::getHatchNames(names, nullptr);
-    ZevaUISetting::getMaterials(names, ids, nullptr);
-    ZevaUISetting::getPlotStyleNames(names, nullptr);
-    ZevaUISetting::getUcses(systems, nullptr);
-    ZevaUISetting::getCustomViews(views, nullptr);
-    QVERIFY(layers.isEmpty() && textStyles.isEmpty() && styles.isEmpty() && names.isEmpty() && ids.isEmpty());
-    QVERIFY(systems.isEmpty() && views.isEmpty());
+    QCOMPARE(kReaders[reader].rows(nullptr), 0);
+}
+
+void TestFacadeTables::noDatabaseHasNoRecords()
+{
+    zvDocManagerPtr()->closeDocument(document());
     for (int finder = 0; finder < 7; ++finder)
         QVERIFY(find(finder, L"Standard").isNull());
-    QVERIFY(ZevaUISetting::findMleaderStyleTableRecordById(ZvDbObjectId(), nullptr).isEmpty());
+    QVERIFY(S::findMleaderStyleTableRecordById(ZvDbObjectId(), nullptr).isEmpty());
+    QVERIFY(S::findTableStyleTableRecordById(ZvDbObjectId(), nullptr).isEmpty());
+}
+
+void TestFacadeTables::arraysAreEmptiedFirst_data()
+{
+    readerRows();
 }
 
 void TestFacadeTables::arraysAreEmptiedFirst()
 {
-    ZvArray<ZvString> names;
-    ZvArray<ZvDbObjectId> ids;
-    ZevaUISetting::getMaterials(names, ids, nullptr);
-    const int count = names.length();
-    ZevaUISetting::getMaterials(names, ids, nullptr);
-    QCOMPARE(names.length(), count);
-    QCOMPARE(ids.length(), count);
-    ZvArray<ZevaUISetting::ZvsiUcsInfoItem> systems;
-    ZevaUISetting::getUcses(systems, nullptr);
-    ZevaUISetting::getUcses(systems, nullptr);
-    QCOMPARE(systems.length(), 7);
+    QFETCH(int, reader);
+    openDrawing(kDrawing);
+    // The left-over rows would show as two more.
+    const int expected[] = {4, 4, 2, 2, 2, 2, 0, 3, 2, 8, 1};
+    QCOMPARE(kReaders[reader].rows(nullptr), expected[reader]);
+}
+
+void TestFacadeTables::tableThatCannotBeOpenedGivesNothing_data()
+{
+    QTest::addColumn<int>("reader");
+    for (const Reader &reader : kReaders) {
+        if (reader.table)
+            QTest::newRow(reader.name) << int(&reader - kReaders);
+    }
+}
+
+void TestFacadeTables::tableThatCannotBeOpenedGivesNothing()
+{
+    QFETCH(int, reader);
+    openDrawing(kDrawing);
+    const ZvDbObjectPointer<ZvDbObject> held((drawing().*kReaders[reader].table)(), ZvDb::kForWrite);
+    QVERIFY(held);
+    QCOMPARE(kReaders[reader].rows(nullptr), 0);
+    QCOMPARE(drawing().frameDepth(), 0);
 }
 
 // ---- layers
 
 void TestFacadeTables::layersAreSortedAndHiddenOnesLeftOut()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZevaUISetting::SigleLayerData> layers;
     ZevaUISetting::getLayerInfos(layers, nullptr);
     // capitals come before small letters
-    QCOMPARE(namesOf(layers), (QStringList {s("0"), s("Doors"), s("House|Walls"), s("walls")}));
+    QCOMPARE(namesOf(layers), (QStringList{s("0"), s("Doors"), s("House|Walls"), s("walls")}));
 }
 
 void TestFacadeTables::layerRowTellsItsState()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     const ZevaUISetting::SigleLayerData row = ZevaUISetting::getLayInfo(ZvString(L"WALLS"));
     QCOMPARE(row.name, ZvString(L"walls"));
     QCOMPARE(int(row.color.colorIndex()), 3);
@@ -265,7 +461,7 @@ void TestFacadeTables::layerRowTellsItsState()
 
 void TestFacadeTables::layerIsFoundByNameThoughHidden()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     const ZevaUISetting::SigleLayerData row = ZevaUISetting::getLayInfo(ZvString(L"*helper"));
     QCOMPARE(row.name, ZvString(L"*Helper"));
     QVERIFY(row.isHidden);
@@ -280,16 +476,36 @@ void TestFacadeTables::unopenableLayerGivesAnEmptyRow()
     QVERIFY(ZevaUISetting::getLayInfo(ZvString(L"no such layer")).name.isEmpty());
 }
 
+void TestFacadeTables::unopenableLayerKeepsItsRowInTheList()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    const ZvDbObjectPointer<ZvDbLayerTableRecord> held(layer, ZvDb::kForWrite);
+    ZvArray<S::SigleLayerData> layers;
+    S::getLayerInfos(layers, nullptr);
+    QCOMPARE(namesOf(layers), (QStringList{QString(), s("0")}));
+}
+
+void TestFacadeTables::layersCompareByTheirNames()
+{
+    S::SigleLayerData a;
+    S::SigleLayerData b;
+    a.name = L"Walls";
+    b.name = L"walls"; // capitals come first
+    QVERIFY(S::compareLayerInfo(a, b));
+    QVERIFY(!S::compareLayerInfo(b, a));
+    QVERIFY(!S::compareLayerInfo(a, a));
+}
+
 // ---- styles
 
 void TestFacadeTables::textStylesKeepReferencesAndTableOrder()
 {
-    openPrepared();
-    ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> styles;
-    ZevaUISetting::getTextStyleTableRecords(styles, nullptr, false);
-    const QStringList names = namesOf(styles);
-    QVERIFY(names.indexOf(s("STANDARD")) < names.indexOf(s("Tall")));
-    QVERIFY(names.contains(s("House|Tall")));
+    openDrawing(kDrawing);
+    ZvArray<S::ZvsiTextStyleInfoItem> styles;
+    S::getTextStyleTableRecords(styles, nullptr, false);
+    // "Tall" stands there twice: the first counts. An empty name is listed too.
+    QCOMPARE(namesOf(styles), (QStringList{s("STANDARD"), s("Tall"), QString(), s("House|Tall")}));
+    QCOMPARE(styles[1].textSize, 3.5);
 }
 
 void TestFacadeTables::textStylesAreSortedOnRequest()
@@ -299,7 +515,7 @@ void TestFacadeTables::textStylesAreSortedOnRequest()
     addTextStyle(L"C");
     ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> styles;
     ZevaUISetting::getTextStyleTableRecords(styles, nullptr, true);
-    QCOMPARE(namesOf(styles), (QStringList {s("A"), s("Annotative"), s("C"), s("Standard"), s("b")}));
+    QCOMPARE(namesOf(styles), (QStringList{s("A"), s("Annotative"), s("C"), s("Standard"), s("b")}));
     QVERIFY(ZevaUISetting::compareTextStyleInfo(styles[0], styles[1]));
     QVERIFY(!ZevaUISetting::compareTextStyleInfo(styles[1], styles[0]));
     QVERIFY(!ZevaUISetting::compareTextStyleInfo(styles[0], styles[0]));
@@ -307,7 +523,7 @@ void TestFacadeTables::textStylesAreSortedOnRequest()
 
 void TestFacadeTables::textStyleRowTellsItsState()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> styles;
     ZevaUISetting::getTextStyleTableRecords(styles, nullptr, false);
     const auto &row = styles[namesOf(styles).indexOf(s("Tall"))];
@@ -331,6 +547,9 @@ void TestFacadeTables::annotationIsReadFromExtendedData_data()
     QTest::newRow("annotative and matching") << true << 1 << 1 << true << true;
     QTest::newRow("switched off") << true << 0 << 0 << false << false;
     QTest::newRow("chain breaks off") << false << 1 << 1 << false << true;
+    QTest::newRow("matching alone") << true << -1 << 1 << false << true;
+    QTest::newRow("orientation of another number") << true << 1 << 2 << true << false;
+    QTest::newRow("annotative of another number") << true << 2 << -1 << false << false;
 }
 
 void TestFacadeTables::annotationIsReadFromExtendedData()
@@ -339,27 +558,19 @@ void TestFacadeTables::annotationIsReadFromExtendedData()
     QFETCH(int, number);
     QFETCH(int, orientation);
     const ZvDbObjectId style = addTextStyle(L"Fine");
-    const auto write = [&](std::vector<std::pair<int, std::wstring>> chain) {
-        std::vector<ZvResBuf> buffers(chain.size());
-        for (std::size_t i = 0; i < chain.size(); ++i) {
-            buffers[i].restype = chain[i].first;
-            buffers[i].rbnext = i + 1 < chain.size() ? &buffers[i + 1] : nullptr;
-            if (chain[i].first == 1070)
-                buffers[i].resval.rint = short(std::stoi(chain[i].second));
-            else
-                buffers[i].resval.rstring = chain[i].second.data();
-        }
-        change<ZvDbTextStyleTableRecord>(style, [&](ZvDbTextStyleTableRecord &record) { record.setXData(buffers.data()); });
-    };
     if (number >= 0) {
-        std::vector<std::pair<int, std::wstring>> chain {{1001, L"AcadAnnotative"}, {1000, L"AnnotativeData"}, {1002, L"{"},
-                                                         {1070, L"1"}, {1070, std::to_wstring(number)}, {1002, L"}"}};
+        std::vector<std::pair<int, std::wstring>> chain{{1001, L"AcadAnnotative"},
+                                                        {1000, L"AnnotativeData"},
+                                                        {1002, L"{"},
+                                                        {1070, L"1"},
+                                                        {1070, std::to_wstring(number)},
+                                                        {1002, L"}"}};
         if (!isWhole)
             chain.erase(chain.begin() + 3); // one number only
-        write(chain);
+        setData(style, chain);
     }
     if (orientation >= 0)
-        write({{1001, L"AcadAnnoPO"}, {1070, std::to_wstring(orientation)}});
+        setData(style, {{1001, L"AcadAnnoPO"}, {1070, std::to_wstring(orientation)}});
     bool annotative = true;
     bool matches = true;
     read<ZvDbTextStyleTableRecord>(style, [&](const ZvDbTextStyleTableRecord &record) {
@@ -372,12 +583,64 @@ void TestFacadeTables::annotationIsReadFromExtendedData()
     QVERIFY(!annotative && !matches);
 }
 
+void TestFacadeTables::annotationChainIsReadStrictly_data()
+{
+    QTest::addColumn<int>("position"); // of the buffer that is another one
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("another text") << 1 << 1000 << s("annotativedata");
+    QTest::newRow("no opening brace") << 2 << 1002 << s("}");
+    QTest::newRow("text in place of the brace") << 2 << 1000 << s("{");
+    QTest::newRow("first number 0") << 3 << 1070 << s("0");
+    QTest::newRow("number of another type") << 4 << 1071 << s("1");
+    QTest::newRow("no closing brace") << 5 << 1002 << s("{");
+    QTest::newRow("nothing behind the application") << 1 << -1 << QString();
+}
+
+void TestFacadeTables::annotationChainIsReadStrictly()
+{
+    QFETCH(int, position);
+    QFETCH(int, type);
+    QFETCH(QString, text);
+    const ZvDbObjectId style = addTextStyle(L"Fine");
+    std::vector<std::pair<int, std::wstring>> chain{
+        {1001, L"AcadAnnotative"}, {1000, L"AnnotativeData"}, {1002, L"{"}, {1070, L"1"}, {1070, L"1"}, {1002, L"}"}};
+    if (type < 0)
+        chain.resize(2, {}), chain[1] = {1000, L""};
+    else
+        chain[std::size_t(position)] = {type, text.toStdWString()};
+    setData(style, chain);
+    bool annotative = true;
+    bool matches = true;
+    read<ZvDbTextStyleTableRecord>(
+        style, [&](const ZvDbTextStyleTableRecord &record) { S::getAnnotationAndMatch(&record, annotative, matches); });
+    QVERIFY(!annotative);
+    QVERIFY(!matches);
+}
+
+void TestFacadeTables::textStyleRowHasTheAnswersOfTheService()
+{
+    const ZvDbObjectId style = addTextStyle(L"Fine");
+    const auto row = [] {
+        ZvArray<S::ZvsiTextStyleInfoItem> styles;
+        S::getTextStyleTableRecords(styles, nullptr, false);
+        return styles[namesOf(styles).indexOf(s("Fine"))];
+    };
+    QVERIFY(!row().firstFlag && !row().secondFlag);
+    setData(
+        style,
+        {{1001, L"AcadAnnotative"}, {1000, L"AnnotativeData"}, {1002, L"{"}, {1070, L"1"}, {1070, L"1"}, {1002, L"}"}});
+    QVERIFY(row().isAnnotative && row().firstFlag && !row().isMatchOrientation && !row().secondFlag);
+    setData(style, {{1001, L"AcadAnnoPO"}, {1070, L"1"}});
+    QVERIFY(row().isMatchOrientation && row().secondFlag);
+}
+
 void TestFacadeTables::dimensionStylesLeaveReferencesOut()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZevaUISetting::ZvsiStyleInfoItem> styles;
     ZevaUISetting::getDimStyleTableRecords(styles, nullptr);
-    QCOMPARE(namesOf(styles), (QStringList {s("STANDARD"), s("Zulu")}));
+    QCOMPARE(namesOf(styles), (QStringList{s("STANDARD"), s("Zulu")}));
     QCOMPARE(styles[1].objectId, find(1, L"Zulu"));
 }
 
@@ -404,13 +667,43 @@ void TestFacadeTables::dictionaryStylesComeInDictionaryOrder()
     QCOMPARE(tables[namesOf(tables).indexOf(s("b"))].objectId, find(3, L"b"));
 }
 
+void TestFacadeTables::entriesOfDamagedDictionariesAreLeftOut()
+{
+    openDrawing(kDrawing);
+    ZvArray<S::ZvsiStyleInfoItem> styles;
+    S::getTableStyleTableRecords(styles, nullptr);
+    QCOMPARE(namesOf(styles), (QStringList{s("striped"), s("Plain")}));
+    QCOMPARE(styles[0].objectId, drawing().idOfHandle(0xD1)); // the first of its name
+    S::getMleaderStyleTableRecords(styles, nullptr);
+    QCOMPARE(namesOf(styles), (QStringList{s("red"), s("Blue")}));
+    QCOMPARE(styles[0].objectId, drawing().idOfHandle(0xE1));
+    ZvArray<ZvString> names;
+    S::getPlotStyleNames(names, nullptr);
+    QCOMPARE(listOf(names), (QStringList{s("thick"), s("Normal")}));
+    // Materials of one name are all listed, each with its own id.
+    ZvArray<ZvDbObjectId> ids;
+    S::getMaterials(names, ids, nullptr);
+    QCOMPARE(listOf(names), (QStringList{s("wood"), s("Brick"), s("wood")}));
+    QCOMPARE(ids[0], drawing().idOfHandle(0xB1));
+    QCOMPARE(ids[2], drawing().idOfHandle(0xB4));
+}
+
+void TestFacadeTables::cellStylesOfTheUserStandAmongThem()
+{
+    openDrawing(kDrawing);
+    ZvArray<ZvString> names;
+    S::getTableCellStyleNames(names, find(3, L"striped"));
+    // Falling, case ignored; of two that differ in case only the later comes first.
+    QCOMPARE(listOf(names), (QStringList{s("表头"), s("标题"), s("数据"), s("Beta"), s("ALPHA"), s("alpha")}));
+}
+
 void TestFacadeTables::cellStylesAreTranslatedAndInFallingOrder()
 {
     ZvArray<ZvString> names;
     names.append(L"left over");
     ZevaUISetting::getTableCellStyleNames(names, find(3, L"Standard"));
     // by their bytes: 表头, 标题, 数据
-    QCOMPARE(listOf(names), (QStringList {s("表头"), s("标题"), s("数据")}));
+    QCOMPARE(listOf(names), (QStringList{s("表头"), s("标题"), s("数据")}));
 }
 
 void TestFacadeTables::cellStylesOfNoStyleAreNone()
@@ -438,18 +731,18 @@ void TestFacadeTables::recordHeldForWriteIsLeftOut()
 
 void TestFacadeTables::blocksThatUsersInsertAreSorted()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZvString> names;
     ZevaUISetting::getBlockNames(names, nullptr, false);
-    QCOMPARE(listOf(names), (QStringList {s("Door"), s("WINDOW")}));
+    QCOMPARE(listOf(names), (QStringList{s("Door"), s("WINDOW")}));
 }
 
 void TestFacadeTables::usedBlocksOnly()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZvString> names;
     ZevaUISetting::getBlockNames(names, nullptr, true);
-    QCOMPARE(listOf(names), QStringList {s("Door")});
+    QCOMPARE(listOf(names), QStringList{s("Door")});
 }
 
 void TestFacadeTables::spacesAreNoBlocks_data()
@@ -459,19 +752,21 @@ void TestFacadeTables::spacesAreNoBlocks_data()
     QTest::newRow("paper space with a number") << QByteArray("*PAPER_SPACE7") << false;
     QTest::newRow("in small letters") << QByteArray("*paper_space8") << false;
     QTest::newRow("an ordinary name") << QByteArray("MODEL_SPACE") << true;
-    QTest::newRow("eleven characters") << QByteArray("PAPER_SPACE") << true;
+    QTest::newRow("eleven characters without the star") << QByteArray("PAPER_SPACE") << true;
+    QTest::newRow("eleven characters that begin like a paper's") << QByteArray("*PAPER_SPAC") << true;
+    QTest::newRow("eleven characters that begin like model space") << QByteArray("*MODEL_SPAC") << true;
+    QTest::newRow("model space with a number") << QByteArray("*Model_Space1") << false;
+    QTest::newRow("model space in mixed case") << QByteArray("*mOdEl_sPaCe") << false;
 }
 
 void TestFacadeTables::spacesAreNoBlocks()
 {
     QFETCH(QByteArray, name);
     QFETCH(bool, isListed);
-    const QByteArray text = QByteArrayLiteral("0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\n0\n2\n") + name
-        + "\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\n" + name
-        + "\n0\nENDBLK\n8\n0\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
-    const ZvDbDatabasePtr database = ZvDbDatabase::create();
-    ZvDbFileReport report;
-    QCOMPARE(database->readStream(text.constData(), std::size_t(text.size()), report), Zv::eOk);
+    const ZvDbDatabasePtr database
+        = readDrawing(drawingOf(QByteArrayLiteral("0\nBLOCK\n8\n0\n2\n") + name
+                                    + "\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\n" + name + "\n0\nENDBLK\n8\n0\n",
+                                QByteArray()));
     ZvArray<ZvString> names;
     ZevaUISetting::getBlockNames(names, database, false);
     QCOMPARE(listOf(names).contains(QString::fromUtf8(name)), isListed);
@@ -479,9 +774,23 @@ void TestFacadeTables::spacesAreNoBlocks()
         QVERIFY(!listed.startsWith(QLatin1String("*Model_Space"), Qt::CaseInsensitive));
 }
 
+void TestFacadeTables::unopenableBlockIsLeftOut()
+{
+    openDrawing(kDrawing);
+    ZvDbObjectId door;
+    {
+        const ZvDbObjectPointer<ZvDbSymbolTable> blocks(drawing().blockTableId(), ZvDb::kForRead);
+        door = blocks->getIdAt(L"Door");
+    }
+    const ZvDbObjectPointer<ZvDbBlockTableRecord> held(door, ZvDb::kForWrite);
+    ZvArray<ZvString> names;
+    S::getBlockNames(names, nullptr, false);
+    QCOMPARE(listOf(names), QStringList{s("WINDOW")});
+}
+
 void TestFacadeTables::blockReadingLeavesNoUndoStep()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     drawing().clearUndo();
     ZvArray<ZvString> names;
     ZevaUISetting::getBlockNames(names, nullptr, true);
@@ -497,24 +806,16 @@ void TestFacadeTables::blockReadingLeavesNoUndoStep()
 
 void TestFacadeTables::hatchPatternsInOrderOfFirstUse()
 {
-    const char *patterns[] = {"ANSI31", "SOLID", "ANSI31", "EARTH"};
-    QByteArray entities;
-    for (const char *pattern : patterns)
-        entities += QByteArrayLiteral("0\nHATCH\n100\nAcDbEntity\n8\n0\n100\nAcDbHatch\n10\n0.0\n20\n0.0\n30\n0.0\n210\n0.0\n"
-                                      "220\n0.0\n230\n1.0\n2\n")
-            + pattern + "\n70\n1\n71\n0\n91\n0\n75\n0\n76\n1\n98\n0\n";
-    const QByteArray text = QByteArrayLiteral("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n"
-                                              "0\nSECTION\n2\nENTITIES\n")
-        + entities + "0\nENDSEC\n0\nEOF\n";
-    const ZvDbDatabasePtr database = ZvDbDatabase::create();
-    ZvDbFileReport report;
-    QCOMPARE(database->readStream(text.constData(), std::size_t(text.size()), report), Zv::eOk);
+    const ZvDbDatabasePtr database = readDrawing(
+        drawingOf(QByteArray(),
+                  hatch("ANSI31") + hatch("SOLID") + hatch("") + hatch("ansi31") + hatch("ANSI31") + hatch("EARTH")
+                      + hatch("BRICK", true) + hatch("GRATE", true) + hatch("BRICK", true)));
     ZvArray<ZvString> names;
     ZevaUISetting::getHatchNames(names, database);
-    QCOMPARE(listOf(names), (QStringList {s("ANSI31"), s("SOLID"), s("EARTH")}));
+    QCOMPARE(listOf(names), (QStringList{s("ANSI31"), s("SOLID"), s("ansi31"), s("EARTH")}));
     database->setTilemode(false);
     ZevaUISetting::getHatchNames(names, database);
-    QVERIFY(names.isEmpty()); // the paper has none
+    QCOMPARE(listOf(names), (QStringList{s("BRICK"), s("GRATE")}));
 }
 
 void TestFacadeTables::materialsRunInParallelWithIds()
@@ -534,7 +835,7 @@ void TestFacadeTables::plotStyleNamesOfTheDictionary()
     addPlotStyle(L"Thin");
     ZvArray<ZvString> names;
     ZevaUISetting::getPlotStyleNames(names, nullptr);
-    QCOMPARE(listOf(names), (QStringList {s("Normal"), s("Thin")}));
+    QCOMPARE(listOf(names), (QStringList{s("Normal"), s("Thin")}));
 }
 
 // ---- coordinate systems and views
@@ -560,12 +861,53 @@ void TestFacadeTables::orthographicSystemHasNoUnnamedRow()
     QCOMPARE(ucsRows().first(), s("世界"));
 }
 
+void TestFacadeTables::namedSystemHasNoUnnamedRow()
+{
+    openDrawing(kDrawing);
+    ZvDbObjectId slope;
+    {
+        const ZvDbObjectPointer<ZvDbSymbolTable> systems(drawing().UCSTableId(), ZvDb::kForRead);
+        slope = systems->getIdAt(L"Slope");
+    }
+    QCOMPARE(drawing().setUcs({1, 2, 0}, {1, 0, 0}, {0, 0, 1}, slope, 0), Zv::eOk);
+    QCOMPARE(ucsRows().first(), s("世界"));
+}
+
+void TestFacadeTables::nearlyTheWorldHasNoUnnamedRow()
+{
+    drawing().setUcs({1e-12, 0, 0}, {1, 1e-12, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    QCOMPARE(ucsRows().first(), s("世界"));
+    drawing().setUcs({1e-3, 0, 0}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    QCOMPARE(ucsRows().first(), s("未命名"));
+}
+
+void TestFacadeTables::previousSystemIsAskedOfTheDocumentsDrawing()
+{
+    // Whatever drawing the rows are read of.
+    const ZvDbDatabasePtr other = readDrawing(kDrawing);
+    other->setUcs({1, 2, 3}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    ZvArray<S::ZvsiUcsInfoItem> items;
+    S::getUcses(items, other);
+    QCOMPARE(namesOf(items).mid(0, 3), (QStringList{s("未命名"), s("世界"), s("俯视")}));
+    drawing().setUcs({1, 2, 3}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    S::getUcses(items, other);
+    QCOMPARE(namesOf(items).mid(0, 3), (QStringList{s("未命名"), s("世界"), s("上一个")}));
+}
+
+void TestFacadeTables::viewportWithoutViewportDataThrows()
+{
+    const NoViewportData none;
+    ZvArray<S::ZvsiUcsInfoItem> items;
+    QVERIFY_EXCEPTION_THROWN(S::getUcses(items, nullptr), ZvError_NotThatKindOfClass);
+    QCOMPARE(drawing().openObjectCount(), 0);
+}
+
 void TestFacadeTables::previousSystemHasItsRow()
 {
     QVERIFY(!drawing().hasPreviousUcs());
-    QCOMPARE(ucsRows().mid(0, 2), (QStringList {s("世界"), s("俯视")}));
+    QCOMPARE(ucsRows().mid(0, 2), (QStringList{s("世界"), s("俯视")}));
     drawing().setUcs({0, 0, 0}, {1, 0, 0}, {0, 0, 1}, ZvDbObjectId(), 3);
-    QCOMPARE(ucsRows().mid(0, 3), (QStringList {s("世界"), s("上一个"), s("俯视")}));
+    QCOMPARE(ucsRows().mid(0, 3), (QStringList{s("世界"), s("上一个"), s("俯视")}));
 }
 
 void TestFacadeTables::fixedRowsComeInOrder()
@@ -573,7 +915,7 @@ void TestFacadeTables::fixedRowsComeInOrder()
     ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
     ZevaUISetting::getUcses(items, nullptr);
     QCOMPARE(namesOf(items),
-             (QStringList {s("世界"), s("俯视"), s("仰视"), s("左视"), s("右视"), s("前视"), s("后视")}));
+             (QStringList{s("世界"), s("俯视"), s("仰视"), s("左视"), s("右视"), s("前视"), s("后视")}));
     const int types[] = {7, 1, 2, 5, 6, 3, 4};
     for (int i = 0; i < 7; ++i) {
         QCOMPARE(items[i].type, types[i]);
@@ -583,7 +925,7 @@ void TestFacadeTables::fixedRowsComeInOrder()
 
 void TestFacadeTables::namedSystemsFollow()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
     ZevaUISetting::getUcses(items, nullptr);
     QCOMPARE(items[items.length() - 1].name, ZvString(L"Slope"));
@@ -601,16 +943,47 @@ void TestFacadeTables::paperSystemCountsOnTheLayout()
     QCOMPARE(ucsRows().first(), s("未命名"));
 }
 
+void TestFacadeTables::modelSystemCountsInsideAViewport()
+{
+    drawing().setTilemode(false);
+    drawing().setUcs({4, 5, 6}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    QCOMPARE(ucsRows().mid(0, 3), (QStringList{s("未命名"), s("世界"), s("上一个")}));
+    workInAViewport();
+    QCOMPARE(ucsRows().mid(0, 2), (QStringList{s("世界"), s("俯视")}));
+    // What is set there is the model's.
+    drawing().setUcs({7, 8, 9}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
+    QCOMPARE(ucsRows().mid(0, 3), (QStringList{s("未命名"), s("世界"), s("上一个")}));
+    QCOMPARE(drawing().ucsorg().x, 7.0);
+    QCOMPARE(drawing().pucsorg().x, 4.0);
+}
+
+void TestFacadeTables::orthographicPaperSystemHasNoUnnamedRow()
+{
+    drawing().setTilemode(false);
+    drawing().setUcs({0, 0, 0}, {1, 0, 0}, {0, 0, 1}, ZvDbObjectId(), 3);
+    QCOMPARE(ucsRows().first(), s("世界"));
+}
+
+void TestFacadeTables::modelViewsInsideAViewport()
+{
+    openDrawing(kDrawing);
+    drawing().setTilemode(false);
+    workInAViewport();
+    ZvArray<S::ZvsiViewInfoItem> views;
+    S::getCustomViews(views, nullptr);
+    QCOMPARE(namesOf(views), QStringList{s("GARDEN")});
+}
+
 void TestFacadeTables::viewsOfTheSpaceAtWork()
 {
-    openPrepared();
+    openDrawing(kDrawing);
     ZvArray<ZevaUISetting::ZvsiViewInfoItem> views;
     ZevaUISetting::getCustomViews(views, nullptr);
-    QCOMPARE(namesOf(views), QStringList {s("GARDEN")});
+    QCOMPARE(namesOf(views), QStringList{s("GARDEN")});
     QVERIFY(!views[0].objectId.isNull());
     drawing().setTilemode(false);
     ZevaUISetting::getCustomViews(views, nullptr);
-    QCOMPARE(namesOf(views), QStringList {s("SHEET")});
+    QCOMPARE(namesOf(views), QStringList{s("SHEET")});
 }
 
 // ---- finders
@@ -649,6 +1022,10 @@ void TestFacadeTables::unknownDimensionStyleIsTheLast()
     QCOMPARE(find(1, L"Standard") == last, false);
     addTextStyle(L"Last");
     QVERIFY(find(0, L"no such name").isNull());
+    // The last that was read: one that cannot be opened was not.
+    const ZvDbObjectId held = addDimStyle(L"Held");
+    const ZvDbObjectPointer<ZvDbDimStyleTableRecord> holder(held, ZvDb::kForWrite);
+    QCOMPARE(find(1, L"no such name"), last);
 }
 
 void TestFacadeTables::namesAreFoundById()
@@ -663,27 +1040,15 @@ void TestFacadeTables::namesAreFoundById()
 
 void TestFacadeTables::nothingIsLeftOpen()
 {
-    openPrepared();
-    ZvArray<ZevaUISetting::SigleLayerData> layers;
-    ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> textStyles;
-    ZvArray<ZevaUISetting::ZvsiStyleInfoItem> styles;
-    ZvArray<ZevaUISetting::ZvsiViewInfoItem> views;
-    ZvArray<ZvString> names;
-    ZvArray<ZvDbObjectId> ids;
-    ZevaUISetting::getLayerInfos(layers, nullptr);
-    ZevaUISetting::getTextStyleTableRecords(textStyles, nullptr, true);
-    ZevaUISetting::getDimStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getMleaderStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getTableStyleTableRecords(styles, nullptr);
-    ZevaUISetting::getBlockNames(names, nullptr, true);
-    ZevaUISetting::getHatchNames(names, nullptr);
-    ZevaUISetting::getMaterials(names, ids, nullptr);
-    ZevaUISetting::getPlotStyleNames(names, nullptr);
-    ZevaUISetting::getCustomViews(views, nullptr);
-    ucsRows();
-    for (int finder = 0; finder < 7; ++finder)
+    openDrawing(kDrawing);
+    for (const Reader &reader : kReaders) {
+        reader.rows(nullptr);
+        QCOMPARE(zvdbOpenObjectCount(), 0);
+    }
+    for (int finder = 0; finder < 7; ++finder) {
         find(finder, L"Standard");
-    QCOMPARE(zvdbOpenObjectCount(), 0);
+        QCOMPARE(zvdbOpenObjectCount(), 0);
+    }
 }
 
 ZEVA_TEST_MAIN(TestFacadeTables)

@@ -10,13 +10,6 @@ namespace {
 
 typedef ZevaUISetting::EntityValue EntityValue;
 
-ZvCmColor colorOfIndex(int index)
-{
-    ZvCmColor color;
-    color.setColorIndex(std::uint16_t(index));
-    return color;
-}
-
 EntityValue colorValue(int index)
 {
     EntityValue value;

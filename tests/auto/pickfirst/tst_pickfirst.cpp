@@ -104,13 +104,6 @@ public:
     int mixedAfter = 0;
 };
 
-ZvCmColor colorOfIndex(int index)
-{
-    ZvCmColor color;
-    color.setColorIndex(std::uint16_t(index));
-    return color;
-}
-
 } // namespace
 
 namespace QTest {
