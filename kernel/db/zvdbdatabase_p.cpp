@@ -70,14 +70,25 @@ bool ZvDbDatabasePrivate::isIndispensable(std::uint32_t index) const
 
 // ---- objects
 
+std::uint64_t ZvDbDatabasePrivate::freeHandle()
+{
+    while (handles.find(m_handleSeed) != 0)
+        ++m_handleSeed;
+    return m_handleSeed;
+}
+
+void ZvDbDatabasePrivate::giveHandle(std::uint32_t index)
+{
+    stubs[index].handle = freeHandle();
+    handles.insert(stubs[index].handle, index);
+    ++m_handleSeed;
+}
+
 std::uint32_t ZvDbDatabasePrivate::addStub(std::uint16_t cls, std::uint64_t handle, std::uint32_t owner,
                                            std::uint32_t record)
 {
-    if (handle == 0 || handles.find(handle) != 0) {
-        while (handles.find(m_handleSeed) != 0)
-            ++m_handleSeed;
-        handle = m_handleSeed;
-    }
+    if (handle == 0 || handles.find(handle) != 0)
+        handle = freeHandle();
     m_handleSeed = std::max(m_handleSeed, handle + 1);
     const std::uint32_t index = stubs.add();
     ZvDbStub &stub = stubs[index];

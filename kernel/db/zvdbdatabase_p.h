@@ -92,6 +92,8 @@ public:
     /// Number plus 1 of the record that the object's own starts from when it is written: its own one, or, for a copy,
     /// its original's, with all that the classes do not model. 0 for none.
     std::uint32_t recordToStartFrom(std::uint32_t index) const;
+    /// Gives an object another handle, one that is free.
+    void giveHandle(std::uint32_t index);
     /// The next handle to be given out.
     std::uint64_t handleSeed() const { return m_handleSeed; }
     void raiseHandleSeed(std::uint64_t seed) { m_handleSeed = std::max(m_handleSeed, seed); }
@@ -243,6 +245,7 @@ private:
 class ZvDbObjectAccess
 {
 public:
+    std::uint64_t freeHandle();
     // ---- parts of records that have no class of their own
     /// The BLOCK record of a block. A new one is put on \a layer.
     static void blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &filer, ZvDbObjectId layer);

@@ -94,6 +94,8 @@ private:
 
     std::uint32_t add(std::uint16_t cls, std::uint64_t handle, std::uint32_t owner, const RecordView &record);
     std::uint32_t addImplied(ZvDbObject *object, std::uint32_t owner);
+    void giveUpHandle(std::uint64_t handle);
+    void findRecord(std::uint32_t index, std::uint64_t handle, const RecordView &record);
     std::uint32_t tableObject(int kind, std::uint64_t handle, const RecordView *record);
     std::uint32_t impliedRecord(int kind, const ZvString &name);
     std::uint32_t spaceBlock(bool paper);
@@ -154,6 +156,7 @@ private:
         std::uint64_t material;
         std::uint64_t plotStyle;
     };
+    std::vector<std::uint32_t> m_withoutHandle; // of those made in advance
     std::vector<Handles> m_handles; // of properties that refer to objects further down
     std::vector<std::pair<std::uint32_t, std::uint64_t>> m_owners; // of objects
     std::vector<std::uint32_t> m_blocks; // blocks in file order
@@ -164,12 +167,38 @@ std::uint32_t DrawingLoader::add(std::uint16_t cls, std::uint64_t handle, std::u
 {
     if (handle != 0) {
         m_anyHandle = true;
+        giveUpHandle(handle);
         if (d.handles.find(handle) != 0)
             warn(kDuplicateHandle, record);
     } else if (d.version >= ZvDb::kR13) {
         warn(kNoHandle, record);
     }
     return d.addStub(cls, handle, owner, record.index() + 1);
+}
+
+/// What was made in advance has some handle that was free then. The file's own object comes before it.
+void DrawingLoader::giveUpHandle(std::uint64_t handle)
+{
+    const std::uint32_t index = d.handles.find(handle);
+    if (index == 0 || d.stubs[index].record != 0)
+        return;
+    d.handles.insert(handle, 0);
+    m_withoutHandle.push_back(index);
+}
+
+/// What was made in advance turns out to stand in the file.
+void DrawingLoader::findRecord(std::uint32_t index, std::uint64_t handle, const RecordView &record)
+{
+    ZvDbStub &stub = d.stubs[index];
+    stub.record = record.index() + 1;
+    if (handle == 0 || d.handles.find(handle) != 0)
+        return;
+    if (d.handles.find(stub.handle) == index)
+        d.handles.insert(stub.handle, 0);
+    stub.handle = handle;
+    d.handles.insert(handle, index);
+    d.raiseHandleSeed(handle + 1);
+    m_anyHandle = true;
 }
 
 /// An object that the drawing needs and the file lacks. It gets into the file once something changes or needs it.
@@ -202,8 +231,7 @@ std::uint32_t DrawingLoader::tableObject(int kind, std::uint64_t handle, const R
             d.tables[kind] = addImplied(table, 0);
         }
     } else if (record && d.stubs[d.tables[kind]].record == 0) {
-        // Made in advance, for an object that stands before its table.
-        d.stubs[d.tables[kind]].record = record->index() + 1;
+        findRecord(d.tables[kind], handle, *record); // an object stands before its table
     }
     return d.tables[kind];
 }
@@ -389,11 +417,11 @@ void DrawingLoader::tableRecord(const RecordView &record)
     ZvDbSymbolTable &entries = *d.table(ZvDbTableKind(kind));
     const std::uint32_t before = kind == kViewportTable ? 0 : entries.getIdAt(name).index();
     if (before && d.stubs[before].record == 0 && kind == kLayerTable) {
-        // Made in advance for an entity that stands before the tables.
+        // An entity stands before the tables.
         ZvDbStub &stub = d.stubs[before];
         delete stub.object;
         stub.object = nullptr;
-        stub.record = record.index() + 1;
+        findRecord(before, head.handle, record);
         return;
     }
     if (before && !name.isEmpty()) // shape files have records without names
@@ -765,6 +793,10 @@ void DrawingLoader::finish()
             continue;
         const zvdxf::RecordView view = m_file.store.headerValues(variable);
         d.raiseHandleSeed(view.handle(view[0]));
+    }
+    for (const std::uint32_t index : m_withoutHandle) {
+        if (d.handles.find(d.stubs[index].handle) != index)
+            d.giveHandle(index);
     }
     settleObjects();
     settleHandles();

@@ -245,6 +245,50 @@ TEST(Odd, anUnknownLinetypeStaysInTheFileWhenTheEntityIsRecoloured)
     EXPECT_EQ(describe(difference(bytes, saveDrawing(*database))), "- 62 1\n+ 62 5\n");
 }
 
+TEST(Odd, whatIsMadeInAdvanceTakesNoHandleOfTheFile)
+{
+    // The layer of the line is made when the line is read, and the dictionary that stands behind has the next handle.
+    const std::string bytes = header("AC1015")
+        + text({{0, "SECTION"}, {2, "ENTITIES"}, {0, "LINE"}, {5, "11"}, {100, "AcDbEntity"}, {8, "Nowhere"},
+                {100, "AcDbLine"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "1"}, {0, "ENDSEC"}, {0, "SECTION"},
+                {2, "OBJECTS"}, {0, "DICTIONARY"}, {5, "12"}, {330, "0"}, {100, "AcDbDictionary"}, {3, "ACAD_MATERIAL"},
+                {350, "13"}, {0, "DICTIONARY"}, {5, "13"}, {330, "12"}, {100, "AcDbDictionary"}, {3, "Brick"},
+                {350, "14"}, {0, "MATERIAL"}, {5, "14"}, {330, "13"}, {100, "AcDbMaterial"}, {1, "Brick"},
+                {0, "ENDSEC"}, {0, "EOF"}});
+    ZvDbFileReport report;
+    const ZvDbDatabasePtr database = readDrawing(bytes, &report);
+    ASSERT_TRUE(database.get());
+    EXPECT_FALSE(hasWarning(report, L"same handle"));
+    EXPECT_EQ(database->rootDictionaryId(), database->idOfHandle(0x12));
+    ZvDbObjectPointer<ZvDbDictionary> materials(database->materialDictionaryId(), ZvDb::kForRead);
+    ASSERT_TRUE(materials);
+    EXPECT_EQ(materials->getIdAt(L"Brick"), database->idOfHandle(0x14));
+    materials.close();
+    ZvDbObjectPointer<ZvDbEntity> line(database->idOfHandle(0x11), ZvDb::kForRead);
+    const ZvDbObjectId layer = line->layerId();
+    line.close();
+    EXPECT_NE(layer.handle(), 0u);
+    EXPECT_EQ(database->idOfHandle(layer.handle()), layer) << "it has a handle of its own all the same";
+    EXPECT_TRUE(saveDrawing(*database) == bytes);
+}
+
+TEST(Odd, aTableBehindItsUsersHasTheHandleOfTheFile)
+{
+    const std::string bytes = header("AC1015")
+        + text({{0, "SECTION"}, {2, "ENTITIES"}, {0, "LINE"}, {5, "11"}, {100, "AcDbEntity"}, {8, "Walls"},
+                {100, "AcDbLine"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "1"}, {0, "ENDSEC"}, {0, "SECTION"},
+                {2, "TABLES"}, {0, "TABLE"}, {2, "LAYER"}, {5, "2A"}, {330, "0"}, {100, "AcDbSymbolTable"}, {70, "1"},
+                {0, "LAYER"}, {5, "2B"}, {330, "2A"}, {100, "AcDbSymbolTableRecord"}, {100, "AcDbLayerTableRecord"},
+                {2, "Walls"}, {70, "0"}, {62, "3"}, {6, "Continuous"}, {0, "ENDTAB"}, {0, "ENDSEC"}, {0, "EOF"}});
+    const ZvDbDatabasePtr database = readDrawing(bytes);
+    ASSERT_TRUE(database.get());
+    EXPECT_EQ(database->idOfHandle(0x2A), database->layerTableId());
+    ZvDbObjectPointer<ZvDbEntity> line(database->idOfHandle(0x11), ZvDb::kForRead);
+    EXPECT_EQ(line->layerId(), database->idOfHandle(0x2B));
+    line.close();
+    EXPECT_TRUE(saveDrawing(*database) == bytes);
+}
+
 TEST(Odd, twoObjectsOfOneHandleAreBothThere)
 {
     const std::string line = text({{0, "LINE"}, {5, "2A"}, {8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "1"}});
