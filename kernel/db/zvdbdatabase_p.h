@@ -163,6 +163,9 @@ public:
     /// enters no undo.
     void readDictionaryVariables();
     void writeDictionaryVariables();
+    void writeDictionaryVariable(int number);
+    /// Takes back what an earlier saving added for a setting that has been undone since.
+    void dropDictionaryVariable(int number);
     /// Whether the file that was read had the variable, or it was set since: variables that are neither are not added
     /// to a file that has none of them.
     std::vector<bool> variableInFile;

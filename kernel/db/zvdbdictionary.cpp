@@ -54,6 +54,15 @@ ZvString ZvDbDictionary::nameAt(ZvDbObjectId id) const
     return ZvString();
 }
 
+bool ZvDbDictionary::hasEntry(ZvDbObjectId id) const
+{
+    for (const Entry &entry : m_entries) {
+        if (entry.id == id)
+            return true;
+    }
+    return false;
+}
+
 int ZvDbDictionary::numEntries() const
 {
     return int(m_entries.size());

@@ -130,8 +130,11 @@ private:
 
     void exchangeVariable(ZvDbChange &change)
     {
-        ZvDbVariableValue &before = static_cast<ZvDbVariablePayload &>(*change.payload).value;
-        std::swap(before, m_database.variables[change.index]);
+        ZvDbVariablePayload &before = static_cast<ZvDbVariablePayload &>(*change.payload);
+        std::swap(before.value, m_database.variables[change.index]);
+        const bool isInFile = m_database.variableInFile[change.index];
+        m_database.variableInFile[change.index] = before.isInFile;
+        before.isInFile = isInFile;
         m_database.touchDatabase();
         const char *name = zvdbVariableNotice(int(change.index));
         if (std::find(m_variables.begin(), m_variables.end(), name) == m_variables.end())

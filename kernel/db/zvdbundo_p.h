@@ -49,6 +49,7 @@ struct ZvDbXDataPayload : ZvDbChange::Payload
 struct ZvDbVariablePayload : ZvDbChange::Payload
 {
     ZvDbVariableValue value;
+    bool isInFile = false; ///< As ZvDbDatabasePrivate::variableInFile.
 };
 
 /// A coordinate system with its name and orthographic number.

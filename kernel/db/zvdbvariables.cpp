@@ -133,6 +133,7 @@ bool ZvDbDatabasePrivate::storeVariable(int number, const ZvDbVariableValue &val
         return false;
     auto payload = std::make_unique<ZvDbVariablePayload>();
     payload->value = now;
+    payload->isInFile = variableInFile[std::size_t(number)];
     ZvDbChange change;
     change.kind = ZvDbChange::kVariable;
     change.index = std::uint32_t(number);
@@ -359,34 +360,63 @@ void ZvDbDatabasePrivate::readDictionaryVariables()
 
 void ZvDbDatabasePrivate::writeDictionaryVariables()
 {
+    ++undo.suspended;
     for (int i = 0; i < zvdbVariableCount(); ++i) {
-        const ZvDbVariable &variable = zvdbVariable(i);
-        if (variable.place != ZvDbVariable::kDictionary || !variableInFile[std::size_t(i)])
+        if (zvdbVariable(i).place != ZvDbVariable::kDictionary)
             continue;
-        const ZvString text = variable.type == ZvDbVariable::kObjectId ? nameOf(variables[std::size_t(i)].id)
-                                                                       : variables[std::size_t(i)].text;
-        ++undo.suspended;
-        const ZvDbObjectId id = dictionaryId(variableDictionary, true);
-        ZvDbObjectPointer<ZvDbDictionary> dictionary(id, ZvDb::kForRead);
-        const ZvDbObjectId entry = dictionary ? dictionary->getIdAt(variable.name) : ZvDbObjectId();
-        dictionary.close();
-        ZvDbObjectPointer<ZvDbDictionaryVar> kept(entry, ZvDb::kForWrite);
-        if (kept) {
-            // Another spelling of the name it has is no change.
-            const bool same = variable.type == ZvDbVariable::kObjectId
-                ? idOfVariable(i, kept->value()) == variables[std::size_t(i)].id
-                : kept->value() == text;
-            if (!same)
-                kept->setValue(text);
-        } else if (ZvDbObjectPointer<ZvDbDictionary> writer{id, ZvDb::kForWrite}) {
-            ZvDbDictionaryVar *added = new ZvDbDictionaryVar;
-            added->setValue(text);
-            ZvDbObjectId ignored;
-            if (writer->setAt(variable.name, added, ignored) == Zv::eOk)
-                added->close();
-            else
-                delete added;
-        }
-        --undo.suspended;
+        if (variableInFile[std::size_t(i)])
+            writeDictionaryVariable(i);
+        else
+            dropDictionaryVariable(i);
     }
+    --undo.suspended;
+}
+
+void ZvDbDatabasePrivate::writeDictionaryVariable(int number)
+{
+    const ZvDbVariable &variable = zvdbVariable(number);
+    const ZvDbVariableValue &value = variables[std::size_t(number)];
+    const bool isId = variable.type == ZvDbVariable::kObjectId;
+    const ZvString text = isId ? nameOf(value.id) : value.text;
+    const ZvDbObjectId id = dictionaryId(variableDictionary, true);
+    ZvDbObjectPointer<ZvDbDictionary> dictionary(id, ZvDb::kForRead);
+    const ZvDbObjectId entry = dictionary ? dictionary->getIdAt(variable.name) : ZvDbObjectId();
+    dictionary.close();
+    ZvDbObjectPointer<ZvDbDictionaryVar> kept(entry, ZvDb::kForWrite);
+    if (kept) {
+        // Another spelling of the name it has is no change.
+        const bool same = isId ? idOfVariable(number, kept->value()) == value.id : kept->value() == text;
+        if (!same)
+            kept->setValue(text);
+    } else if (ZvDbObjectPointer<ZvDbDictionary> writer{id, ZvDb::kForWrite}) {
+        ZvDbDictionaryVar *added = new ZvDbDictionaryVar;
+        added->setValue(text);
+        ZvDbObjectId ignored;
+        if (writer->setAt(variable.name, added, ignored) == Zv::eOk)
+            added->close();
+        else
+            delete added;
+    }
+}
+
+void ZvDbDatabasePrivate::dropDictionaryVariable(int number)
+{
+    const auto dropIfAdded = [this](ZvDbObjectId id) {
+        if (id.isNull() || stubs[id.index()].record != 0)
+            return; // the file's own stays
+        ZvDbObjectPointer<ZvDbObject> object(id, ZvDb::kForWrite);
+        if (object)
+            object->erase();
+    };
+    const ZvDbObjectId id = dictionaryId(variableDictionary, false);
+    const ZvDbDictionary *dictionary = id.isNull() ? nullptr : static_cast<ZvDbDictionary *>(objectAt(id.index()));
+    if (!dictionary)
+        return;
+    dropIfAdded(dictionary->getIdAt(zvdbVariable(number).name));
+    bool isEmpty = true;
+    const std::unique_ptr<ZvDbDictionaryIterator> entries(dictionary->newIterator());
+    for (; !entries->done(); entries->next())
+        isEmpty = isEmpty && entries->objectId().isErased();
+    if (isEmpty)
+        dropIfAdded(id);
 }

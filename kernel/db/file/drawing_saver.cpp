@@ -273,7 +273,7 @@ void DrawingSaver::planObjects()
         if (!d.stubs.isUsed(index))
             continue;
         const ZvDbStub &stub = d.stubs[index];
-        if (stub.isErased() && stub.owner && d.classAt(stub.owner).descriptor->isDerivedFrom(ZvDbDictionary::desc()))
+        if (stub.isErased() && !isNew(stub) && stub.owner && d.classAt(stub.owner).descriptor->isDerivedFrom(ZvDbDictionary::desc()))
             m_dictionaries.insert(stub.owner);
     }
     for (std::uint32_t index = 1; index < end; ++index) {
@@ -315,11 +315,16 @@ void DrawingSaver::planObjects()
 bool DrawingSaver::isOwnerGone(std::uint32_t index) const
 {
     constexpr int kMostOwners = 64; // damaged files may have rings of them
-    std::uint32_t owner = d.stubs[index].owner;
-    for (int i = 0; i < kMostOwners && owner; ++i) {
+    for (int i = 0; i < kMostOwners && d.stubs[index].owner; ++i) {
+        const std::uint32_t owner = d.stubs[index].owner;
         if (d.stubs[owner].isErased())
             return true;
-        owner = d.stubs[owner].owner;
+        if (isNew(d.stubs[index]) && d.classAt(owner).descriptor->isDerivedFrom(ZvDbDictionary::desc())) {
+            const ZvDbDictionary *dictionary = static_cast<const ZvDbDictionary *>(d.objectAt(owner));
+            if (dictionary && !dictionary->hasEntry(d.idAt(index)))
+                return true;
+        }
+        index = owner;
     }
     return false;
 }

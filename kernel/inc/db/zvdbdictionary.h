@@ -35,6 +35,7 @@ public:
     bool has(const ZvString &name) const { return !getIdAt(name).isNull(); }
     /// Name of an entry; empty for an id that is none.
     ZvString nameAt(ZvDbObjectId id) const;
+    bool hasEntry(ZvDbObjectId id) const;
     int numEntries() const;
     ZvDbDictionaryIterator *newIterator() const;
     /// Adds or replaces. An object of no database is taken over and stays open for write.
