@@ -216,6 +216,16 @@ void ZvDbDrawingFile::decodeInto(std::uint32_t index, ZvDbObject &object)
     m_reader = std::move(reader);
 }
 
+ZvDbEntityProperties ZvDbDrawingFile::propertiesIn(std::uint32_t record)
+{
+    ZvDbRecordReader reader(store, m_references, d.version);
+    reader.setRecord(record);
+    reader.subclass("AcDbEntity");
+    ZvDbEntityProperties properties;
+    zvdbPropertyFields(reader, properties);
+    return properties;
+}
+
 ZvString ZvDbDrawingFile::recordName(std::uint32_t index)
 {
     const std::uint32_t record = recordOf(index);

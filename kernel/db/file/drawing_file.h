@@ -41,6 +41,9 @@ public:
 
     /// Reads the object's own data into an object that is there already.
     void decodeInto(std::uint32_t index, ZvDbObject &object);
+    /// The shared properties that the record of an entity, a vertex, the end of a sequence or of a block tells. The layer
+    /// is null where it names none.
+    ZvDbEntityProperties propertiesIn(std::uint32_t record);
     /// Number of the object's record, kNoRecord when it has none.
     std::uint32_t recordOf(std::uint32_t index) const;
     /// What the file has for a variable; false when it has none or says nothing that can be read.

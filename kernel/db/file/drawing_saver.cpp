@@ -100,6 +100,9 @@ private:
     void planObjects();
     bool isOwnerGone(std::uint32_t index) const;
     void planExisting(std::uint32_t index);
+    /// Number of the first record that is no vertex of the polyline.
+    std::uint32_t planVertices(std::uint32_t index, ZvDb2dPolyline &polyline, const ZvDbEntityProperties &before,
+                               const ZvDbEntityProperties &now);
     void planNew(std::uint32_t index);
     void planBlock(std::uint32_t index);
     void planNewBlock(std::uint32_t index);
@@ -122,6 +125,12 @@ private:
     /// A flat polyline in the form that the oldest versions know.
     std::vector<Record> encodeOldPolyline(std::uint32_t index, const ZvDbPolyline &polyline);
     void encodeExtendedData(std::uint32_t index);
+    void encodeExtensionDictionary(std::uint32_t index);
+    /// Tells the records that belong to an entity (vertices, the end of a sequence) what changed of its shared
+    /// properties, and what their layers and line types are called now.
+    void followEntity(std::uint32_t record, const ZvDbEntityProperties &before, const ZvDbEntityProperties &now);
+    /// The same for records that belong to no entity.
+    void followRenames(std::uint32_t record) { followEntity(record, {}, {}); }
     Record blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block, std::uint32_t record, bool &changed);
     Record blockEnd(std::uint32_t index);
     Record sequenceEnd(std::uint32_t index, const ZvDbEntity &owner);
@@ -410,13 +419,24 @@ void DrawingSaver::planExisting(std::uint32_t index)
     Record tags = encode(index, *object, changed);
     if (changed)
         replace(record, std::move(tags));
-    if (!cls->isDerivedFrom(ZvDb2dPolyline::desc()))
+    const bool isPolyline = cls->isDerivedFrom(ZvDb2dPolyline::desc());
+    if (!isPolyline && !cls->isDerivedFrom(ZvDbBlockReference::desc()))
+        return;
+    ZvDbEntityProperties before = m_file->propertiesIn(record);
+    if (before.layer.isNull())
+        before.layer = d.idAt(d.layerZero);
+    const ZvDbEntityProperties &now = d.propertiesOf(index);
+    std::uint32_t next = record + 1;
+    if (isPolyline)
+        next = planVertices(index, static_cast<ZvDb2dPolyline &>(*object), before, now);
+    while (next < store().wholeRecords() && store().type(next) == "ATTRIB")
+        ++next; // entities of their own
+    if (next >= store().wholeRecords() || store().type(next) != "SEQEND")
         return;
     // Vertices have records of their own. Those that are left over go, new ones stand before the end.
-    ZvDb2dPolyline &polyline = static_cast<ZvDb2dPolyline &>(*object);
     const std::size_t count = polyline.vertices().size();
     std::size_t number = 0;
-    std::uint32_t next = record + 1;
+    std::uint32_t next = stub.record; // behind the polyline's own
     for (; next < store().wholeRecords() && store().type(next) == "VERTEX"; ++next, ++number) {
         if (number >= count) {
             dropRecords(next, next + 1);
@@ -424,6 +444,16 @@ void DrawingSaver::planExisting(std::uint32_t index)
         }
         m_writer.beginExisting(source(next));
         ZvDbObjectAccess::vertexFields(polyline, number, m_writer);
+    m_writer.beginExisting(source(next));
+    followEntity(next, before, now);
+    if (m_writer.isChanged())
+        replace(next, m_writer.takeTags());
+}
+
+std::uint32_t DrawingSaver::planVertices(std::uint32_t index, ZvDb2dPolyline &polyline,
+                                         const ZvDbEntityProperties &before, const ZvDbEntityProperties &now)
+{
+    const ZvDbStub &stub = d.stubs[index];
         if (m_writer.isChanged())
             replace(next, m_writer.takeTags());
     }
@@ -435,6 +465,7 @@ void DrawingSaver::planExisting(std::uint32_t index)
         editAt(next).before.push_back(m_writer.takeTags());
     }
 }
+        followEntity(next, before, now);
 
 /// The reference says whether attributes follow, and their end has a record of its own.
 void DrawingSaver::planAttributes(std::uint32_t reference, bool any)
@@ -446,6 +477,32 @@ void DrawingSaver::planAttributes(std::uint32_t reference, bool any)
     const bool hasEnd = end < store().wholeRecords() && store().type(end) == "SEQEND";
     if (hasEnd && !any)
         dropRecords(end, end + 1);
+    return next;
+}
+
+void DrawingSaver::followEntity(std::uint32_t record, const ZvDbEntityProperties &before,
+                                const ZvDbEntityProperties &now)
+{
+    if (before == now && !m_anyRename)
+        return;
+    // What the record says differently from its entity it goes on saying, until the entity says something new.
+    ZvDbEntityProperties properties = m_file->propertiesIn(record);
+    const auto follow = [&](auto member) {
+        if (!(before.*member == now.*member))
+            properties.*member = now.*member;
+    };
+    follow(&ZvDbEntityProperties::layer);
+    follow(&ZvDbEntityProperties::linetype);
+    follow(&ZvDbEntityProperties::linetypeScale);
+    follow(&ZvDbEntityProperties::color);
+    follow(&ZvDbEntityProperties::lineWeight);
+    follow(&ZvDbEntityProperties::transparency);
+    follow(&ZvDbEntityProperties::material);
+    follow(&ZvDbEntityProperties::plotStyle);
+    follow(&ZvDbEntityProperties::plotStyleType);
+    follow(&ZvDbEntityProperties::visibility);
+    m_writer.subclass("AcDbEntity");
+    zvdbPropertyFields(m_writer, properties);
     if (!hasEnd && any)
         editAt(end).before.push_back(sequenceEnd(reference, static_cast<const ZvDbEntity &>(*d.objectAt(reference))));
     Edit &edit = editAt(record);
@@ -475,6 +532,7 @@ Record DrawingSaver::blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block
 
 Record DrawingSaver::blockEnd(std::uint32_t index)
 {
+        followRenames(record);
     m_writer.beginNew("ENDBLK");
     if (hasHandles())
         m_writer.setHead(5, newHandle(), hasOwners() ? m_references.handleOf(d.idAt(index)) : 0);
@@ -526,6 +584,12 @@ void DrawingSaver::addEntity(std::uint32_t block, std::vector<Record> records)
     if (isInEntities(block)) {
         std::move(records.begin(), records.end(), std::back_inserter(m_newEntities));
         return;
+    if (!m_anyRename || place.end == ZvDbDrawingFile::kNoRecord)
+        return;
+    m_writer.beginExisting(source(place.end));
+    followRenames(place.end);
+    if (m_writer.isChanged())
+        replace(place.end, m_writer.takeTags());
     }
     if (!m_file)
         return; // the block writes them with itself

@@ -263,11 +263,18 @@ TEST_P(RealEdit, recolouredEntitiesChangeTheirColourTagsOnly)
             entity.setColor(index(entity.color().colorIndex() == 77 ? 78 : 77), false);
         }));
     }
-    const TagDifference found = difference(original, saveDrawing(*database));
-    for (const FileTag &tag : found.removed)
-        EXPECT_TRUE(tag.code == 62 || tag.code == 420 || tag.code == 430) << tag;
-    for (const FileTag &tag : found.added)
-        EXPECT_EQ(tag.code, 62) << tag;
+    std::vector<FileTag> before = tagsOf(original);
+    std::vector<FileTag> after = tagsOf(saveDrawing(*database));
+    const auto countTrue = [](const std::vector<FileTag> &tags) {
+        return std::count_if(tags.begin(), tags.end(), [](const FileTag &tag) { return tag.code == 420 || tag.code == 430; });
+    };
+    EXPECT_LE(countTrue(after), countTrue(before)) << "only colours by number were given";
+    for (std::vector<FileTag> *tags : {&before, &after}) {
+        tags->erase(std::remove_if(tags->begin(), tags->end(),
+                                   [](const FileTag &tag) { return tag.code == 62 || tag.code == 420 || tag.code == 430; }),
+                    tags->end());
+    }
+    EXPECT_TRUE(before == after) << describe(difference(before, after));
 }
 
 /// Moves each entity that can be moved; the file read again has it there.
