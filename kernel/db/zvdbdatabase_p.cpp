@@ -221,6 +221,7 @@ void ZvDbDatabasePrivate::contentLoaded()
     readDictionaryVariables();
     settleSettings();
     touchDatabase();
+    readViewportWorkedIn();
     modified = false;
     undo.clear();
 }

@@ -198,6 +198,10 @@ public:
     ZvDbObjectId viewportWorkedIn() const;
 
     // ---- references to blocks, by position of the block
+    /// Between the viewport worked in and the layout that keeps it in a file: to be called after a file was read, and
+    /// before one is written. Writing changes only what differs; it raises no notice and enters no undo.
+    void readViewportWorkedIn();
+    void writeViewportWorkedIn();
     const std::vector<std::uint32_t> &blockReferences(std::uint32_t block);
 
     ZvDbDatabase &q;

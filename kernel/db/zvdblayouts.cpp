@@ -84,6 +84,43 @@ ZvDbObjectId ZvDbDatabasePrivate::viewportWorkedIn() const
     return !q.tilemode() && isUsable(id, ZvDbViewport::desc()) ? id : ZvDbObjectId();
 }
 
+void ZvDbDatabasePrivate::readViewportWorkedIn()
+{
+    if (q.tilemode())
+        return;
+    ZvDbVariableValue &at = variables[std::size_t(numbers().cvport)];
+    at.id = ZvDbObjectId();
+    at.integer = 1; // the paper
+    const ZvDbObjectId id = paperLayoutAtHand();
+    const ZvDbLayout *layout = id.isNull() ? nullptr : static_cast<ZvDbLayout *>(objectAt(id.index()));
+    const ZvDbObjectId last = layout ? layout->lastViewportId() : ZvDbObjectId();
+    if (!isUsable(last, ZvDbViewport::desc()) || stubs[last.index()].owner != layout->getBlockTableRecordId().index()
+        || last == overallViewport(layout->getBlockTableRecordId()))
+        return;
+    const ZvDbObject *viewport = objectAt(last.index());
+    if (!viewport)
+        return;
+    at.id = last;
+    at.integer = static_cast<const ZvDbViewport *>(viewport)->number();
+}
+
+void ZvDbDatabasePrivate::writeViewportWorkedIn()
+{
+    const ZvDbObjectId id = q.tilemode() ? ZvDbObjectId() : paperLayoutAtHand();
+    // A layout that the file does not tell of is not told of because of this.
+    if (id.isNull() || (stubs[id.index()].record == 0 && !stubs[id.index()].has(ZvDbStub::kFileChanged)))
+        return;
+    ZvDbLayout *layout = static_cast<ZvDbLayout *>(objectAt(id.index()));
+    const ZvDbObjectId overall = overallViewport(layout->getBlockTableRecordId());
+    const ZvDbObjectId last = viewportWorkedIn().isNull() ? overall : viewportWorkedIn();
+    // What names no viewport stands for the paper.
+    const bool isOnPaper = !isUsable(layout->lastViewportId(), ZvDbViewport::desc());
+    if (last == layout->lastViewportId() || (last == overall && isOnPaper))
+        return;
+    ZvDbObjectAccess::setLastViewport(*layout, last);
+    touch(id.index());
+}
+
 // ---- ZvDbDatabase
 
 ZvDbObjectId ZvDbDatabase::modelSpaceId() const

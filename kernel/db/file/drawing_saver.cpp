@@ -172,6 +172,7 @@ private:
 void DrawingSaver::plan()
 {
     d.writeDictionaryVariables();
+    d.writeViewportWorkedIn();
     planObjects();
     planTables();
     planVariables();
