@@ -10,6 +10,8 @@ namespace {
 
 ZvDbDatabase *current = nullptr;
 
+const char kLayerStates[] = "ACAD_LAYERSTATES";
+
 } // namespace
 
 ZvDbProgress::~ZvDbProgress() = default;
@@ -387,7 +389,21 @@ ZvDbObjectId ZvDbDatabase::groupDictionaryId(bool create) const
 
 ZvDbObjectId ZvDbDatabase::layerStateDictionaryId(bool create) const
 {
-    return d->dictionaryId("ACAD_LAYERSTATES", create);
+    // Unlike the others it hangs on the table of layers.
+    const ZvDbObject *table = d->table(kLayerTable);
+    const ZvDbObjectId found = d->dictionaryIn(table ? table->extensionDictionary() : ZvDbObjectId(), kLayerStates, false);
+    if (!found.isNull() || !create)
+        return found;
+    d->undo.beginFrame(); // both in one step
+    ZvDbObjectId extension;
+    {
+        ZvDbObjectPointer<ZvDbLayerTable> writer(layerTableId(), ZvDb::kForWrite);
+        if (writer)
+            writer->createExtensionDictionary(extension);
+    }
+    const ZvDbObjectId made = d->dictionaryIn(extension, kLayerStates, true);
+    d->undo.endFrame();
+    return made;
 }
 
 ZvDbObjectId ZvDbDatabase::layerZero() const

@@ -200,6 +200,7 @@ void ZvDbDatabasePrivate::clear()
     handles.clear();
     source.reset();
     xdata.clear();
+    extensions.clear();
     copiedRecords.clear();
     stamps.clear();
     m_blockReferences.clear();
@@ -220,8 +221,8 @@ void ZvDbDatabasePrivate::contentLoaded()
     modelSpace = recordId("BLOCK_RECORD", L"*Model_Space").index();
     readDictionaryVariables();
     settleSettings();
-    touchDatabase();
     readViewportWorkedIn();
+    touchDatabase();
     modified = false;
     undo.clear();
 }
@@ -416,20 +417,26 @@ ZvString ZvDbDatabasePrivate::nameOf(ZvDbObjectId id) const
 
 ZvDbObjectId ZvDbDatabasePrivate::dictionaryId(const char *name, bool create)
 {
-    ZvDbDictionary *root = rootDictionary ? static_cast<ZvDbDictionary *>(objectAt(rootDictionary)) : nullptr;
-    if (!root)
+    return dictionaryIn(idAt(rootDictionary), name, create);
+}
+
+ZvDbObjectId ZvDbDatabasePrivate::dictionaryIn(ZvDbObjectId holder, const char *name, bool create)
+{
+    const ZvDbDictionary *held
+        = isUsable(holder, ZvDbDictionary::desc()) ? static_cast<ZvDbDictionary *>(objectAt(holder.index())) : nullptr;
+    if (!held)
         return ZvDbObjectId();
-    const ZvDbObjectId found = root->getIdAt(name);
+    const ZvDbObjectId found = held->getIdAt(name);
     if (isUsable(found, ZvDbDictionary::desc()))
         return found;
     if (!create)
         return ZvDbObjectId();
-    if (root->isReadEnabled())
-        return ZvDbObjectId(); // somebody holds it
-    ZvDbObjectPointer<ZvDbDictionary> writer(idAt(rootDictionary), ZvDb::kForWrite);
+    ZvDbObjectPointer<ZvDbDictionary> writer(holder, ZvDb::kForWrite);
+    if (!writer)
+        return ZvDbObjectId(); // somebody has it open
     ZvDbDictionary *dictionary = new ZvDbDictionary;
     ZvDbObjectId id;
-    if (!writer || writer->setAt(name, dictionary, id) != Zv::eOk) {
+    if (writer->setAt(name, dictionary, id) != Zv::eOk) {
         delete dictionary;
         return ZvDbObjectId();
     }

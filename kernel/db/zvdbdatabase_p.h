@@ -186,6 +186,8 @@ public:
     ZvString nameOf(ZvDbObjectId id) const;
     /// Dictionary under the root.
     ZvDbObjectId dictionaryId(const char *name, bool create);
+    /// Dictionary that another one holds.
+    ZvDbObjectId dictionaryIn(ZvDbObjectId holder, const char *name, bool create);
 
     // ---- layouts
     /// The layouts in tab order, model space first.
@@ -196,12 +198,12 @@ public:
     ZvDbObjectId overallViewport(ZvDbObjectId block);
     /// The viewport entity worked in; null for the paper, and in model space.
     ZvDbObjectId viewportWorkedIn() const;
-
-    // ---- references to blocks, by position of the block
     /// Between the viewport worked in and the layout that keeps it in a file: to be called after a file was read, and
     /// before one is written. Writing changes only what differs; it raises no notice and enters no undo.
     void readViewportWorkedIn();
     void writeViewportWorkedIn();
+
+    // ---- references to blocks, by position of the block
     const std::vector<std::uint32_t> &blockReferences(std::uint32_t block);
 
     ZvDbDatabase &q;
@@ -220,6 +222,9 @@ public:
 
     /// Extended data set since the file was read, by position; a null chain for none.
     std::unordered_map<std::uint32_t, ZvDbSharedChain> xdata;
+    /// Extension dictionaries made since the file was read, by position of their objects. A step that is undone erases
+    /// the dictionary, and leaves it here.
+    std::unordered_map<std::uint32_t, std::uint32_t> extensions;
     std::unordered_map<std::uint32_t, std::uint32_t> copiedRecords; ///< Of copies, by position; see recordToStartFrom().
     std::unordered_map<std::uint32_t, std::uint64_t> stamps;
     std::uint64_t stamp = 1;
@@ -240,6 +245,7 @@ public:
 
 private:
     template <class F> void deliver(F call);
+    std::uint64_t freeHandle();
 
     std::vector<ZvDbDatabaseReactor *> m_reactors; // null: removed during a delivery
     int m_delivering = 0;
@@ -252,7 +258,6 @@ private:
 class ZvDbObjectAccess
 {
 public:
-    std::uint64_t freeHandle();
     // ---- parts of records that have no class of their own
     /// The BLOCK record of a block. A new one is put on \a layer.
     static void blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &filer, ZvDbObjectId layer);
@@ -290,6 +295,7 @@ public:
     static void addToDictionary(ZvDbDictionary &dictionary, const ZvString &name, ZvDbObjectId id);
     /// Replaces all entries: what reading a dictionary's record ends with.
     static void setEntries(ZvDbDictionary &dictionary, std::vector<std::pair<ZvString, ZvDbObjectId>> entries);
+    static void makeHardOwner(ZvDbDictionary &dictionary) { dictionary.m_hardOwner = true; }
     static void makeDictionaryWithDefault(ZvDbDictionary &dictionary, ZvDbObjectId id);
     static void setName(ZvDbNamedObject &object, const ZvString &name) { object.m_name = name; }
     static void setBlock(ZvDbLayout &layout, ZvDbObjectId block) { layout.m_block = block; }

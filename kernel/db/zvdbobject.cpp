@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "db/zvdbobject.h"
 
+#include "db/zvdbdictionary.h"
 #include "zvdbdatabase_p.h"
 
 #include <limits>
@@ -544,8 +545,36 @@ Zv::ErrorStatus ZvDbObject::setXData(const ZvResBuf *chain)
 
 ZvDbObjectId ZvDbObject::extensionDictionary() const
 {
-    if (!isAttached(m_stub) || m_stub->record == 0)
+    if (!isAttached(m_stub))
         return ZvDbObjectId();
     const ZvDbDatabasePrivate &d = *ZvDbStubTable::databaseOf(m_stub);
-    return d.source ? d.source->extensionDictionary(ZvDbStubTable::indexOf(m_stub)) : ZvDbObjectId();
+    const std::uint32_t index = ZvDbStubTable::indexOf(m_stub);
+    const auto made = d.extensions.find(index);
+    if (made != d.extensions.end() && !d.stubs[made->second].isErased())
+        return d.idAt(made->second);
+    if (m_stub->record == 0 || !d.source)
+        return ZvDbObjectId();
+    const ZvDbObjectId id = d.source->extensionDictionary(index);
+    return d.isUsable(id, ZvDbDictionary::desc()) ? id : ZvDbObjectId();
+}
+
+Zv::ErrorStatus ZvDbObject::createExtensionDictionary(ZvDbObjectId &id)
+{
+    id = extensionDictionary();
+    if (!id.isNull())
+        return Zv::eOk;
+    if (!isAttached(m_stub))
+        return Zv::eNoDatabase;
+    if (!assertWriteEnabled())
+        return Zv::eNotOpenForWrite;
+    ZvDbDatabasePrivate &d = *ZvDbStubTable::databaseOf(m_stub);
+    ZvDbDictionary *dictionary = new ZvDbDictionary;
+    ZvDbObjectAccess::makeHardOwner(*dictionary); // nothing else holds what it holds
+    const Zv::ErrorStatus status = d.q.addObject(dictionary, id, objectId());
+    if (status != Zv::eOk) {
+        delete dictionary;
+        return status;
+    }
+    d.extensions[ZvDbStubTable::indexOf(m_stub)] = id.index();
+    return dictionary->close();
 }

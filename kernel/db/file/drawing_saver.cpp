@@ -134,7 +134,7 @@ private:
     Record blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block, std::uint32_t record, bool &changed);
     Record blockEnd(std::uint32_t index);
     Record sequenceEnd(std::uint32_t index, const ZvDbEntity &owner);
-    Record tableBegin(int kind, int count) const;
+    Record tableBegin(int kind, int count);
     std::uint32_t lastSubentity(std::uint32_t record) const;
     std::uint64_t newHandle();
     /// Whether the entities of the block stand in the section of entities.
@@ -143,7 +143,7 @@ private:
     std::vector<OwnedTag> variableTags(int number, const ZvDbVariableValue &value);
 
     void writeSection(zvdxf::Writer &writer, SectionKind kind, const char *name, const std::vector<Record> &records);
-    std::vector<Record> tableRecords() const;
+    std::vector<Record> tableRecords();
 
     ZvDbDatabasePrivate &d;
     ZvDbDrawingFile *m_file;
@@ -321,7 +321,8 @@ void DrawingSaver::planObjects()
     }
 }
 
-/// Whether what owns the object is erased, or what owns that: its extension dictionary is no use then.
+/// Whether what owns the object is erased, or what owns that: its extension dictionary is no use then. The same for new
+/// objects that the dictionary they belong to has lost since.
 bool DrawingSaver::isOwnerGone(std::uint32_t index) const
 {
     constexpr int kMostOwners = 64; // damaged files may have rings of them
@@ -363,6 +364,15 @@ void DrawingSaver::encodeExtendedData(std::uint32_t index)
     m_writer.setExtendedData(tags);
 }
 
+void DrawingSaver::encodeExtensionDictionary(std::uint32_t index)
+{
+    const auto made = d.extensions.find(index);
+    if (made == d.extensions.end() || !hasRecords())
+        return;
+    const ZvDbObjectId id = d.objectAt(index)->extensionDictionary();
+    m_writer.setExtensionDictionary(m_references.handleOf(id));
+}
+
 Record DrawingSaver::encode(std::uint32_t index, ZvDbObject &object, bool &changed)
 {
     const ZvDbStub &stub = d.stubs[index];
@@ -384,6 +394,7 @@ Record DrawingSaver::encode(std::uint32_t index, ZvDbObject &object, bool &chang
             m_writer.put(330, "0");
     }
     object.fileFields(m_writer);
+    encodeExtensionDictionary(index);
     encodeExtendedData(index);
     changed = m_writer.isChanged();
     return m_writer.takeTags();
@@ -434,17 +445,6 @@ void DrawingSaver::planExisting(std::uint32_t index)
         ++next; // entities of their own
     if (next >= store().wholeRecords() || store().type(next) != "SEQEND")
         return;
-    // Vertices have records of their own. Those that are left over go, new ones stand before the end.
-    const std::size_t count = polyline.vertices().size();
-    std::size_t number = 0;
-    std::uint32_t next = stub.record; // behind the polyline's own
-    for (; next < store().wholeRecords() && store().type(next) == "VERTEX"; ++next, ++number) {
-        if (number >= count) {
-            dropRecords(next, next + 1);
-            continue;
-        }
-        m_writer.beginExisting(source(next));
-        ZvDbObjectAccess::vertexFields(polyline, number, m_writer);
     m_writer.beginExisting(source(next));
     followEntity(next, before, now);
     if (m_writer.isChanged())
@@ -455,6 +455,18 @@ std::uint32_t DrawingSaver::planVertices(std::uint32_t index, ZvDb2dPolyline &po
                                          const ZvDbEntityProperties &before, const ZvDbEntityProperties &now)
 {
     const ZvDbStub &stub = d.stubs[index];
+    // Vertices have records of their own. Those that are left over go, new ones stand before the end.
+    const std::size_t count = polyline.vertices().size();
+    std::size_t number = 0;
+    std::uint32_t next = stub.record; // behind the polyline's own
+    for (; next < store().wholeRecords() && store().type(next) == "VERTEX"; ++next, ++number) {
+        if (number >= count) {
+            dropRecords(next, next + 1);
+            continue;
+        }
+        m_writer.beginExisting(source(next));
+        followEntity(next, before, now);
+        ZvDbObjectAccess::vertexFields(polyline, number, m_writer);
         if (m_writer.isChanged())
             replace(next, m_writer.takeTags());
     }
@@ -465,19 +477,6 @@ std::uint32_t DrawingSaver::planVertices(std::uint32_t index, ZvDb2dPolyline &po
         ZvDbObjectAccess::vertexFields(polyline, number, m_writer);
         editAt(next).before.push_back(m_writer.takeTags());
     }
-}
-        followEntity(next, before, now);
-
-/// The reference says whether attributes follow, and their end has a record of its own.
-void DrawingSaver::planAttributes(std::uint32_t reference, bool any)
-{
-    const std::uint32_t record = d.stubs[reference].record - 1;
-    std::uint32_t end = record + 1;
-    while (end < store().wholeRecords() && store().type(end) == "ATTRIB")
-        ++end;
-    const bool hasEnd = end < store().wholeRecords() && store().type(end) == "SEQEND";
-    if (hasEnd && !any)
-        dropRecords(end, end + 1);
     return next;
 }
 
@@ -504,6 +503,18 @@ void DrawingSaver::followEntity(std::uint32_t record, const ZvDbEntityProperties
     follow(&ZvDbEntityProperties::visibility);
     m_writer.subclass("AcDbEntity");
     zvdbPropertyFields(m_writer, properties);
+}
+
+/// The reference says whether attributes follow, and their end has a record of its own.
+void DrawingSaver::planAttributes(std::uint32_t reference, bool any)
+{
+    const std::uint32_t record = d.stubs[reference].record - 1;
+    std::uint32_t end = record + 1;
+    while (end < store().wholeRecords() && store().type(end) == "ATTRIB")
+        ++end;
+    const bool hasEnd = end < store().wholeRecords() && store().type(end) == "SEQEND";
+    if (hasEnd && !any)
+        dropRecords(end, end + 1);
     if (!hasEnd && any)
         editAt(end).before.push_back(sequenceEnd(reference, static_cast<const ZvDbEntity &>(*d.objectAt(reference))));
     Edit &edit = editAt(record);
@@ -521,6 +532,7 @@ Record DrawingSaver::blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block
 {
     if (record != ZvDbDrawingFile::kNoRecord) {
         m_writer.beginExisting(source(record));
+        followRenames(record);
     } else {
         m_writer.beginNew("BLOCK");
         if (hasHandles())
@@ -533,7 +545,6 @@ Record DrawingSaver::blockBegin(std::uint32_t index, ZvDbBlockTableRecord &block
 
 Record DrawingSaver::blockEnd(std::uint32_t index)
 {
-        followRenames(record);
     m_writer.beginNew("ENDBLK");
     if (hasHandles())
         m_writer.setHead(5, newHandle(), hasOwners() ? m_references.handleOf(d.idAt(index)) : 0);
@@ -573,6 +584,12 @@ void DrawingSaver::planBlock(std::uint32_t index)
     Record tags = blockBegin(index, static_cast<ZvDbBlockTableRecord &>(*d.objectAt(index)), place.begin, changed);
     if (changed)
         replace(place.begin, std::move(tags));
+    if (!m_anyRename || place.end == ZvDbDrawingFile::kNoRecord)
+        return;
+    m_writer.beginExisting(source(place.end));
+    followRenames(place.end);
+    if (m_writer.isChanged())
+        replace(place.end, m_writer.takeTags());
 }
 
 void DrawingSaver::addRecord(ZvDbTableKind kind, Record record)
@@ -585,12 +602,6 @@ void DrawingSaver::addEntity(std::uint32_t block, std::vector<Record> records)
     if (isInEntities(block)) {
         std::move(records.begin(), records.end(), std::back_inserter(m_newEntities));
         return;
-    if (!m_anyRename || place.end == ZvDbDrawingFile::kNoRecord)
-        return;
-    m_writer.beginExisting(source(place.end));
-    followRenames(place.end);
-    if (m_writer.isChanged())
-        replace(place.end, m_writer.takeTags());
     }
     if (!m_file)
         return; // the block writes them with itself
@@ -756,7 +767,7 @@ void DrawingSaver::planNew(std::uint32_t index)
         planExisting(stub.owner);
 }
 
-Record DrawingSaver::tableBegin(int kind, int count) const
+Record DrawingSaver::tableBegin(int kind, int count)
 {
     Record tags;
     tags.push_back({0, "TABLE"});
@@ -771,7 +782,9 @@ Record DrawingSaver::tableBegin(int kind, int count) const
     tags.push_back({70, std::to_string(count)});
     if (kind == kDimStyleTable && d.version >= ZvDb::kR2000)
         tags.push_back({100, "AcDbDimStyleTable"});
-    return tags;
+    m_writer.beginExisting(std::move(tags));
+    encodeExtensionDictionary(d.tables[kind]);
+    return m_writer.takeTags();
 }
 
 void DrawingSaver::planTables()
@@ -782,7 +795,8 @@ void DrawingSaver::planTables()
         if (!m_file || !m_file->hasTable(kind))
             continue; // written as a whole where it is needed
         const ZvDbDrawingFile::TableRecords &place = m_file->tables[kind];
-        if (change != 0 && place.begin != ZvDbDrawingFile::kNoRecord) {
+        const bool isExtended = d.extensions.count(d.tables[kind]) != 0;
+        if ((change != 0 || isExtended) && place.begin != ZvDbDrawingFile::kNoRecord) {
             m_writer.beginExisting(source(place.begin));
             m_writer.subclass("AcDbSymbolTable");
             const ZvDbFiler::Groups before = m_writer.existing(70, {});
@@ -790,6 +804,8 @@ void DrawingSaver::planTables()
                 int count = std::max(0, zvdbClampedInt(before.front().integer) + change);
                 m_writer.integer(70, count);
             }
+            if (isExtended)
+                encodeExtensionDictionary(d.tables[kind]);
             if (m_writer.isChanged())
                 replace(place.begin, m_writer.takeTags());
         }
@@ -987,7 +1003,7 @@ std::uint64_t DrawingSaver::highestNewHandle() const
 
 // ---- writing
 
-std::vector<Record> DrawingSaver::tableRecords() const
+std::vector<Record> DrawingSaver::tableRecords()
 {
     std::vector<Record> records;
     for (int kind = 0; kind < kTableCount; ++kind) {

@@ -202,19 +202,82 @@ void ZvDbRecordWriter::setHead(int handleCode, std::uint64_t handle, std::uint64
         replace(k, zvdxf::formatHandle(owner));
 }
 
+void ZvDbRecordWriter::setExtensionDictionary(std::uint64_t handle)
+{
+    std::size_t i = 1;
+    std::size_t place = 1; // behind the record's own handle
+    while (i < m_tags.size() && m_tags[i].code != 100 && m_tags[i].code < 1000
+           && !(m_tags[i].code == 102 && trimmed(m_tags[i].value) == "{ACAD_XDICTIONARY")) {
+        if (m_tags[i].code == 5 || m_tags[i].code == 105)
+            place = i + 1;
+        ++i;
+    }
+    const bool isThere = i < m_tags.size() && m_tags[i].code == 102;
+    if (!isThere) {
+        if (handle == 0)
+            return;
+        const OwnedTag group[] = {{102, "{ACAD_XDICTIONARY"}, {360, zvdxf::formatHandle(handle)}, {102, "}"}};
+        m_tags.insert(m_tags.begin() + std::ptrdiff_t(place), std::begin(group), std::end(group));
+        m_changed = true;
+        return;
+    }
+    std::size_t end = i + 1;
+    while (end < m_tags.size() && m_tags[end].code != 102 && m_tags[end].code != 100)
+        ++end;
+    if (handle == 0) {
+        end += end < m_tags.size() && m_tags[end].code == 102;
+        m_tags.erase(m_tags.begin() + std::ptrdiff_t(i), m_tags.begin() + std::ptrdiff_t(end));
+        m_changed = true;
+        return;
+    }
+    for (++i; i < end; ++i) {
+        if ((m_tags[i].code == 360 || m_tags[i].code == 350) && handleIn(m_tags[i]) != handle)
+            replace(i, zvdxf::formatHandle(handle));
+    }
+}
+
+bool ZvDbRecordWriter::isSameData(const OwnedTag &a, const OwnedTag &b) const
+{
+    if (a.code != b.code)
+        return false;
+    switch (zvdxf::valueKind(a.code)) {
+    case zvdxf::ValueKind::Real:
+        return realOf(a) == realOf(b);
+    case zvdxf::ValueKind::Text:
+        return a.value == b.value || decoded(a.value) == decoded(b.value);
+    case zvdxf::ValueKind::Handle:
+        return handleIn(a) == handleIn(b);
+    case zvdxf::ValueKind::Chunk:
+        return a.value == b.value;
+    default:
+        return integerOf(a) == integerOf(b);
+    }
+}
+
 void ZvDbRecordWriter::setExtendedData(const std::vector<OwnedTag> &tags)
 {
     std::size_t first = 0;
     while (first < m_tags.size() && m_tags[first].code < 1000)
         ++first;
-    const bool isSame = m_tags.size() - first == tags.size()
-        && std::equal(tags.begin(), tags.end(), m_tags.begin() + std::ptrdiff_t(first),
-                      [](const OwnedTag &a, const OwnedTag &b) { return a.code == b.code && a.value == b.value; });
+    const std::vector<OwnedTag> before(m_tags.begin() + std::ptrdiff_t(first), m_tags.end());
+    std::vector<OwnedTag> result = tags;
+    // Each application's data follows what the record has of that application, tag by tag.
+    std::size_t old = before.size();
+    bool isSame = before.size() == tags.size();
+    for (std::size_t i = 0; i < result.size(); ++i, ++old) {
+        if (result[i].code == 1001)
+            old = std::size_t(std::find_if(before.begin(), before.end(),
+                                           [&](const OwnedTag &tag) { return isSameData(tag, result[i]); })
+                              - before.begin());
+        if (old < before.size() && isSameData(before[old], result[i]))
+            result[i] = before[old];
+        isSame = isSame && old == i && isSameData(before[i], result[i]);
+    }
     if (isSame)
         return;
     m_changed = true;
     m_tags.resize(first);
-    m_tags.insert(m_tags.end(), tags.begin(), tags.end());
+    m_tags.insert(m_tags.end(), result.begin(), result.end());
 }
 
 void ZvDbRecordWriter::putInteger(int code, std::int64_t value, bool insertMissing)

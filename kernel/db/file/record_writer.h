@@ -29,7 +29,9 @@ public:
     void remove(int code);
     /// Handle and owner, in front of the first marker. An owner of 0 is left as it is.
     void setHead(int handleCode, std::uint64_t handle, std::uint64_t owner);
-    /// Replaces all extended data.
+    /// The group that names the extension dictionary; 0 takes it out. To be called when all fields are told.
+    void setExtensionDictionary(std::uint64_t handle);
+    /// Replaces all extended data. What says the same as before keeps its bytes. To be called when all fields are told.
     void setExtendedData(const std::vector<zvdxf::OwnedTag> &tags);
     std::string encoded(const ZvString &text) const;
 
@@ -86,6 +88,8 @@ private:
     zvdxf::OwnedTag made(const Group &group);
     bool isSame(const Group &group, const zvdxf::OwnedTag &tag) const;
     Group group(const zvdxf::OwnedTag &tag) const;
+    /// Whether two tags of extended data say the same.
+    bool isSameData(const zvdxf::OwnedTag &a, const zvdxf::OwnedTag &b) const;
     ZvString decoded(const std::string &value) const;
 
     const zvdxf::TextCodec &m_codec;

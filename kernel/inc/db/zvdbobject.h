@@ -55,6 +55,9 @@ public:
     Zv::ErrorStatus setXData(const ZvResBuf *chain);
     /// Id of the object's extension dictionary, null when it has none.
     ZvDbObjectId extensionDictionary() const;
+    /// Gives the object an extension dictionary, if it has none yet. The object must be open for write.
+    /// eNoDatabase, eNotOpenForWrite.
+    Zv::ErrorStatus createExtensionDictionary(ZvDbObjectId &id);
 
     /// A copy that belongs to no database. Owned by the caller; null for classes that are not copied.
     ZvRxObject *clone() const override;

@@ -143,22 +143,6 @@ std::string madeDrawing()
     return bytes;
 }
 
-template <class Table, class Record>
-ZvDbObjectId addRecord(ZvDbDatabase &database, const ZvString &name, const std::function<void(Record &)> &set = {})
-{
-    Table *table = nullptr;
-    EXPECT_EQ(database.getSymbolTable(table, ZvDb::kForWrite), Zv::eOk);
-    Record *record = new Record;
-    record->setName(name);
-    ZvDbObjectId id;
-    EXPECT_EQ(table->add(record, id), Zv::eOk);
-    if (set)
-        set(*record);
-    record->close();
-    table->close();
-    return id;
-}
-
 } // namespace
 
 TEST(Added, recordsOfEveryTableAreReadAgain)

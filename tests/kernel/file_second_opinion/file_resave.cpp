@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // file_resave new OUT                 a new drawing with an entity of every kind that can be made
 // file_resave add|copy|erase IN OUT   a drawing with things added, every entity copied, every second one erased
+// file_resave settings IN OUT         every current setting another one
+// file_resave viewport OUT            a new drawing that is worked in through a viewport of its layout
+// file_resave recolor IN OUT          every entity of another colour, on another layer
 #include "file_support.h"
 
 #include <cstdio>
@@ -105,6 +108,26 @@ void erase(ZvDbDatabase &database)
     }
 }
 
+void workInAViewport(ZvDbDatabase &database)
+{
+    database.setTilemode(false);
+    ZvDbObjectId viewport;
+    database.appendEntity(new ZvDbViewport, database.paperSpaceId(), viewport);
+    database.setCurrentViewport(viewport);
+}
+
+void recolor(ZvDbDatabase &database)
+{
+    const ZvDbObjectId layer = addRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(database, L"Picked layer");
+    ZvCmColor color;
+    color.setColorIndex(77);
+    for (const ZvDbObjectId id : entitiesOf(database.modelSpaceId()))
+        change<ZvDbEntity>(id, [&](ZvDbEntity &entity) {
+            entity.setColor(color, true);
+            entity.setLayer(layer, true);
+        });
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -122,6 +145,12 @@ int main(int argc, char **argv)
         copy(*database);
     else if (mode == "erase")
         erase(*database);
+    else if (mode == "settings")
+        changeSettings(*database);
+    else if (mode == "viewport")
+        workInAViewport(*database);
+    else if (mode == "recolor")
+        recolor(*database);
     else
         return 2;
     if (database->saveAs(argv[argc - 1], report) != Zv::eOk) {

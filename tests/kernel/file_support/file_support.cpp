@@ -237,3 +237,46 @@ std::string text(std::initializer_list<std::pair<int, const char *>> tags)
         result += std::to_string(code) + "\n" + value + "\n";
     return result;
 }
+
+void changeSettings(ZvDbDatabase &database)
+{
+    const ZvDb::FileVersion version = database.fileVersion();
+    ZvCmColor green;
+    green.setColorIndex(3);
+    database.beginUndoStep("settings");
+    EXPECT_EQ(database.setCecolor(green), Zv::eOk);
+    EXPECT_EQ(database.setCeltype(addRecord<ZvDbLinetypeTable, ZvDbLinetypeTableRecord>(database, L"Picked dashes")),
+              Zv::eOk);
+    EXPECT_EQ(database.setClayer(addRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(database, L"Picked layer")), Zv::eOk);
+    const ZvDbObjectId textStyle = addRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(database, L"Picked texts");
+    EXPECT_EQ(database.setTextstyle(textStyle), Zv::eOk);
+    const ZvDbObjectId dimStyle = addRecord<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>(database, L"Picked dimensions");
+    change<ZvDbDimStyleTableRecord>(dimStyle, [](ZvDbDimStyleTableRecord &style) { style.setReal("DIMSCALE", 12.5); });
+    EXPECT_EQ(database.setDimstyle(dimStyle), Zv::eOk);
+    EXPECT_EQ(database.setDimstyleData(dimStyle), Zv::eOk);
+    database.setTilemode(true);
+    EXPECT_EQ(database.setUcs({1, 2, 3}, {0, 1, 0}, {-1, 0, 0},
+                              addRecord<ZvDbUCSTable, ZvDbUCSTableRecord>(database, L"Picked system"), 0),
+              Zv::eOk);
+    if (version >= ZvDb::kR13)
+        change<ZvDbTextStyleTableRecord>(textStyle, [](ZvDbTextStyleTableRecord &style) {
+            EXPECT_EQ(style.setFont(L"Liberation Sans", true, true), Zv::eOk);
+        });
+    if (version >= ZvDb::kR2000) {
+        EXPECT_EQ(database.setCelweight(ZvDb::kLnWt070), Zv::eOk);
+        addEntry<ZvDbPlaceHolder>(database.plotStyleDictionaryId(true), L"Picked plot style");
+        EXPECT_EQ(database.setCplotstyle(L"Picked plot style"), Zv::eOk);
+        EXPECT_EQ(
+            database.setTablestyle(addEntry<ZvDbTableStyle>(database.tableStyleDictionaryId(true), L"Picked tables")),
+            Zv::eOk);
+        EXPECT_EQ(database.setMleaderstyle(
+                      addEntry<ZvDbMLeaderStyle>(database.mleaderStyleDictionaryId(true), L"Picked leaders")),
+                  Zv::eOk);
+        addEntry<ZvDbDictionaryVar>(database.layerStateDictionaryId(true), L"Picked state");
+    }
+    if (version >= ZvDb::kR2007) {
+        const ZvDbObjectId material = addEntry<ZvDbMaterial>(database.materialDictionaryId(true), L"Picked material");
+        EXPECT_EQ(database.setCmaterial(material), Zv::eOk);
+    }
+    database.endUndoStep();
+}

@@ -7,6 +7,8 @@
 #include "db/zvdbstyles.h"
 #include "dxf_store.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -71,6 +73,39 @@ template <class T> bool change(ZvDbObjectId id, const std::function<void(T &)> &
 std::vector<ZvDbObjectId> entitiesOf(ZvDbObjectId block);
 /// All records of a table that are not erased.
 std::vector<ZvDbObjectId> recordsOf(ZvDbObjectId table);
+
+/// Adds a record to a table.
+template <class Table, class Record>
+ZvDbObjectId addRecord(ZvDbDatabase &database, const ZvString &name, const std::function<void(Record &)> &set = {})
+{
+    Table *table = nullptr;
+    EXPECT_EQ(database.getSymbolTable(table, ZvDb::kForWrite), Zv::eOk);
+    Record *record = new Record;
+    record->setName(name);
+    ZvDbObjectId id;
+    EXPECT_EQ(table->add(record, id), Zv::eOk);
+    if (set)
+        set(*record);
+    record->close();
+    table->close();
+    return id;
+}
+
+/// Adds an object to a dictionary.
+template <class Object> ZvDbObjectId addEntry(ZvDbObjectId dictionary, const ZvString &name)
+{
+    ZvDbObjectId id;
+    ZvDbObjectPointer<ZvDbDictionary> entries(dictionary, ZvDb::kForWrite);
+    EXPECT_TRUE(entries);
+    Object *object = new Object;
+    if (entries && entries->setAt(name, object, id) == Zv::eOk)
+        object->close();
+    return id;
+}
+
+/// Everything that the property controls can set without a selection, as one step of undo: each gets an object of its
+/// own, called "Picked ...".
+void changeSettings(ZvDbDatabase &database);
 
 /// The tags as a text file has them, for tests that write their own drawings.
 std::string text(std::initializer_list<std::pair<int, const char *>> tags);
