@@ -257,7 +257,7 @@ void MainWindow::makeMenus()
     QMenu *tasks = dialogs->addMenu(tr("&Task Dialog"));
     tasks->setObjectName(QStringLiteral("taskDialogMenu"));
     addDemos(tasks, taskDialogDemos());
-    QMenu *colors = dialogs->addMenu(tr("&Colour Dialog"));
+    QMenu *colors = dialogs->addMenu(tr("Co&lour Dialog"));
     colors->setObjectName(QStringLiteral("colorDialogMenu"));
     addDemos(colors, colorDialogDemos());
     dialogs->addSeparator();

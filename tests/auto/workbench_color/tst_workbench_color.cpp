@@ -70,6 +70,7 @@ private Q_SLOTS:
     void cancellingColorLeavesTheColour();
     void colorWithAValueAsksNothing();
     void thereIsOneColorCommand();
+    void lettersOfTheDialogMenusDiffer();
     void everyDialogOfTheMenu_data();
     void everyDialogOfTheMenu();
     void theControlsWindowTellsWhatIsPicked();
@@ -254,6 +255,21 @@ void tst_workbench_color::thereIsOneColorCommand()
     for (const ZvEdCommand *command : commands)
         count += command->globalName == "COLOR" ? 1 : 0;
     QCOMPARE(count, 1);
+}
+
+void tst_workbench_color::lettersOfTheDialogMenusDiffer()
+{
+    for (const char *name : {"dialogsMenu", "colorDialogMenu"}) {
+        QMap<QKeySequence, QString> texts;
+        for (const QAction *action : window().findChild<QMenu *>(QLatin1String(name))->actions()) {
+            const QKeySequence letter = QKeySequence::mnemonic(action->text());
+            if (letter.isEmpty())
+                continue;
+            QVERIFY2(!texts.contains(letter), qPrintable(texts[letter] + QLatin1String(", ") + action->text()));
+            texts[letter] = action->text();
+        }
+        QVERIFY(!texts.isEmpty());
+    }
 }
 
 void tst_workbench_color::everyDialogOfTheMenu_data()
