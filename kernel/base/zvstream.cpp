@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 ZVRX_DEFINE_MEMBERS(ZvStreamBuf, ZvRxObject)
 ZVRX_DEFINE_MEMBERS(ZvFlatMemStream, ZvStreamBuf)
@@ -74,12 +76,15 @@ public:
     {
         if (access != kRead || creation != kOpenExisting)
             return nullptr;
-        std::FILE *file = std::fopen(fileName.toUtf8().c_str(), "rbe");
-        if (!file)
+        // Without blocking: the opening of a pipe would wait for somebody who writes to it.
+        const int descriptor = open(fileName.toUtf8().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        if (descriptor < 0)
             return nullptr;
         struct stat info = {};
-        if (fstat(fileno(file), &info) != 0 || !S_ISREG(info.st_mode)) {
-            std::fclose(file);
+        const bool isFile = fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode);
+        std::FILE *file = isFile ? fdopen(descriptor, "rb") : nullptr;
+        if (!file) {
+            close(descriptor);
             return nullptr;
         }
         return ZvStreamBufPtr::adopt(new ZvRxObjectImpl<FileStream>(file, std::uint64_t(info.st_size)));

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -205,6 +207,11 @@ TEST(ZvSystemServices, openExistingFilesForReadingOnly)
     EXPECT_EQ(std::string(start, 4), "\x7f" "ELF");
     EXPECT_TRUE(services->openFile("/no such folder/file", 0x80000000u, 64, 3).isNull());
     EXPECT_TRUE(services->openFile("/", 0x80000000u, 64, 3).isNull());
+    // Nor does it wait for somebody to write to a pipe.
+    const std::string pipe = "/tmp/zv_objects_pipe_" + std::to_string(getpid());
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_TRUE(services->openFile(pipe.c_str(), 0x80000000u, 64, 3).isNull());
+    unlink(pipe.c_str());
     EXPECT_TRUE(services->openFile("/proc/self/exe", 0x40000000u, 64, 3).isNull());
     zvrxSetSystemServices(nullptr);
     EXPECT_EQ(zvrxSystemServices(), nullptr);
