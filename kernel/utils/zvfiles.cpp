@@ -29,7 +29,8 @@ namespace {
 constexpr std::size_t kMaxComponent = 255;
 constexpr std::size_t kMaxPath = 4095;
 constexpr std::size_t kMaxPipeOutput = 1 << 20;
-constexpr auto kMaxPipeTime = std::chrono::seconds(5);
+constexpr auto kMaxPipeTime = std::chrono::seconds(2);
+constexpr int kMaxBurialMs = 100;
 
 std::string withoutEndingSlashes(std::string path)
 {
@@ -63,6 +64,7 @@ public:
     /// True when the command ended by itself with status 0.
     bool run(std::string &output)
     {
+        buryLeftOver();
         const auto deadline = std::chrono::steady_clock::now() + kMaxPipeTime;
         bool open = true;
         while (open || !m_ended) {
@@ -84,6 +86,21 @@ public:
 
 private:
     enum Read { kNothing, kSome, kEnd };
+
+    /// Commands of earlier calls that would not end.
+    static std::vector<pid_t> &leftOver()
+    {
+        static std::vector<pid_t> commands;
+        return commands;
+    }
+
+    static void buryLeftOver()
+    {
+        std::vector<pid_t> &commands = leftOver();
+        commands.erase(std::remove_if(commands.begin(), commands.end(),
+                                      [](pid_t command) { return waitpid(command, nullptr, WNOHANG) != 0; }),
+                       commands.end());
+    }
 
     Read readSome(std::string &output)
     {
@@ -115,8 +132,11 @@ private:
     bool stop()
     {
         kill(-m_child, SIGKILL);
+        // A command that hangs in the system, on a dead disk for one, outlives the signal. It is left to a later call.
+        for (int i = 0; i < kMaxBurialMs && !pollEnd(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         if (!m_ended)
-            waitpid(m_child, nullptr, 0);
+            leftOver().push_back(m_child);
         return false;
     }
 

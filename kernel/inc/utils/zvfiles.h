@@ -30,8 +30,8 @@ ZV_EXPORT long long zvutGetFileSize(const ZvUtf8String &path);
 ZV_EXPORT ZvUtf8String zvutGetUserName();
 /// Without "/" at the end.
 ZV_EXPORT ZvUtf8String zvutGetHomeDir();
-/// Runs a command by the shell and collects what it prints. Waits at most 5 seconds and takes at most 1 MiB, then ends
-/// the command with its children. Failure: false and an empty output.
+/// Runs a command by the shell and collects what it prints. Waits at most 2 seconds and takes at most 1 MiB, then ends
+/// the command with its children, and does not wait for one that cannot be ended. Failure: false and an empty output.
 ZV_EXPORT bool zvutPipeCmd(const ZvUtf8String &command, ZvUtf8String &output);
 /// Plot style table files in the folders of the settings ("paths/plotStylePaths"): ".ctb" with \a byColor, else ".stb",
 /// as full paths sorted by name. The last argument is null.

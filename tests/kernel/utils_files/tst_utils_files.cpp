@@ -9,7 +9,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
+#include <cstddef>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <thread>
 #include <unistd.h>
 
 class UtilsFilesTest : public QObject
@@ -35,6 +42,7 @@ private slots:
     void aChildThatKeepsThePipeIsNotWaitedFor();
     void outputClosedBeforeTheEndStillCounts();
     void aCommandThatNeverEndsIsEndedWithItsChildren();
+    void aCommandThatCannotBeEndedIsNotWaitedFor();
     void plotStylesAreListedByKindAndName();
 };
 
@@ -265,6 +273,47 @@ void UtilsFilesTest::aCommandThatNeverEndsIsEndedWithItsChildren()
     QVERIFY(child > 1);
     // It is nobody's child any more; the system takes a moment to bury it.
     QTRY_VERIFY(kill(child, 0) != 0 || QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(child)).isEmpty());
+}
+
+/// Takes the right to send signals from the calling thread, for good.
+static bool giveUpKill()
+{
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_kill, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EPERM),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{4, program};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+void UtilsFilesTest::aCommandThatCannotBeEndedIsNotWaitedFor()
+{
+    QTemporaryDir folder;
+    const QString pidFile = folder.filePath("pid");
+    const QByteArray command = "echo $$ > '" + pidFile.toUtf8() + "'; exec sleep 30";
+    bool isRefused = false;
+    bool isDone = true;
+    std::thread caller([&] {
+        isRefused = giveUpKill();
+        ZvUtf8String output;
+        isDone = !isRefused || zvutPipeCmd(command.constData(), output);
+    });
+    caller.join();
+    if (!isRefused)
+        QSKIP("the system does not let a thread give up a right");
+    QVERIFY(!isDone);
+    QFile file(pidFile);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const int child = file.readAll().trimmed().toInt();
+    QVERIFY(child > 1);
+    QVERIFY(!QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(child)).isEmpty()); // it still runs
+    kill(child, SIGKILL);
+    // A later call buries it.
+    ZvUtf8String output;
+    const auto isBuried = [&] { return zvutPipeCmd("true", output) && kill(child, 0) != 0; };
+    QTRY_VERIFY(isBuried());
 }
 
 void UtilsFilesTest::plotStylesAreListedByKindAndName()
