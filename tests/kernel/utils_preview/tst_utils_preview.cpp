@@ -1,70 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "previewfiles.h"
+
 #include "utils/zvpreview.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTest>
 
 namespace {
-
-const char kSentinel[] = "\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B";
-
-QByteArray le32(quint32 value)
-{
-    QByteArray bytes(4, 0);
-    for (int i = 0; i < 4; ++i)
-        bytes[i] = char(value >> (8 * i));
-    return bytes;
-}
-
-/// A bitmap without file header: 8 bits a pixel, all of them index 5.
-QByteArray bitmap(int width, int height)
-{
-    const int row = (width + 3) / 4 * 4;
-    QByteArray bytes = le32(40) + le32(quint32(width)) + le32(quint32(height)) + QByteArray("\x01\x00\x08\x00", 4)
-        + QByteArray(24, 0);
-    bytes += QByteArray(1024, '\x33') + QByteArray(row * height, '\x05');
-    return bytes;
-}
-
-QByteArray png(int width, int height)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-struct Part
-{
-    int kind;
-    QByteArray content;
-    quint32 claimedSize = 0;
-    quint32 claimedStart = 0;
-};
-
-/// The head of a drawing file with these pictures behind it.
-QByteArray drawing(const QVector<Part> &parts, const QByteArray &version = "AC1027")
-{
-    const quint32 seeker = 0x100;
-    QByteArray file = version + QByteArray(0x0D - version.size(), 0) + le32(seeker);
-    file = file.leftJustified(int(seeker), 0);
-    file += QByteArray(kSentinel, 16);
-    const quint32 content = seeker + 16 + 4 + 1 + quint32(parts.size()) * 9;
-    QByteArray entries;
-    QByteArray contents;
-    for (const Part &part : parts) {
-        entries += char(part.kind) + le32(part.claimedStart ? part.claimedStart : content + quint32(contents.size()))
-            + le32(part.claimedSize ? part.claimedSize : quint32(part.content.size()));
-        contents += part.content;
-    }
-    return file + le32(quint32(contents.size())) + char(parts.size()) + entries + contents;
-}
 
 ZvThumbnailImage read(QByteArray file)
 {
@@ -84,7 +28,8 @@ QByteArray bytesOf(const ZvArray<unsigned char> &array)
 QImage fromBitmap(const QByteArray &bytes)
 {
     const quint32 tableSize = uchar(bytes[14]) <= 8 ? 4u << uchar(bytes[14]) : 0;
-    const QByteArray header = QByteArray("BM") + le32(quint32(bytes.size()) + 14) + le32(0) + le32(40 + 14 + tableSize);
+    const QByteArray header = QByteArray("BM") + littleEndian(quint32(bytes.size()) + 14) + littleEndian(0)
+        + littleEndian(40 + 14 + tableSize);
     return QImage::fromData(header + bytes);
 }
 
@@ -97,6 +42,8 @@ class UtilsPreviewTest : public QObject
 private slots:
     void picturesAreReadInAnyCombination_data();
     void picturesAreReadInAnyCombination();
+    void everyDepthIsRead_data();
+    void everyDepthIsRead();
     void theFirstOfTwoBitmapsCounts();
     void everyVersionIsReadAlike_data();
     void everyVersionIsReadAlike();
@@ -122,7 +69,7 @@ void UtilsPreviewTest::picturesAreReadInAnyCombination()
 {
     QFETCH(bool, hasBitmap);
     QFETCH(bool, hasPng);
-    QVector<Part> parts{{1, QByteArray(80, '\x01')}};
+    QVector<PreviewPart> parts{{1, QByteArray(80, '\x01')}};
     if (hasBitmap)
         parts.append({2, bitmap(30, 20)});
     if (hasPng)
@@ -133,6 +80,25 @@ void UtilsPreviewTest::picturesAreReadInAnyCombination()
     QCOMPARE(bytesOf(thumbnail.png), hasPng ? png(30, 20) : QByteArray());
     if (hasBitmap)
         QCOMPARE(fromBitmap(bytesOf(thumbnail.bmp)).size(), QSize(30, 20));
+}
+
+void UtilsPreviewTest::everyDepthIsRead_data()
+{
+    QTest::addColumn<int>("bits");
+    for (const int bits : {1, 4, 8, 16, 24, 32})
+        QTest::addRow("%d bits", bits) << bits;
+}
+
+void UtilsPreviewTest::everyDepthIsRead()
+{
+    QFETCH(int, bits);
+    const QColor color(0x88, 0x40, 0x10); // which 5 bits each can hold
+    const ZvThumbnailImage thumbnail = read(drawing({{2, bitmap(31, 20, bits, color)}}));
+    QCOMPARE(bytesOf(thumbnail.bmp), bitmap(31, 20, bits, color));
+    const QImage image = fromBitmap(bytesOf(thumbnail.bmp));
+    QCOMPARE(image.size(), QSize(31, 20));
+    QVERIFY(qAbs(image.pixelColor(30, 19).red() - color.red()) < 8);
+    QVERIFY(qAbs(image.pixelColor(30, 19).blue() - color.blue()) < 8);
 }
 
 void UtilsPreviewTest::theFirstOfTwoBitmapsCounts()
@@ -166,16 +132,17 @@ void UtilsPreviewTest::brokenFilesGiveNothing_data()
     QByteArray file = good;
     file[0x100] = 0;
     QTest::newRow("no sentinel") << file;
-    QTest::newRow("seeker behind the end") << QByteArray(good).replace(0x0D, 4, le32(0x7FFFFFFF));
-    QTest::newRow("seeker at the end") << QByteArray(good).replace(0x0D, 4, le32(quint32(good.size())));
+    QTest::newRow("seeker behind the end") << QByteArray(good).replace(0x0D, 4, littleEndian(0x7FFFFFFF));
+    QTest::newRow("seeker at the end") << QByteArray(good).replace(0x0D, 4, littleEndian(quint32(good.size())));
     QTest::newRow("2 GB bitmap claimed") << drawing({{2, bitmap(30, 20), 0x80000000u}});
     QTest::newRow("4 GB png claimed") << drawing({{6, png(30, 20), 0xFFFFFFFFu}});
     QTest::newRow("start behind the end") << drawing({{2, bitmap(30, 20), 0, 0xFFFFFF00u}});
     QTest::newRow("bitmap speaks of more pixels than it has")
-        << drawing({{2, bitmap(30, 20).replace(4, 4, le32(30000)).replace(8, 4, le32(20000))}});
-    QTest::newRow("bitmap 2 GB wide") << drawing({{2, bitmap(30, 20).replace(4, 4, le32(0x7FFFFFFF))}});
-    QTest::newRow("bitmap without rows") << drawing({{2, bitmap(30, 20).replace(8, 4, le32(0))}});
-    QTest::newRow("bitmap with the smallest height") << drawing({{2, bitmap(30, 20).replace(8, 4, le32(0x80000000u))}});
+        << drawing({{2, bitmap(30, 20).replace(4, 4, littleEndian(30000)).replace(8, 4, littleEndian(20000))}});
+    QTest::newRow("bitmap 2 GB wide") << drawing({{2, bitmap(30, 20).replace(4, 4, littleEndian(0x7FFFFFFF))}});
+    QTest::newRow("bitmap without rows") << drawing({{2, bitmap(30, 20).replace(8, 4, littleEndian(0))}});
+    QTest::newRow("bitmap with the smallest height")
+        << drawing({{2, bitmap(30, 20).replace(8, 4, littleEndian(0x80000000u))}});
     QTest::newRow("bitmap of 7 bits") << drawing({{2, bitmap(30, 20).replace(14, 1, "\x07")}});
     QTest::newRow("png without signature") << drawing({{6, png(30, 20).replace(0, 1, "\x88")}});
     QTest::newRow("png 2 GB wide") << drawing({{6, png(30, 20).replace(16, 4, QByteArray("\x7F\xFF\xFF\xFF", 4))}});
