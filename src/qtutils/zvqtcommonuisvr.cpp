@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvqtcommonuisvr.h"
 
+#include "common/qt_filedialog.h"
 #include "common/qt_messagebox.h"
 #include "common/qt_taskdialog.h"
 #include "common/zvcolordialog.h"
@@ -28,6 +29,11 @@ ZvRxObjectPtr makeColorDialog(QWidget *parent, const char *)
     return ZvRxObjectPtr::adopt(new Adapter(parent));
 }
 
+ZvRxObjectPtr makeFileDialog(QWidget *parent, const char *)
+{
+    return zvqt_makeFileDialog(parent, Qt::WindowFlags());
+}
+
 struct DialogRow
 {
     const wchar_t *serviceName;
@@ -38,8 +44,8 @@ struct DialogRow
 
 constexpr DialogRow kDialogs[] = {
     {L"MessageBox", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtMessageBox>},
-    {L"FileDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
-    {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, nullptr},
+    {L"FileDialogBox", ZvDialogParent::kGiven, nullptr, makeFileDialog},
+    {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, makeFileDialog},
     {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog", nullptr},
     {L"TaskDialog", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtTaskDialog>},
     {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, makeColorDialog},
