@@ -3,10 +3,12 @@
 #include "zvqtcommonuisvr.h"
 
 #include "base/zverror.h"
+#include "base/zvlog.h"
 #include "base/zvregistry.h"
 #include "core/zvsystem.h"
 #include "db/zvdbhostservice.h"
 
+#include <QFocusEvent>
 #include <QLineEdit>
 
 #include <cmath>
@@ -68,6 +70,56 @@ private:
     DatabaseExtension *m_previous;
 };
 
+/// A host that keeps the state of the echo at the time of each macro, and has nothing to give.
+class MacroHost : public ZvEdHost
+{
+public:
+    explicit MacroHost(ZvEdDisplayContext *display) : m_display(display), m_before(zvedHost()) { zvedSetHost(this); }
+    ~MacroHost() override { zvedSetHost(m_before); }
+    Q_DISABLE_COPY(MacroHost)
+    void queueFilled() override { echoes.push_back(m_display->commandEcho()); }
+    bool waitForInput(const ZvEdPrompt &) override { return false; }
+    void print(const ZvString &) override { }
+    void changeView(const ViewRequest &) override { }
+    void pick(const ZvGePoint3d &, std::vector<ZvDbObjectId> &) override { }
+    void pickWindow(const ZvGePoint3d &, const ZvGePoint3d &, bool, std::vector<ZvDbObjectId> &) override { }
+    bool currentView(ViewState &) override { return false; }
+    ZvString askFileName(bool, const ZvString &) override { return ZvString(); }
+    bool mayClose(ZvApDocument *) override { return true; }
+    ZvDbProgress *beginProgress(const ZvString &) override { return nullptr; }
+    void endProgress() override { }
+    void showFileReport(const ZvString &, const ZvDbFileReport &) override { }
+    void quit() override { }
+
+    std::vector<bool> echoes;
+
+private:
+    ZvEdDisplayContext *m_display;
+    ZvEdHost *m_before;
+};
+
+/// Why the keyboard came.
+class FocusWatch : public QLineEdit
+{
+public:
+    using QLineEdit::QLineEdit;
+    Qt::FocusReason reason = Qt::NoFocusReason;
+
+protected:
+    void focusInEvent(QFocusEvent *event) override
+    {
+        reason = event->reason();
+        QLineEdit::focusInEvent(event);
+    }
+};
+
+std::vector<QByteArray> s_logLines;
+
+void keepLogLine(int level, int, const char *file, const char *function, const char *text)
+{
+    s_logLines.push_back(QByteArray::number(level) + ' ' + file + ' ' + function + ' ' + text);
+}
+
 // A drawing whose layers a program cannot make: one of an external reference.
 const char kDrawingWithReference[] = "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n2\n"
                                      "0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n"
@@ -109,12 +161,20 @@ private Q_SLOTS:
     void pickIsOneStepOfUndo();
     void pickDuringACommandFallsIntoIt();
     void pickDuringADialogIsWrittenAtOnce();
+    void pickWithUnreadableCommandStateIssuesTheMacro();
+    void macroIsIssuedUnseen();
+    void unknownRequestDoesNothing_data();
+    void unknownRequestDoesNothing();
+    void newRequestIsEmpty();
     void commandEchoIsPutBack_data();
     void commandEchoIsPutBack();
     void pickWorksWithoutAnEditingContext();
     void pickWithoutADrawingWritesNothing();
     void pickWithoutTheServiceIsLost();
     void pickThrowsWhereTheServiceIsOfAWrongClass();
+    void commandFailsWhereTheServiceIsOfAWrongClass();
+    void dimensionStyleBringsItsVariables();
+    void unknownDimensionStyleIsTheLastOne();
     void settersFillWhatTheTableSays_data();
     void settersFillWhatTheTableSays();
     void invalidCurrentTableStyleStays();
@@ -134,6 +194,10 @@ private Q_SLOTS:
     void erasedLayerIsRefused();
     void emptyLayerNameIsRefused();
     void layerThatCannotBeReadIsPassedOn();
+    void layerIsPassedOnWithoutACurrentDrawing();
+    void layerErasedMeanwhileStaysAway();
+    void layerHeldByAReaderBecomesCurrent();
+    void layerThatBecomesCurrentIsNotTold();
 
     // layer states
     void layerStateIsFlipped_data();
@@ -150,7 +214,9 @@ private Q_SLOTS:
     // readers
     void currentColorIndex();
     void colorOfTheLayerFollowsTheSelection();
+    void colorOfNoLayerThatOpensIsTheDefault();
     void currentLayerColorNeverLooksAtTheSelection();
+    void currentLayerColorBringsTheUsageUpToDate();
     void defaultLineWeightComesFromTheApplication();
     void lineWeightHasItsLabel_data();
     void lineWeightHasItsLabel();
@@ -162,6 +228,8 @@ private Q_SLOTS:
     void workBlockIsModelSpaceWithTiles();
     void workBlockIsThePaperOnALayout();
     void workBlockIsModelSpaceInsideAViewport();
+    void workBlockIsModelSpaceInTheBlockEditor();
+    void workBlockIsNullForALayoutWithoutABlock();
     void workBlockIsNullWithoutALayoutObject();
     void workBlockThrowsForAnObjectThatIsNoLayout();
     void focusGoesToTheMainView();
@@ -422,6 +490,110 @@ void TestFacadeCurrent::pickDuringADialogIsWrittenAtOnce()
     zvedDialogEnded();
     QCOMPARE(drawing().cecolor(), colorOfIndex(4));
     QVERIFY(!zvedQueueHasInput());
+}
+
+void TestFacadeCurrent::pickWithUnreadableCommandStateIssuesTheMacro()
+{
+    // Even while a command runs: what cannot be read counts as none.
+    const WorkCommand command([] {
+        zvedSetVarReadable(L"CMDACTIVE", false);
+        ZevaUISetting::setCeColor(colorOfIndex(4));
+        zvedSetVarReadable(L"CMDACTIVE", true);
+        QCOMPARE(drawing().cecolor(), ZvCmColor()); // not here
+        QVERIFY(zvedQueueHasInput());
+    });
+    QVERIFY(runMacro(L"TESTWORK"));
+    QCOMPARE(drawing().cecolor(), colorOfIndex(4));
+}
+
+void TestFacadeCurrent::macroIsIssuedUnseen()
+{
+    ZvEdDisplayContext *display = document()->editingContext()->displayContext();
+    const MacroHost host(display);
+    QVERIFY(display->commandEcho());
+    ZevaUISetting::setCeColor(colorOfIndex(4));
+    QCOMPARE(host.echoes, std::vector<bool> {false}); // switched off for the macro alone
+    QVERIFY(display->commandEcho());
+    QVERIFY(runCommands());
+}
+
+void TestFacadeCurrent::unknownRequestDoesNothing_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("below the first") << -1;
+    QTest::newRow("beyond the last") << 10;
+    QTest::newRow("far beyond") << 1000000;
+}
+
+void TestFacadeCurrent::unknownRequestDoesNothing()
+{
+    QFETCH(int, kind);
+    ZvUiPendingUpdate update;
+    update.kind = kind;
+    update.color = colorOfIndex(4);
+    update.name = L"0";
+    mailbox()->setPendingUpdate(update);
+    drawing().clearUndo();
+    QVERIFY(runMacro(L"GLOBAL_UI_UPDATEDB"));
+    QVERIFY(!drawing().canUndo());
+    QCOMPARE(mailbox()->pendingUpdate()->kind, kind); // it stays as it is
+}
+
+void TestFacadeCurrent::newRequestIsEmpty()
+{
+    const ZvUiPendingUpdate update;
+    QCOMPARE(update.kind, 0);
+    QCOMPARE(update.color, ZvCmColor());
+    QCOMPARE(update.firstWord, std::int64_t(0));
+    QCOMPARE(update.secondWord, std::uint64_t(0));
+    QVERIFY(update.name.isEmpty());
+    const ZevaUISetting::EntityValue value;
+    QCOMPARE(value.color, ZvCmColor());
+    QCOMPARE(int(value.lineWeight), 0);
+    QVERIFY(value.objectId.isNull());
+    QVERIFY(value.name.isEmpty());
+    QCOMPARE(int(ZevaUISetting::kLayerOnOff), 0);
+    QCOMPARE(int(ZevaUISetting::kLayerFreeze), 1);
+    QCOMPARE(int(ZevaUISetting::kLayerLock), 2);
+    QCOMPARE(int(ZevaUISetting::kLayerColor), 3);
+}
+
+void TestFacadeCurrent::commandFailsWhereTheServiceIsOfAWrongClass()
+{
+    ZevaUISetting::setCeColor(colorOfIndex(4));
+    zv_arbitDict_regservice(L"Dialog/Common", ZvRxObjectPtr::adopt(new ZvRxObjectImpl<ZvRxDictionary>));
+    QVERIFY(!runCommands());
+    QCOMPARE(drawing().cecolor(), ZvCmColor());
+    QCOMPARE(variable(L"CMDACTIVE"), 0.0);
+}
+
+void TestFacadeCurrent::dimensionStyleBringsItsVariables()
+{
+    const ZvDbObjectId style = addDimStyle(L"Fine");
+    change<ZvDbDimStyleTableRecord>(style, [](ZvDbDimStyleTableRecord &record) { record.setReal("DIMSCALE", 12.5); });
+    drawing().clearUndo();
+    ZevaUISetting::setCDimStyle(ZvDbObjectId(), L"Fine");
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().dimstyle(), style);
+    QCOMPARE(variable(L"DIMSCALE"), 12.5);
+    QVERIFY(drawing().undo());
+    QVERIFY(variable(L"DIMSCALE") != 12.5);
+    QVERIFY(!drawing().canUndo()); // style and variables in one step
+}
+
+void TestFacadeCurrent::unknownDimensionStyleIsTheLastOne()
+{
+    addDimStyle(L"Fine");
+    const ZvDbObjectId last = addDimStyle(L"Last");
+    ZevaUISetting::setCDimStyle(ZvDbObjectId(), L"no such name");
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().dimstyle(), last);
+    const ZvDbObjectId dimension = add(new ZvDbDimension);
+    change<ZvDbDimension>(dimension, [](ZvDbDimension &entity) { entity.setDimensionStyle(find(5, L"Fine")); });
+    select({dimension});
+    ZevaUISetting::setCDimStyle(ZvDbObjectId(), L"no such name");
+    QVERIFY(runCommands());
+    read<ZvDbDimension>(dimension, [=](const ZvDbDimension &entity) { QCOMPARE(entity.dimensionStyle(), last); });
 }
 
 void TestFacadeCurrent::commandEchoIsPutBack_data()
@@ -686,6 +858,50 @@ void TestFacadeCurrent::layerThatCannotBeReadIsPassedOn()
     QVERIFY(ZevaUISetting::setCLayer(layer, L""));
 }
 
+void TestFacadeCurrent::layerIsPassedOnWithoutACurrentDrawing()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.setIsFrozen(true); });
+    const MessageBoxes boxes;
+    zvdbSetCurDatabase(nullptr);
+    QVERIFY(ZevaUISetting::setCLayer(layer, L""));
+    QVERIFY(!ZevaUISetting::setCLayer(ZvDbObjectId(), L"Walls")); // without one no name is found
+    QVERIFY(runCommands());
+    zvdbSetCurDatabase(document()->database());
+    QVERIFY(boxes.shown().empty());
+    QCOMPARE(drawing().clayer(), layerNamed(L"0"));
+}
+
+void TestFacadeCurrent::layerErasedMeanwhileStaysAway()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    QVERIFY(ZevaUISetting::setCLayer(layer, L""));
+    change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.erase(); });
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().clayer(), layerNamed(L"0"));
+}
+
+void TestFacadeCurrent::layerHeldByAReaderBecomesCurrent()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    const ZvDbObjectPointer<ZvDbLayerTableRecord> held(layer, ZvDb::kForRead);
+    QVERIFY(ZevaUISetting::setCLayer(layer, L""));
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().clayer(), layer);
+}
+
+void TestFacadeCurrent::layerThatBecomesCurrentIsNotTold()
+{
+    // Its frozen state is written as it is, which is no change.
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    const std::uint64_t stamp = drawing().changeStamp(drawing().layerTableId());
+    QVERIFY(ZevaUISetting::setCLayer(layer, L""));
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().clayer(), layer);
+    QCOMPARE(drawing().changeStamp(drawing().layerTableId()), stamp);
+    QVERIFY(!ZevaUISetting::getLayInfo(L"Walls").isFrozen);
+}
+
 // ---- layer states
 
 void TestFacadeCurrent::layerStateIsFlipped_data()
@@ -827,6 +1043,37 @@ void TestFacadeCurrent::colorOfTheLayerFollowsTheSelection()
     QCOMPARE(ZevaUISetting::getCLayerColor(), ZvCmColor());
 }
 
+void TestFacadeCurrent::colorOfNoLayerThatOpensIsTheDefault()
+{
+    const ZvDbObjectId walls = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(walls, [](ZvDbLayerTableRecord &record) { record.setColor(colorOfIndex(1)); });
+    const ZvDbObjectId line = addLine();
+    change<ZvDbEntity>(line, [=](ZvDbEntity &entity) { entity.setLayer(walls); });
+    select({line});
+    drawing().setClayer(walls);
+    const ZvDbObjectPointer<ZvDbLayerTableRecord> held(walls, ZvDb::kForWrite);
+    QCOMPARE(ZevaUISetting::getCLayerColor(), ZvCmColor());
+    selection().clear();
+    QCOMPARE(ZevaUISetting::getCLayerColor(), ZvCmColor());
+}
+
+void TestFacadeCurrent::currentLayerColorBringsTheUsageUpToDate()
+{
+    const ZvDbObjectId walls = addLayer(L"Walls");
+    const ZvDbObjectId empty = addLayer(L"Empty");
+    const ZvDbObjectId line = addLine();
+    const auto isUsed = [](ZvDbObjectId layer) {
+        return read<ZvDbLayerTableRecord>(layer, [](const ZvDbLayerTableRecord &record) { return record.isInUse(); });
+    };
+    for (const ZvDbObjectId layer : {walls, empty}) {
+        change<ZvDbEntity>(line, [=](ZvDbEntity &entity) { entity.setLayer(layer); });
+        ZvCmColor color;
+        QCOMPARE(int(ZevaUISetting::getCurrentLayerColor(color)), 0);
+        QCOMPARE(isUsed(walls), layer == walls);
+        QCOMPARE(isUsed(empty), layer == empty);
+    }
+}
+
 void TestFacadeCurrent::currentLayerColorNeverLooksAtTheSelection()
 {
     const ZvDbObjectId walls = addLayer(L"Walls");
@@ -941,6 +1188,34 @@ void TestFacadeCurrent::workBlockIsModelSpaceInsideAViewport()
     QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().paperSpaceId());
 }
 
+void TestFacadeCurrent::workBlockIsModelSpaceInTheBlockEditor()
+{
+    drawing().setTilemode(false);
+    zvedSetBlockEditorOpen(true);
+    const int level = zeva_log_level();
+    const ZvLogHandler handler = zvSetLogHandler(keepLogLine);
+    s_logLines.clear();
+    zeva_set_log_level(6);
+    QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().modelSpaceId());
+    QVERIFY(s_logLines.empty());
+    zeva_set_log_level(5);
+    QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().modelSpaceId());
+    zeva_set_log_level(level);
+    zvSetLogHandler(handler);
+    zvedSetBlockEditorOpen(false);
+    QCOMPARE(s_logLines.size(), std::size_t(1));
+    QCOMPARE(s_logLines[0], QByteArray("5 zvodasetting getWorkBlockRecId 后面要加上块在位编辑时返回的块表记录"));
+    QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().paperSpaceId());
+}
+
+void TestFacadeCurrent::workBlockIsNullForALayoutWithoutABlock()
+{
+    drawing().setTilemode(false);
+    ZvDbLayout layout; // on its paper, which no block holds
+    const LayoutLink link(&layout);
+    QVERIFY(ZevaUISetting::getWorkBlockRecId(&drawing()).isNull());
+}
+
 void TestFacadeCurrent::workBlockIsNullWithoutALayoutObject()
 {
     drawing().setTilemode(false);
@@ -966,7 +1241,7 @@ void TestFacadeCurrent::focusGoesToTheMainView()
 {
     QWidget window;
     QLineEdit control(&window);
-    QLineEdit view(&window);
+    FocusWatch view(&window);
     MainWindow main;
     main.viewWidget = &view;
     CHcSystem::instance()->application()->setWindow(&main);
@@ -977,6 +1252,7 @@ void TestFacadeCurrent::focusGoesToTheMainView()
     QVERIFY(control.hasFocus());
     ZevaUISetting::restoreFocus2MainView();
     QVERIFY(view.hasFocus());
+    QCOMPARE(view.reason, Qt::OtherFocusReason);
     CHcSystem::instance()->application()->setWindow(nullptr);
 }
 

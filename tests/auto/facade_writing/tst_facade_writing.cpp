@@ -4,7 +4,9 @@
 #include "base/zverror.h"
 #include "db/zvdbhostservice.h"
 
+#include <algorithm>
 #include <functional>
+#include <new>
 
 namespace {
 
@@ -16,6 +18,15 @@ EntityValue colorValue(int index)
     value.color = colorOfIndex(index);
     return value;
 }
+
+const char kReferenceWithAttribute[]
+    = "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n"
+      "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\n0\n2\nDoor\n70\n2\n10\n0.0\n20\n0.0\n30\n0."
+      "0\n3\nDoor\n0\nENDBLK\n8\n0\n0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n"
+      "0\nINSERT\n8\n0\n66\n1\n2\nDoor\n10\n0.0\n20\n0.0\n30\n0.0\n"
+      "0\nATTRIB\n8\n0\n10\n0.0\n20\n0.0\n30\n0.0\n40\n2.5\n1\nD1\n2\nMARK\n70\n0\n0\nSEQEND\n8\n0\n"
+      "0\nENDSEC\n0\nEOF\n";
 
 /// Counts what a drawing tells, and does what the test wants done.
 class Listener : public ZvStaticRxObject<ZvDbDatabaseReactor>
@@ -50,7 +61,10 @@ private Q_SLOTS:
     void propertyOfAnotherClassIsNot();
     void nullEntityAndUnknownPropertyChangeNothing();
     void textStyleReachesTextsOnly();
+    void subEntitiesFollow_data();
     void subEntitiesFollow();
+    void hiddenLayerIsRefused();
+    void dimensionStyleTakesItsOverridesAway();
 
     // the selection
     void selectionIsWrittenInOneStep();
@@ -64,7 +78,12 @@ private Q_SLOTS:
     void unknownNameWritesNothing();
     void selectionStaysSelected();
     void nothingIsLeftOpen();
+    void exceptionAbortsTheFrame_data();
     void exceptionAbortsTheFrame();
+    void exceptionsOfEveryKindGoOnToTheCaller();
+    void exceptionFailsTheCommand();
+    void messageComesWhenAllIsClosed();
+    void undoAndRedoAreTold();
     void writeThroughTheCommandIsOneStepOfUndo();
     void undoBringsSummariesBack();
 
@@ -86,6 +105,21 @@ private:
         const ZvDbObjectId line = addLine();
         change<ZvDbEntity>(line, [=](ZvDbEntity &entity) { entity.setLayer(layer); });
         return line;
+    }
+    static void addFineRecords()
+    {
+        addLayer(L"Fine");
+        addLineType(L"Fine");
+        addMaterial(L"Fine");
+        addPlotStyle(L"Fine");
+    }
+    static EntityValue fineValue()
+    {
+        EntityValue value;
+        value.color = colorOfIndex(3);
+        value.lineWeight = ZvDb::kLnWt070;
+        value.name = L"FINE"; // names compare without case
+        return value;
     }
     static ZvCmColor colorOf(ZvDbObjectId id)
     {
@@ -127,8 +161,8 @@ private:
 void TestFacadeWriting::propertyIsWritten_data()
 {
     QTest::addColumn<int>("number");
-    const char *names[] = {"colour",          "line weight", "line type",   "layer",             "material",
-                           "dimension style", "text style",  "table style", "multileader style", "plot style"};
+    const char *names[] = {"colour",     "line weight", "line type",         "layer",     "material", "dimension style",
+                           "text style", "table style", "multileader style", "plot style"};
     for (int i = 0; i < 10; ++i)
         QTest::newRow(names[i]) << i;
     QTest::newRow("text style of a multiline text") << 16;
@@ -139,14 +173,8 @@ void TestFacadeWriting::propertyIsWritten()
     QFETCH(int, number);
     const bool isMText = number == 16;
     number %= 10;
-    addLayer(L"Fine");
-    addLineType(L"Fine");
-    addMaterial(L"Fine");
-    addPlotStyle(L"Fine");
-    EntityValue value;
-    value.color = colorOfIndex(3);
-    value.lineWeight = ZvDb::kLnWt070;
-    value.name = L"FINE"; // names compare without case
+    addFineRecords();
+    EntityValue value = fineValue();
     ZvDbEntity *entity = nullptr;
     switch (number) {
     case 5:
@@ -219,20 +247,30 @@ void TestFacadeWriting::textStyleReachesTextsOnly()
 {
     EntityValue value;
     value.objectId = addTextStyle(L"Fine");
-    for (ZvDbEntity *entity : {static_cast<ZvDbEntity *>(new ZvDbDimension), static_cast<ZvDbEntity *>(new ZvDbMLeader)}) {
+    for (ZvDbEntity *entity :
+         {static_cast<ZvDbEntity *>(new ZvDbDimension), static_cast<ZvDbEntity *>(new ZvDbMLeader)}) {
         change<ZvDbEntity>(add(entity), [&](ZvDbEntity &e) {
             QVERIFY(!ZevaUISetting::setProperty(&e, ZevaUISetting::kTextStyle, value));
         });
     }
 }
 
+void TestFacadeWriting::subEntitiesFollow_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("colour") << 0;
+    QTest::newRow("line weight") << 1;
+    QTest::newRow("line type") << 2;
+    QTest::newRow("layer") << 3;
+    QTest::newRow("material") << 4;
+    QTest::newRow("plot style") << 9;
+}
+
 void TestFacadeWriting::subEntitiesFollow()
 {
-    // The samples' blocks carry attributes: a colour written to the reference reaches them.
-    ZvDbFileReport report;
-    ZvApDocument *plan = zvDocManagerPtr()->openDocument(ZEVA_SAMPLES_DIR "/plan.dxf", report);
-    QVERIFY(plan);
-    bus().enableUpdateUI(true);
+    QFETCH(int, number);
+    openDrawing(kReferenceWithAttribute);
+    addFineRecords();
     ZvDbObjectId reference;
     ZvDbObjectId attribute;
     {
@@ -240,27 +278,75 @@ void TestFacadeWriting::subEntitiesFollow()
         ZvDbBlockTableRecordIterator *made = nullptr;
         space->newIterator(made);
         const std::unique_ptr<ZvDbBlockTableRecordIterator> iterator(made);
-        for (; !iterator->done() && attribute.isNull(); iterator->step()) {
-            const ZvDbObjectPointer<ZvDbBlockReference> insert(iterator->entityId(), ZvDb::kForRead);
-            if (insert && !insert->attributeIds().empty()) {
-                reference = iterator->entityId();
-                attribute = *insert->attributeIds().begin();
-            }
-        }
+        reference = iterator->entityId();
+        const ZvDbObjectPointer<ZvDbBlockReference> insert(reference, ZvDb::kForRead);
+        QVERIFY(insert);
+        QCOMPARE(insert->attributeIds().size(), std::size_t(1));
+        attribute = *insert->attributeIds().begin();
     }
-    if (attribute.isNull())
-        QSKIP("the sample has no attributes");
-    change<ZvDbEntity>(reference, [](ZvDbEntity &entity) {
-        QVERIFY(ZevaUISetting::setProperty(&entity, ZevaUISetting::kColor, colorValue(211)));
+    const auto shown = [number](ZvDbObjectId id) {
+        return read<ZvDbEntity>(id, [=](const ZvDbEntity &entity) { return property(entity, number); });
+    };
+    const QString before = shown(attribute);
+    select({reference});
+    drawing().clearUndo();
+    ZevaUISetting::setSelectedProperty(ZevaUISetting::Entity_Property(number), fineValue());
+    QCOMPARE(shown(attribute), shown(reference));
+    QVERIFY(shown(attribute) != before);
+    QVERIFY(drawing().undo());
+    QCOMPARE(shown(attribute), before);
+    QVERIFY(!drawing().canUndo()); // both in one step
+}
+
+void TestFacadeWriting::hiddenLayerIsRefused()
+{
+    addLayer(L"*Helper");
+    const ZvDbObjectId line = addLine();
+    select({line});
+    drawing().clearUndo();
+    EntityValue value;
+    value.name = L"*Helper";
+    ZevaUISetting::setSelectedProperty(ZevaUISetting::kLayer, value);
+    read<ZvDbEntity>(line, [](const ZvDbEntity &entity) { QCOMPARE(entity.layer(), ZvString(L"0")); });
+    QVERIFY(!drawing().canUndo());
+}
+
+void TestFacadeWriting::dimensionStyleTakesItsOverridesAway()
+{
+    const ZvDbObjectId style = addDimStyle(L"Fine");
+    const ZvDbObjectId dimension = add(new ZvDbDimension);
+    // The override of one variable: a group of its code and value.
+    wchar_t texts[][7] = {L"ACAD", L"DSTYLE", L"{", L"}"};
+    ZvResBuf chain[6];
+    const int types[] = {1001, 1000, 1002, 1070, 1040, 1002};
+    for (int i = 0; i < 6; ++i) {
+        chain[i].restype = types[i];
+        chain[i].rbnext = i < 5 ? &chain[i + 1] : nullptr;
+    }
+    chain[0].resval.rstring = texts[0];
+    chain[1].resval.rstring = texts[1];
+    chain[2].resval.rstring = texts[2];
+    chain[3].resval.rint = 40;
+    chain[4].resval.rreal = 9.0;
+    chain[5].resval.rstring = texts[3];
+    change<ZvDbEntity>(dimension, [&](ZvDbEntity &entity) { QCOMPARE(entity.setXData(chain), Zv::eOk); });
+    EntityValue value;
+    value.objectId = style;
+    change<ZvDbEntity>(dimension, [&](ZvDbEntity &entity) {
+        QVERIFY(ZevaUISetting::setProperty(&entity, ZevaUISetting::kDimStyle, value));
     });
-    QCOMPARE(colorOf(attribute), colorOfIndex(211));
+    read<ZvDbEntity>(dimension, [](const ZvDbEntity &entity) {
+        ZvResBuf *left = entity.xData(L"ACAD");
+        QVERIFY(!left);
+        zvutRelRb(left);
+    });
 }
 
 // ---- the selection
 
 void TestFacadeWriting::selectionIsWrittenInOneStep()
 {
-    const std::vector<ZvDbObjectId> lines {addLine(), addLine(), addLine()};
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine(), addLine()};
     select(lines);
     drawing().clearUndo();
     ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
@@ -291,7 +377,7 @@ void TestFacadeWriting::equalEntitiesStayOutOfUndoAndNotices()
     {
         const Listener listener(drawing());
         ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
-        QCOMPARE(listener.modified, std::vector<ZvDbObjectId> {line});
+        QCOMPARE(listener.modified, std::vector<ZvDbObjectId>{line});
     }
     drawing().clearUndo();
     const Listener listener(drawing());
@@ -365,7 +451,7 @@ void TestFacadeWriting::lineBesideADimensionIsPassedOverWithoutAMessage()
     value.objectId = style;
     const Listener listener(drawing());
     ZevaUISetting::setSelectedProperty(ZevaUISetting::kDimStyle, value);
-    QCOMPARE(listener.modified, std::vector<ZvDbObjectId> {dimension});
+    QCOMPARE(listener.modified, std::vector<ZvDbObjectId>{dimension});
     read<ZvDbDimension>(dimension, [=](const ZvDbDimension &entity) { QCOMPARE(entity.dimensionStyle(), style); });
     QVERIFY(boxes.shown().empty());
 }
@@ -376,15 +462,15 @@ void TestFacadeWriting::unknownNameWritesNothing()
     drawing().clearUndo();
     EntityValue value;
     value.name = L"no such name";
-    for (const auto property : {ZevaUISetting::kLineType, ZevaUISetting::kLayer, ZevaUISetting::kMaterial,
-                                ZevaUISetting::kPlotStyle})
+    for (const auto property :
+         {ZevaUISetting::kLineType, ZevaUISetting::kLayer, ZevaUISetting::kMaterial, ZevaUISetting::kPlotStyle})
         ZevaUISetting::setSelectedProperty(property, value);
     QVERIFY(!drawing().canUndo());
 }
 
 void TestFacadeWriting::selectionStaysSelected()
 {
-    const std::vector<ZvDbObjectId> lines {addLine(), addLine()};
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine()};
     select(lines);
     ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
     QCOMPARE(selection().ids(), lines);
@@ -401,18 +487,27 @@ void TestFacadeWriting::nothingIsLeftOpen()
     QCOMPARE(drawing().frameDepth(), 0);
 }
 
+void TestFacadeWriting::exceptionAbortsTheFrame_data()
+{
+    QTest::addColumn<int>("at");
+    QTest::addColumn<bool>("again");
+    QTest::newRow("at the first entity") << 1 << false;
+    QTest::newRow("at the second") << 2 << false;
+    QTest::newRow("and once more when it is put back") << 2 << true;
+}
+
 void TestFacadeWriting::exceptionAbortsTheFrame()
 {
-    const std::vector<ZvDbObjectId> lines {addLine(), addLine(), addLine()};
+    QFETCH(int, at);
+    QFETCH(bool, again);
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine(), addLine()};
     select(lines);
     drawing().clearUndo();
     {
         Listener listener(drawing());
-        listener.react = [&] {
-            if (listener.modified.size() == 2) {
-                listener.react = nullptr; // putting back is told as well
+        listener.react = [&] { // putting back is told as well
+            if (int(listener.modified.size()) == at || (again && int(listener.modified.size()) > at))
                 throw ZvError("refused");
-            }
         };
         QVERIFY_EXCEPTION_THROWN(ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1)), ZvError);
     }
@@ -421,11 +516,100 @@ void TestFacadeWriting::exceptionAbortsTheFrame()
     QCOMPARE(drawing().frameDepth(), 0);
     QCOMPARE(drawing().openObjectCount(), 0);
     QVERIFY(!drawing().canUndo());
+    // The next write is none the worse for it.
+    ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
+    QCOMPARE(colorOf(lines[2]), colorOfIndex(1));
+    QVERIFY(drawing().undo());
+    QVERIFY(!drawing().canUndo());
+}
+
+void TestFacadeWriting::exceptionsOfEveryKindGoOnToTheCaller()
+{
+    const ZvDbObjectId line = addLine();
+    select({line});
+    Listener listener(drawing());
+    listener.react = [&] {
+        listener.react = nullptr;
+        throw std::bad_alloc();
+    };
+    QVERIFY_EXCEPTION_THROWN(ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1)), std::bad_alloc);
+    QCOMPARE(colorOf(line), ZvCmColor());
+    QCOMPARE(drawing().frameDepth(), 0);
+}
+
+void TestFacadeWriting::exceptionFailsTheCommand()
+{
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine()};
+    select(lines);
+    drawing().clearUndo();
+    {
+        Listener listener(drawing());
+        listener.react = [&] {
+            if (listener.modified.size() == 2) {
+                listener.react = nullptr;
+                throw ZvError("refused");
+            }
+        };
+        ZevaUISetting::setCeColor(colorOfIndex(1));
+        QVERIFY(!runCommands());
+    }
+    QCOMPARE(colorOf(lines[0]), ZvCmColor());
+    QVERIFY(!drawing().canUndo());
+    QCOMPARE(variable(L"CMDACTIVE"), 0.0);
+    QCOMPARE(selection().ids(), lines);
+}
+
+void TestFacadeWriting::messageComesWhenAllIsClosed()
+{
+    select({addLineOn(addLockedLayer()), addLine()});
+    static int frames;
+    static int objects;
+    frames = objects = -1;
+    const auto before = zvuiSetMessageBoxHook([](const ZvString &, const ZvString &, unsigned) {
+        frames = drawing().frameDepth();
+        objects = drawing().openObjectCount();
+        return 1;
+    });
+    ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
+    zvuiSetMessageBoxHook(before);
+    QCOMPARE(frames, 0);
+    QCOMPARE(objects, 0);
+}
+
+void TestFacadeWriting::undoAndRedoAreTold()
+{
+    const ZvDbObjectId locked = addLineOn(addLockedLayer());
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine()};
+    select({lines[0], locked, lines[1]});
+    const MessageBoxes boxes;
+    drawing().clearUndo();
+    ZevaUISetting::setCeColor(colorOfIndex(1));
+    QVERIFY(runCommands());
+    Listener listener(drawing());
+    const auto told = [&listener] {
+        std::vector<ZvDbObjectId> ids;
+        ids.swap(listener.modified);
+        std::sort(ids.begin(), ids.end(), [](ZvDbObjectId a, ZvDbObjectId b) { return a.asInt64() < b.asInt64(); });
+        return ids;
+    };
+    ZvCmColor seen;
+    listener.react = [&] { seen = colorOf(listener.modified.back()); }; // readable, and as it is now
+    QVERIFY(runMacro(L"_.UNDO 1"));
+    QCOMPARE(told(), lines);
+    QCOMPARE(seen, ZvCmColor());
+    QVERIFY(runMacro(L"_.REDO"));
+    QCOMPARE(told(), lines);
+    QCOMPARE(seen, colorOfIndex(1));
+    QCOMPARE(boxes.shown().size(), std::size_t(1)); // neither asks nor reports anew
+    ZvCmColor common;
+    select(lines);
+    QCOMPARE(ZevaUISetting::getPickFirstEntitiesColor(common), 2);
+    QCOMPARE(common, colorOfIndex(1));
 }
 
 void TestFacadeWriting::writeThroughTheCommandIsOneStepOfUndo()
 {
-    const std::vector<ZvDbObjectId> lines {addLine(), addLine()};
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine()};
     select(lines);
     drawing().clearUndo();
     ZevaUISetting::setCeColor(colorOfIndex(1));
@@ -439,7 +623,7 @@ void TestFacadeWriting::writeThroughTheCommandIsOneStepOfUndo()
 
 void TestFacadeWriting::undoBringsSummariesBack()
 {
-    const std::vector<ZvDbObjectId> lines {addLine(), addLine()};
+    const std::vector<ZvDbObjectId> lines{addLine(), addLine()};
     select(lines);
     ZevaUISetting::setCeColor(colorOfIndex(1));
     QVERIFY(runCommands());
