@@ -162,8 +162,10 @@ ZvDbDictionaryIterator *ZvDbDictionary::newIterator() const
 {
     ZvDbDictionaryIterator *iterator = new ZvDbDictionaryIterator;
     iterator->m_entries.reserve(m_entries.size());
-    for (const Entry &entry : m_entries)
-        iterator->m_entries.emplace_back(entry.name, entry.id);
+    for (const Entry &entry : m_entries) {
+        if (!entry.id.isValid() || !entry.id.isErased())
+            iterator->m_entries.emplace_back(entry.name, entry.id);
+    }
     return iterator;
 }
 

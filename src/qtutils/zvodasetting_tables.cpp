@@ -3,6 +3,7 @@
 #include "zvodasetting.h"
 
 #include "private/zvcurrentdrawing.h"
+#include "private/zvcurrentucs.h"
 #include "private/zveditframe.h"
 #include "private/zvresbufptr.h"
 #include "private/zvtablewalk.h"
@@ -207,48 +208,6 @@ bool isListedBlock(const ZvDbBlockTableRecord &block, const ZvString &name, bool
 }
 
 // ---- coordinate systems
-
-/// The coordinate system of the space that is worked in.
-struct CurrentUcs
-{
-    ZvDbObjectId name;
-    int orthographic = 0;
-    ZvGePoint3d origin;
-    ZvGeVector3d x;
-    ZvGeVector3d y;
-
-    bool isWorld() const
-    {
-        return origin.isEqualTo(ZvGePoint3d::kOrigin) && x.isEqualTo(ZvGeVector3d::kXAxis)
-            && y.isEqualTo(ZvGeVector3d::kYAxis);
-    }
-    bool isUnnamed() const { return name.isNull() && orthographic == 0 && !isWorld(); }
-};
-
-int readInteger(const wchar_t *variable, const ZvDbDatabase *database)
-{
-    const ZvResBufPtr value(zvHostService()->readVariable(variable, database));
-    return value ? int(value->number()) : 0;
-}
-
-CurrentUcs currentUcs(const ZvDbDatabase *database)
-{
-    CurrentUcs ucs;
-    if (ZevaUISetting::getWorkBlockRecId(database) == zvHostService()->modelSpaceId(database)) {
-        ucs.name = database->ucsname();
-        ucs.orthographic = readInteger(L"UCSORTHOVIEW", database);
-        ucs.origin = database->ucsorg();
-        ucs.x = database->ucsxdir();
-        ucs.y = database->ucsydir();
-    } else {
-        ucs.name = database->pucsname();
-        ucs.orthographic = readInteger(L"PUCSORTHOVIEW", database);
-        ucs.origin = database->pucsorg();
-        ucs.x = database->pucsxdir();
-        ucs.y = database->pucsydir();
-    }
-    return ucs;
-}
 
 /// Asks the current viewport of the current document, whatever drawing is read.
 bool hasPreviousUcs()
@@ -493,7 +452,7 @@ void ZevaUISetting::getUcses(ZvArray<ZvsiUcsInfoItem> &items, ZvDbDatabase *data
     } sides[] = {{kUcsTop, L"俯视"},   {kUcsBottom, L"仰视"}, {kUcsLeft, L"左视"},
                  {kUcsRight, L"右视"}, {kUcsFront, L"前视"},  {kUcsBack, L"后视"}};
 
-    if (currentUcs(source).isUnnamed())
+    if (ZvCurrentUcs(*source).isUnnamed())
         items.append({L"未命名", ZvDbObjectId(), kUcsUnnamed});
     const bool hasPrevious = hasPreviousUcs();
     items.append({L"世界", ZvDbObjectId(), kUcsWorld});

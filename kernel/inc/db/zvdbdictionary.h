@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-/// Walks a dictionary in its order. Entries may have empty names and ids that are not valid. Deleted by the caller.
+/// Walks a dictionary in its order, without the entries of erased objects. Entries may have empty names and ids that are not valid. Deleted by the caller.
 class ZV_EXPORT ZvDbDictionaryIterator
 {
 public:

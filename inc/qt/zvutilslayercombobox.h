@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVUTILSLAYERCOMBOBOX_H
+#define ZVUTILSLAYERCOMBOBOX_H
+
+#include "zvqtcontrolhelp.h"
+
+#include "base/zvexport.h"
+
+#include <QComboBox>
+
+/// The plain drop-down of layers: names only.
+///
+/// Hooked it follows the drawing, showing the current layer or that of the selected entities, and writes what is
+/// picked. Its list is filled anew each time it opens, also during a command. Unhooked it only tells what is picked.
+/// Hidden layers are not listed.
+class ZV_EXPORT ZvUtilsLayerComboBox : public QComboBox, public CZvQtControlHelp
+{
+    Q_OBJECT
+    Q_INTERFACES(CZvQtControlHelp)
+public:
+    /// In mode 1 the list begins with "使用当前项", use the current one, leaves frozen layers out, and picks write
+    /// nothing.
+    enum Mode : int { kPlain = 0, kWithUseCurrent = 1 };
+
+    /// Not hooked. With nothing selected a frozen layer cannot be chosen by the user: the row goes back to the one
+    /// shown when the list opened.
+    ZvUtilsLayerComboBox(int mode, QWidget *parent);
+    /// Without that guard.
+    ZvUtilsLayerComboBox(bool hook, int mode, QWidget *parent);
+    ~ZvUtilsLayerComboBox() override;
+
+    void init();
+    void onInit();
+    QString getLayerName(int index);
+    QString getCurrentLayerName();
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
+    void showPopup() override;
+
+Q_SIGNALS:
+    void layerItemChanged(int index);
+
+public Q_SLOTS:
+    void curIndexChanged(int index);
+    void activatedIndexChanged(int index);
+
+private:
+    const int m_mode;
+    int m_savedIndex = 0; // shown when the list opened
+    ZvGlobalUIReactorHelp::SLayerInfo m_info;
+};
+
+#endif

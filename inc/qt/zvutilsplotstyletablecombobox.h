@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVUTILSPLOTSTYLETABLECOMBOBOX_H
+#define ZVUTILSPLOTSTYLETABLECOMBOBOX_H
+
+#include "zvqtcontrolhelp.h"
+
+#include "base/zvexport.h"
+
+#include <QComboBox>
+
+/// Lists the plot style table files that fit the drawing, below "无", none. It neither follows the drawing nor writes
+/// to it.
+class ZV_EXPORT ZvUtilsPlotStyleTableComboBox : public QComboBox, public CZvQtControlHelp
+{
+    Q_OBJECT
+    Q_INTERFACES(CZvQtControlHelp)
+public:
+    explicit ZvUtilsPlotStyleTableComboBox(QWidget *parent);
+    /// \a hook puts it on the update bus, where it hears nothing.
+    ZvUtilsPlotStyleTableComboBox(bool hook, QWidget *parent);
+    ~ZvUtilsPlotStyleTableComboBox() override;
+
+    void init();
+    QString getCurrentPlotStyleName() const;
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
+
+Q_SIGNALS:
+    /// Never heard: it is sent while signals are blocked. Callers follow currentIndexChanged().
+    void plotStyleTableItemChanged(const QString &name);
+
+public Q_SLOTS:
+    void curIndexChanged(int index);
+};
+
+#endif

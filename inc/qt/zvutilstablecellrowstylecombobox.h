@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVUTILSTABLECELLROWSTYLECOMBOBOX_H
+#define ZVUTILSTABLECELLROWSTYLECOMBOBOX_H
+
+#include "zvqtcontrolhelp.h"
+
+#include "base/zvexport.h"
+
+#include <QComboBox>
+
+/// Lists the cell styles of one table style. It neither follows the drawing nor writes to it.
+class ZV_EXPORT ZvUtilsTableCellRowStyleComboBox : public QComboBox, public CZvQtControlHelp
+{
+    Q_OBJECT
+    Q_INTERFACES(CZvQtControlHelp)
+public:
+    ZvUtilsTableCellRowStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
+    /// \a hook puts it on the update bus, where it hears nothing.
+    ZvUtilsTableCellRowStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
+    ~ZvUtilsTableCellRowStyleComboBox() override;
+
+    /// Fills the list with those of another table style.
+    void init(const ZvDbObjectId &tableStyle);
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
+
+Q_SIGNALS:
+    /// Never heard: it is sent while signals are blocked. Callers follow currentIndexChanged().
+    void itemChanged(const QString &name);
+
+public Q_SLOTS:
+    void curIndexChanged(int index);
+};
+
+#endif

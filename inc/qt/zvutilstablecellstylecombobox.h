@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVUTILSTABLECELLSTYLECOMBOBOX_H
+#define ZVUTILSTABLECELLSTYLECOMBOBOX_H
+
+#include "zvqtcontrolhelp.h"
+
+#include "base/zvexport.h"
+
+#include <QComboBox>
+
+/// Lists the cell styles of one table style below "按行/列", by row or column. It neither follows the drawing nor
+/// writes to it.
+class ZV_EXPORT ZvUtilsTableCellStyleComboBox : public QComboBox, public CZvQtControlHelp
+{
+    Q_OBJECT
+    Q_INTERFACES(CZvQtControlHelp)
+public:
+    ZvUtilsTableCellStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
+    /// \a hook puts it on the update bus, where it hears nothing.
+    ZvUtilsTableCellStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
+    ~ZvUtilsTableCellStyleComboBox() override;
+
+    /// Fills the list with those of another table style.
+    void init(const ZvDbObjectId &tableStyle);
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
+
+Q_SIGNALS:
+    /// Never heard: it is sent while signals are blocked. Callers follow currentIndexChanged().
+    void itemChanged(const QString &name);
+
+public Q_SLOTS:
+    void curIndexChanged(int index);
+};
+
+#endif

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "private/zvcurrentucs.h"
+
+#include "private/zvcurrentdrawing.h"
+#include "private/zvresbufptr.h"
+#include "zvodasetting.h"
+
+namespace {
+
+int readInteger(const wchar_t *variable, const ZvDbDatabase &drawing)
+{
+    const ZvResBufPtr value(zvHostService()->readVariable(variable, &drawing));
+    return value ? int(value->number()) : 0;
+}
+
+} // namespace
+
+ZvCurrentUcs::ZvCurrentUcs(const ZvDbDatabase &drawing)
+{
+    if (ZevaUISetting::getWorkBlockRecId(&drawing) == zvHostService()->modelSpaceId(&drawing)) {
+        name = drawing.ucsname();
+        orthographic = readInteger(L"UCSORTHOVIEW", drawing);
+        origin = drawing.ucsorg();
+        x = drawing.ucsxdir();
+        y = drawing.ucsydir();
+    } else {
+        name = drawing.pucsname();
+        orthographic = readInteger(L"PUCSORTHOVIEW", drawing);
+        origin = drawing.pucsorg();
+        x = drawing.pucsxdir();
+        y = drawing.pucsydir();
+    }
+}
+
+bool ZvCurrentUcs::isWorld() const
+{
+    return origin.isEqualTo(ZvGePoint3d::kOrigin) && x.isEqualTo(ZvGeVector3d::kXAxis)
+        && y.isEqualTo(ZvGeVector3d::kYAxis);
+}

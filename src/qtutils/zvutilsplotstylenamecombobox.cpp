@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "zvutilsplotstylenamecombobox.h"
+
+#include "private/zvnamedcombo.h"
+#include "private/zvresbufptr.h"
+
+#include "core/zvedvars.h"
+#include "db/zvdbdictionary.h"
+
+namespace {
+
+const wchar_t *const kNormal = L"Normal"; // as the drawing names it
+
+/// As the user knows it.
+const QString &normalText()
+{
+    static const QString text = QStringLiteral("普通");
+    return text;
+}
+
+const ZvNoticeFilter &noticeFilter()
+{
+    static const ZvNoticeFilter filter = {
+        {L"CPLOTSTYLE", L"PSTYLEMODE"},
+        true,
+        {{ZvDbDictionary::desc, ZvObjectRule::kExact, ZvObjectRule::kAlways,
+          [](const ZvDbDatabase *drawing) { return zvHostService()->plotStyleDictionaryId(drawing, true); }}},
+    };
+    return filter;
+}
+
+ZvString currentPlotStyleName(const ZvDbDatabase &)
+{
+    const ZvResBufPtr value(zvutNewRb(ZvRes::kText));
+    if (zvedGetVar(L"CPLOTSTYLE", value.get()) != ZvRes::kNormal || value->restype != ZvRes::kText)
+        return ZvString();
+    return value->text();
+}
+
+} // namespace
+
+ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(QWidget *parent)
+    : ZvUtilsPlotStyleNameComboBox(false, parent)
+{
+}
+
+ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *parent)
+    : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
+{
+    zvJoinUpdateBus(*this);
+    zvConnectPicks(*this);
+    init();
+}
+
+ZvUtilsPlotStyleNameComboBox::~ZvUtilsPlotStyleNameComboBox()
+{
+    zvLeaveUpdateBus(*this);
+}
+
+void ZvUtilsPlotStyleNameComboBox::init()
+{
+    clear();
+    ZvArray<ZvString> styles;
+    ZevaUISetting::getPlotStyleNames(styles, nullptr);
+    ZvArray<ZvString> names;
+    names.append(L"ByLayer");
+    names.append(L"ByBlock");
+    bool isNormalShown = false;
+    for (const ZvString &style : styles) {
+        const bool isNormal = !isNormalShown && style == kNormal;
+        names.append(isNormal ? zvToZvString(normalText()) : style);
+        isNormalShown = isNormalShown || isNormal;
+    }
+    zvAppendNames(*this, *this, names);
+}
+
+QString ZvUtilsPlotStyleNameComboBox::getCurrentPlotStyleName() const
+{
+    return currentText();
+}
+
+void ZvUtilsPlotStyleNameComboBox::curIndexChanged(int index)
+{
+    const auto write = [](const ZvString &name) {
+        const bool isNormal = name.compareNoCase(zvToZvString(normalText())) == 0;
+        ZevaUISetting::setCPlotStyle({}, isNormal ? ZvString(kNormal) : name);
+    };
+    if (zvTakePick(*this, *this, index, write))
+        Q_EMIT plotStyleTableItemChanged(currentText());
+}
+
+void ZvUtilsPlotStyleNameComboBox::showPopup()
+{
+    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
+        QComboBox::showPopup();
+}
+
+void ZvUtilsPlotStyleNameComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
+{
+    if (!zvNoticeConcerns(noticeFilter(), notice))
+        return;
+    zvFollowValue(*this, m_info, currentPlotStyleName, [this](const ZvString &name) {
+        if (name.isEmpty() || count() == 0)
+            return;
+        const bool isShownAsNormal
+            = name.compareNoCase(kNormal) == 0 && zvFindRow(*this, normalText(), ZvNameMatch::kExact) >= 0;
+        zvSwallowKernelError("zvutilsplotstylenamecombobox", 218, [&] {
+            zvShowName(*this, *this, isShownAsNormal ? normalText() : zvToQString(name), ZvNameMatch::kIgnoreCase);
+        });
+    });
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "zvutilsplotstyletablecombobox.h"
+
+#include "private/zvnamedcombo.h"
+
+#include "core/zvedvars.h"
+#include "db/zvresbuf.h"
+#include "utils/zvfiles.h"
+
+namespace {
+
+/// Whether plot styles go by colour. They are taken to do so where nothing says otherwise.
+bool plotsByColor()
+{
+    ZvResBuf value;
+    if (zvedGetVar(L"PSTYLEMODE", &value) != ZvRes::kNormal || value.restype != ZvRes::kShort)
+        return true;
+    return value.resval.rint == 1;
+}
+
+} // namespace
+
+ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(QWidget *parent)
+    : ZvUtilsPlotStyleTableComboBox(false, parent)
+{
+}
+
+ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(bool hook, QWidget *parent)
+    : QComboBox(parent), CZvQtControlHelp(hook)
+{
+    zvJoinUpdateBus(*this);
+    zvConnectPicks(*this);
+    init();
+}
+
+ZvUtilsPlotStyleTableComboBox::~ZvUtilsPlotStyleTableComboBox()
+{
+    zvLeaveUpdateBus(*this);
+}
+
+void ZvUtilsPlotStyleTableComboBox::init()
+{
+    clear();
+    zvAddPlainRow(*this, QStringLiteral("无"));
+    ZvArray<ZvString> files;
+    zvsiutGetAllPlotStyleFiles(files, plotsByColor(), nullptr);
+    for (ZvString &file : files)
+        file = zvutGetLastFileNameInPath(file);
+    zvAppendNames(*this, *this, files);
+}
+
+QString ZvUtilsPlotStyleTableComboBox::getCurrentPlotStyleName() const
+{
+    return currentText();
+}
+
+void ZvUtilsPlotStyleTableComboBox::curIndexChanged(int)
+{
+    zvTellPickUnheard(*this, [this](const QString &name) { Q_EMIT plotStyleTableItemChanged(name); });
+}
+
+void ZvUtilsPlotStyleTableComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

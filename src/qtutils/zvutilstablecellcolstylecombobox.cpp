@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "zvutilstablecellcolstylecombobox.h"
+
+#include "private/zvnamedcombo.h"
+
+ZvUtilsTableCellColStyleComboBox::ZvUtilsTableCellColStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent)
+    : ZvUtilsTableCellColStyleComboBox(false, tableStyle, parent)
+{
+}
+
+ZvUtilsTableCellColStyleComboBox::ZvUtilsTableCellColStyleComboBox(bool hook, const ZvDbObjectId &tableStyle,
+                                                                   QWidget *parent)
+    : QComboBox(parent), CZvQtControlHelp(hook)
+{
+    zvJoinUpdateBus(*this);
+    zvConnectPicks(*this);
+    init(tableStyle);
+}
+
+ZvUtilsTableCellColStyleComboBox::~ZvUtilsTableCellColStyleComboBox()
+{
+    zvLeaveUpdateBus(*this);
+}
+
+void ZvUtilsTableCellColStyleComboBox::init(const ZvDbObjectId &tableStyle)
+{
+    clear();
+    zvAddPlainRow(*this, QStringLiteral("(无)"));
+    ZvArray<ZvString> names;
+    ZevaUISetting::getTableCellStyleNames(names, tableStyle);
+    zvAppendNames(*this, *this, names);
+}
+
+void ZvUtilsTableCellColStyleComboBox::curIndexChanged(int)
+{
+    zvTellPickUnheard(*this, [this](const QString &name) { Q_EMIT itemChanged(name); });
+}
+
+void ZvUtilsTableCellColStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "zvutilsviewcombobox.h"
+
+#include "private/zvnamedcombo.h"
+
+#include "core/zveditor.h"
+
+namespace {
+
+struct Preset
+{
+    int code;
+    const char *text;
+    const char *picture; ///< Null for none.
+    const wchar_t *macro; ///< Null for none.
+};
+
+constexpr Preset kPresets[] = {
+    {ZvUtilsViewComboBox::kCurrent, "当前", nullptr, nullptr},
+    {ZvUtilsViewComboBox::kTop, "俯视", ":/res/view_top.bmp", L"^C^C_-VIEW _TOP"},
+    {ZvUtilsViewComboBox::kBottom, "仰视", ":/res/view_bottom.bmp", L"^C^C_-VIEW _BOTTOM"},
+    {ZvUtilsViewComboBox::kLeft, "左视", ":/res/view_left.bmp", L"^C^C_-VIEW _LEFT"},
+    {ZvUtilsViewComboBox::kRight, "右视", ":/res/view_right.bmp", L"^C^C_-VIEW _RIGHT"},
+    {ZvUtilsViewComboBox::kFront, "前视", ":/res/view_front.bmp", L"^C^C_-VIEW _FRONT"},
+    {ZvUtilsViewComboBox::kBack, "后视", ":/res/view_back.bmp", L"^C^C_-VIEW _BACK"},
+    {ZvUtilsViewComboBox::kSouthWest, "西南等轴测", ":/res/view_sw.bmp", L"^C^C_-VIEW _SWISO"},
+    {ZvUtilsViewComboBox::kSouthEast, "东南等轴测", ":/res/view_se.bmp", L"^C^C_-VIEW _SEISO"},
+    {ZvUtilsViewComboBox::kNorthEast, "东北等轴测", ":/res/view_ne.bmp", L"^C^C_-VIEW _NEISO"},
+    {ZvUtilsViewComboBox::kNorthWest, "西北等轴测", ":/res/view_nw.bmp", L"^C^C_-VIEW _NWISO"},
+};
+constexpr Preset kManagerRow = {ZvUtilsViewComboBox::kManager, "视图管理器...", nullptr, L"^C^C_VIEW"};
+constexpr int kPictureSize = 16; // pixels
+
+ZvRow rowOf(const Preset &preset)
+{
+    const QIcon icon
+        = preset.picture ? zvsiQtCreateIcon(QLatin1String(preset.picture), false, kPictureSize, kPictureSize) : QIcon();
+    return {icon, QString::fromUtf8(preset.text), preset.code};
+}
+
+} // namespace
+
+ZvUtilsViewComboBox::ZvUtilsViewComboBox(QWidget *parent) : ZvUtilsViewComboBox(false, parent) { }
+
+ZvUtilsViewComboBox::ZvUtilsViewComboBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook)
+{
+    zvJoinUpdateBus(*this);
+    // Activations: the same view can be picked twice, and a refill sends nothing.
+    connect(this, qOverload<int>(&QComboBox::activated), this, &ZvUtilsViewComboBox::activateIndex);
+    setInsertPolicy(QComboBox::InsertAfterCurrent);
+    init();
+}
+
+ZvUtilsViewComboBox::~ZvUtilsViewComboBox()
+{
+    zvLeaveUpdateBus(*this);
+}
+
+void ZvUtilsViewComboBox::init()
+{
+    clear();
+    const ZvHookedCleared filling(*this);
+    QVector<ZvRow> rows;
+    for (const Preset &preset : kPresets)
+        rows.append(rowOf(preset));
+    ZvArray<ZevaUISetting::ZvsiViewInfoItem> views;
+    ZevaUISetting::getCustomViews(views, nullptr);
+    for (const ZevaUISetting::ZvsiViewInfoItem &view : views)
+        rows.append({QIcon(), zvToQString(view.name), int(kNamed)});
+    rows.append(rowOf(kManagerRow));
+    zvAppendRows(*this, rows);
+}
+
+bool ZvUtilsViewComboBox::setPredefinedView(int code)
+{
+    const wchar_t *macro = code == kManager ? kManagerRow.macro : nullptr;
+    for (const Preset &preset : kPresets) {
+        if (preset.code == code)
+            macro = preset.macro;
+    }
+    if (macro)
+        zvedMenuMacro(macro, false);
+    return macro != nullptr;
+}
+
+bool ZvUtilsViewComboBox::setCustomDefinedView(const ZvString &name)
+{
+    // Unlike the presets' macros this one resumes: the command processors that tell the two apart rely on it.
+    zvedMenuMacro(L"^C^C_-VIEW R " + name, true);
+    return true;
+}
+
+QString ZvUtilsViewComboBox::getCurrentName() const
+{
+    return currentText();
+}
+
+void ZvUtilsViewComboBox::activateIndex(int index)
+{
+    if (index < 0)
+        return;
+    ZevaUISetting::restoreFocus2MainView();
+    const QString text = currentText();
+    const QVariant code = itemData(index);
+    if (code.canConvert<int>()) {
+        const ZvQtBlockSignalUtil block(this);
+        if (!setPredefinedView(code.toInt()) && code.toInt() == kNamed)
+            setCustomDefinedView(zvToZvString(text));
+    }
+    Q_EMIT itemChanged(text);
+}
+
+void ZvUtilsViewComboBox::showPopup()
+{
+    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
+        QComboBox::showPopup();
+}
+
+void ZvUtilsViewComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -1,0 +1,819 @@
+// SPDX-License-Identifier: MIT
+#include "combodriver.h"
+#include "drawingtest.h"
+
+#include "zvqtcontrolhelp.h"
+#include "zvutilmaterialcombobox.h"
+#include "zvutilsblockcombobox.h"
+#include "zvutilsblockunitcombobox.h"
+#include "zvutilsdimstylecombobox.h"
+#include "zvutilshatchnamecombobox.h"
+#include "zvutilslayercombobox.h"
+#include "zvutilsmleaderstylecombobox.h"
+#include "zvutilsplotstylenamecombobox.h"
+#include "zvutilsplotstyletablecombobox.h"
+#include "zvutilsshadeplotcombobox.h"
+#include "zvutilstablecellcolstylecombobox.h"
+#include "zvutilstablecellrowstylecombobox.h"
+#include "zvutilstablecellstylecombobox.h"
+#include "zvutilstablestylecombobox.h"
+#include "zvutilstextstylecombobox.h"
+#include "zvutilsucscombobox.h"
+#include "zvutilsviewcombobox.h"
+
+#include "db/zvdbhostservice.h"
+
+#include <QSignalSpy>
+
+#include <iterator>
+
+using namespace ZvGlobalUIReactorHelp;
+
+namespace {
+
+typedef std::unique_ptr<QComboBox> Combo;
+
+/// What a control of the two families has in common with the others, as data. One that strays fails its row.
+struct Member
+{
+    const char *name;
+    Combo (*make)(bool hook);
+    const char *signal; ///< Told of a pick, normalized.
+    bool isHeard; ///< Unless it is sent with signals blocked.
+    bool refills; ///< Fills its list anew when it opens.
+};
+
+template <class T> Combo make(bool hook)
+{
+    return std::make_unique<T>(hook, nullptr);
+}
+
+ZvDbHostService &hostService()
+{
+    return *zvrxCast<ZvDbHostService>(zvrxGetService(3));
+}
+
+ZvDbObjectId styleVariable(const ZvDbDatabase &drawing, const wchar_t *name)
+{
+    ZvResBuf *value = hostService().readVariable(name, &drawing);
+    const ZvDbObjectId id = value ? value->getObjectId() : ZvDbObjectId();
+    zvutRelRb(value);
+    return id;
+}
+
+void setStyleVariable(ZvDbDatabase &drawing, const wchar_t *name, ZvDbObjectId id)
+{
+    ZvResBuf *value = hostService().readVariable(name, &drawing);
+    value->setObjectId(id);
+    hostService().writeVariable(name, value, &drawing);
+    zvutRelRb(value);
+}
+
+template <class T> Combo makeCell(bool hook)
+{
+    const ZvDbObjectId style = styleVariable(*zvDocManagerPtr()->currentDocument()->database(), L"CTABLESTYLE");
+    return std::make_unique<T>(hook, style, nullptr);
+}
+
+const Member kMembers[] = {
+    {"text style", [](bool hook) -> Combo { return std::make_unique<ZvUtilsTextStyleComboBox>(hook, nullptr, false); },
+     SIGNAL(textStyleTableItemChanged(QString)), true, true},
+    {"dimension style", make<ZvUtilsDimStyleComboBox>, SIGNAL(itemChanged(QString)), true, true},
+    {"multileader style", make<ZvUtilsMleaderStyleComboBox>, SIGNAL(itemChanged(QString)), true, true},
+    {"table style", make<ZvUtilsTableStyleComboBox>, SIGNAL(styleItemChanged(QString)), true, true},
+    {"cell style", makeCell<ZvUtilsTableCellStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
+    {"cell style of a row", makeCell<ZvUtilsTableCellRowStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
+    {"cell style of a column", makeCell<ZvUtilsTableCellColStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
+    {"layer", [](bool hook) -> Combo { return std::make_unique<ZvUtilsLayerComboBox>(hook, 0, nullptr); },
+     SIGNAL(layerItemChanged(int)), true, true},
+    {"material", make<ZvUtilsMaterialComboBox>, SIGNAL(itemChanged(QString)), true, true},
+    {"plot style name", make<ZvUtilsPlotStyleNameComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), true, true},
+    {"block", [](bool hook) -> Combo { return std::make_unique<ZvUtilsBlockComboBox>(hook, nullptr, false); },
+     SIGNAL(itemChanged(QString)), true, false},
+    {"block unit", make<ZvUtilsBlockUnitComboBox>, SIGNAL(itemChanged(QString)), true, false},
+    {"hatch name", make<ZvUtilsHatchNameComboBox>, SIGNAL(styleTableItemChanged(QString)), true, false},
+    {"plot style table", make<ZvUtilsPlotStyleTableComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), false, false},
+    {"shade plot", make<ZvUtilsShadePlotComboBox>, SIGNAL(ItemChanged(QString)), true, true},
+    {"coordinate system", make<ZvUtilsUcsComboBox>, SIGNAL(itemChanged(QString)), true, true},
+    {"view", make<ZvUtilsViewComboBox>, SIGNAL(itemChanged(QString)), true, true},
+};
+
+/// What the controls that follow drawing and selection have in common beyond that.
+struct Bound
+{
+    const char *name;
+    const wchar_t *variable; ///< The one that it follows; null where a chain of several lets none through.
+    ZvDbObjectId (*add)(const ZvString &name); ///< An object of the kind that it lists.
+    ZvDbObjectId (*addEntity)(ZvDbObjectId id, const ZvString &name); ///< One that has it.
+    void (*set)(ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &name); ///< Makes it current.
+    ZvString (*current)(ZvDbDatabase &drawing); ///< Its name.
+    ZvString (*of)(ZvDbEntity &entity); ///< Name of what an entity has.
+};
+
+template <class T> ZvString nameOf(ZvDbObjectId id)
+{
+    const ZvDbObjectPointer<T> object(id, ZvDb::kForRead);
+    return object ? object->name() : ZvString();
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(const Member *)
+Q_DECLARE_METATYPE(const Bound *)
+
+class TestNamedCombos : public DrawingTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    // every member
+    void isAComboAndAReceiver_data() { members(); }
+    void isAComboAndAReceiver();
+    void rowsHaveNoPictureAndNoDataButTheirOwn_data() { members(); }
+    void rowsHaveNoPictureAndNoDataButTheirOwn();
+    void leavesTheBusWhenItDies_data() { members(); }
+    void leavesTheBusWhenItDies();
+    void worksWithoutTheBus_data() { members(); }
+    void worksWithoutTheBus();
+    void worksWithoutADocument_data() { members(); }
+    void worksWithoutADocument();
+    void pickIsToldAndGivesTheKeyboardBack_data() { members(); }
+    void pickIsToldAndGivesTheKeyboardBack();
+    void openingFillsAnewWhereItShould_data() { members(); }
+    void openingFillsAnewWhereItShould();
+    void openingKeepsWhatIsShown_data() { members(); }
+    void openingKeepsWhatIsShown();
+    void openingIsNoPick_data() { members(); }
+    void openingIsNoPick();
+    void listOpensInEveryCommandState_data();
+    void listOpensInEveryCommandState();
+    void noticeNeverMakesASignal_data() { members(); }
+    void noticeNeverMakesASignal();
+
+    // those that follow drawing and selection
+    void lendsItsSummaryWhenHooked_data() { bounds(); }
+    void lendsItsSummaryWhenHooked();
+    void listsWhatTheDrawingHas_data() { bounds(); }
+    void listsWhatTheDrawingHas();
+    void showsTheCurrentValueWithoutASelection_data() { bounds(); }
+    void showsTheCurrentValueWithoutASelection();
+    void showsTheCommonValueOfTheSelection_data() { bounds(); }
+    void showsTheCommonValueOfTheSelection();
+    void mixedSelectionIsBlankAndEnabled_data() { bounds(); }
+    void mixedSelectionIsBlankAndEnabled();
+    void noDrawingIsBlankAndDisabled_data() { bounds(); }
+    void noDrawingIsBlankAndDisabled();
+    void otherDrawingIsFollowed_data() { bounds(); }
+    void otherDrawingIsFollowed();
+    void missingRowIsAddedUntilTheNextRefill_data() { bounds(); }
+    void missingRowIsAddedUntilTheNextRefill();
+    void emptyListStaysAsItIs_data() { bounds(); }
+    void emptyListStaysAsItIs();
+    void rowsMatchWithoutCase_data() { bounds(); }
+    void rowsMatchWithoutCase();
+    void variableIsFollowedWhereItIsTheOnlyOne_data() { bounds(); }
+    void variableIsFollowedWhereItIsTheOnlyOne();
+    void pickWritesTheCurrentValue_data() { bounds(); }
+    void pickWritesTheCurrentValue();
+    void pickWritesTheSelectedEntities_data() { bounds(); }
+    void pickWritesTheSelectedEntities();
+    void undoBringsDrawingAndControlBack_data() { bounds(); }
+    void undoBringsDrawingAndControlBack();
+    void pickOfAnUnhookedControlWritesNothing_data() { bounds(); }
+    void pickOfAnUnhookedControlWritesNothing();
+    void pickOfAnEmptyTextIsToldAndWritesNothing_data() { bounds(); }
+    void pickOfAnEmptyTextIsToldAndWritesNothing();
+    void blankPickIsNone_data() { bounds(); }
+    void blankPickIsNone();
+    void namesOfAllKindsArePicked_data();
+    void namesOfAllKindsArePicked();
+    void renamedAndErasedObjectsFollowAtTheNextOpening_data() { bounds(); }
+    void renamedAndErasedObjectsFollowAtTheNextOpening();
+
+private:
+    static void members();
+    static void bounds();
+    static const Bound *boundTable();
+    static const Member &memberOf(const char *name);
+    static CZvQtControlHelp &helpOf(QComboBox &combo) { return *qobject_cast<CZvQtControlHelp *>(&combo); }
+    /// A hooked control of the row with two objects of its kind in the drawing, "Alpha" and "Beta".
+    Combo makeBound(const Bound &bound)
+    {
+        alpha = bound.add(L"Alpha");
+        beta = bound.add(L"Beta");
+        return memberOf(bound.name).make(true);
+    }
+    void endCommand() { bus().commandEnded(L"LINE"); }
+
+    ZvDbObjectId alpha;
+    ZvDbObjectId beta;
+};
+
+const Bound *TestNamedCombos::boundTable()
+{
+    static const Bound table[] = {
+        {"text style", L"TEXTSTYLE", addTextStyle,
+         [](ZvDbObjectId id, const ZvString &) {
+             return add(new ZvDbText({0, 0, 0}, L"text", id, 2.5, 0.0));
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setTextstyle(id); },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbTextStyleTableRecord>(drawing.textstyle()); },
+         [](ZvDbEntity &entity) {
+             return nameOf<ZvDbTextStyleTableRecord>(static_cast<ZvDbText &>(entity).textStyle());
+         }},
+        {"dimension style", L"DIMSTYLE", addDimStyle,
+         [](ZvDbObjectId id, const ZvString &) {
+             auto *dimension = new ZvDbDimension;
+             dimension->setDimensionStyle(id);
+             return add(dimension);
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setDimstyle(id); },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbDimStyleTableRecord>(drawing.dimstyle()); },
+         [](ZvDbEntity &entity) {
+             return nameOf<ZvDbDimStyleTableRecord>(static_cast<ZvDbDimension &>(entity).dimensionStyle());
+         }},
+        {"multileader style", L"CMLEADERSTYLE", addMLeaderStyle,
+         [](ZvDbObjectId id, const ZvString &) {
+             auto *leader = new ZvDbMLeader;
+             leader->setMLeaderStyle(id);
+             return add(leader);
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) {
+             setStyleVariable(drawing, L"CMLEADERSTYLE", id);
+         },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbMLeaderStyle>(styleVariable(drawing, L"CMLEADERSTYLE")); },
+         [](ZvDbEntity &entity) {
+             return nameOf<ZvDbMLeaderStyle>(static_cast<ZvDbMLeader &>(entity).MLeaderStyle());
+         }},
+        {"table style", L"CTABLESTYLE", addTableStyle,
+         [](ZvDbObjectId id, const ZvString &) {
+             auto *table = new ZvDbTable;
+             table->setTableStyle(id);
+             return add(table);
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) {
+             setStyleVariable(drawing, L"CTABLESTYLE", id);
+         },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbTableStyle>(styleVariable(drawing, L"CTABLESTYLE")); },
+         [](ZvDbEntity &entity) { return nameOf<ZvDbTableStyle>(static_cast<ZvDbTable &>(entity).tableStyle()); }},
+        {"layer", nullptr, addLayer,
+         [](ZvDbObjectId id, const ZvString &) {
+             const ZvDbObjectId line = addLine();
+             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setLayer(id); });
+             return line;
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setClayer(id); },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbLayerTableRecord>(drawing.clayer()); },
+         [](ZvDbEntity &entity) { return nameOf<ZvDbLayerTableRecord>(entity.layerId()); }},
+        {"material", L"CMATERIAL", addMaterial,
+         [](ZvDbObjectId, const ZvString &name) {
+             const ZvDbObjectId line = addLine();
+             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setMaterial(name); });
+             return line;
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setCmaterial(id); },
+         [](ZvDbDatabase &drawing) { return nameOf<ZvDbMaterial>(drawing.cmaterial()); },
+         [](ZvDbEntity &entity) { return entity.material(); }},
+        {"plot style name", nullptr, addPlotStyle,
+         [](ZvDbObjectId, const ZvString &name) {
+             const ZvDbObjectId line = addLine();
+             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setPlotStyleName(name); });
+             return line;
+         },
+         [](ZvDbDatabase &drawing, ZvDbObjectId, const ZvString &name) { drawing.setCplotstyle(name); },
+         [](ZvDbDatabase &drawing) { return drawing.cplotstyle(); },
+         [](ZvDbEntity &entity) { return entity.plotStyleName(); }},
+        {},
+    };
+    return table;
+}
+
+const Member &TestNamedCombos::memberOf(const char *name)
+{
+    for (const Member &member : kMembers) {
+        if (qstrcmp(member.name, name) == 0)
+            return member;
+    }
+    qFatal("no such member");
+}
+
+void TestNamedCombos::members()
+{
+    QTest::addColumn<const Member *>("member");
+    for (const Member &member : kMembers)
+        QTest::newRow(member.name) << &member;
+}
+
+void TestNamedCombos::bounds()
+{
+    QTest::addColumn<const Bound *>("bound");
+    for (const Bound *bound = boundTable(); bound->name; ++bound)
+        QTest::newRow(bound->name) << bound;
+}
+
+// ---- every member
+
+void TestNamedCombos::isAComboAndAReceiver()
+{
+    QFETCH(const Member *, member);
+    for (const bool hook : {false, true}) {
+        const Combo combo = member->make(hook);
+        QVERIFY(qobject_cast<CZvQtControlHelp *>(combo.get()));
+        QCOMPARE(helpOf(*combo).hooked, hook);
+        QCOMPARE(combo->insertPolicy(), QComboBox::InsertAfterCurrent);
+        QVERIFY(!combo->isEditable());
+    }
+}
+
+void TestNamedCombos::rowsHaveNoPictureAndNoDataButTheirOwn()
+{
+    QFETCH(const Member *, member);
+    addTextStyle(L"Alpha");
+    const QByteArray name = member->name;
+    const Combo combo = member->make(false);
+    for (int row = 0; row < combo->count(); ++row) {
+        if (name != "coordinate system" && name != "view")
+            QVERIFY(combo->itemIcon(row).isNull());
+        const int type = combo->itemData(row).userType();
+        if (name == "text style")
+            QCOMPARE(type, qMetaTypeId<ZevaUISetting::ZvsiTextStyleInfoItem>());
+        else if (name == "coordinate system" || name == "view")
+            QCOMPARE(type, int(QMetaType::Int));
+        else
+            QVERIFY(!combo->itemData(row).isValid());
+    }
+}
+
+void TestNamedCombos::leavesTheBusWhenItDies()
+{
+    QFETCH(const Member *, member);
+    member->make(true).reset();
+    endCommand(); // the sanitizers see a receiver that is gone
+    const Combo unhooked = member->make(false);
+    endCommand();
+}
+
+void TestNamedCombos::worksWithoutTheBus()
+{
+    QFETCH(const Member *, member);
+    const ZvString key(wchar_t(ZvQtUpdateBusService::kKey));
+    const ZvRxObjectPtr service = zv_arbitDict_getservice(key);
+    zv_arbitDict_clearservice(key);
+    {
+        const Combo combo = member->make(true);
+        QVERIFY(helpOf(*combo).hooked);
+        combo->showPopup();
+        combo->hidePopup();
+    }
+    zv_arbitDict_regservice(key, service);
+}
+
+void TestNamedCombos::worksWithoutADocument()
+{
+    QFETCH(const Member *, member);
+    const Combo before = member->make(true);
+    zvDocManagerPtr()->closeDocument(document());
+    Combo combo;
+    if (!QByteArray(member->name).startsWith("cell"))
+        combo = member->make(true);
+    for (QComboBox *one : {before.get(), combo.get()}) {
+        if (!one)
+            continue;
+        endCommand();
+        one->showPopup();
+        one->hidePopup();
+        one->setCurrentIndex(one->count() - 1);
+        one->setCurrentIndex(-1);
+    }
+    QVERIFY(runCommands() || true); // macros of the view member fail without a drawing, and crash nothing
+}
+
+void TestNamedCombos::pickIsToldAndGivesTheKeyboardBack()
+{
+    QFETCH(const Member *, member);
+    addTextStyle(L"Alpha");
+    QWidget window;
+    QWidget view(&window);
+    view.setFocusPolicy(Qt::StrongFocus);
+    const FocusView focus(&view);
+    const Combo combo = member->make(false);
+    combo->setParent(&window);
+    if (combo->count() < 2)
+        combo->addItems({QStringLiteral("one"), QStringLiteral("two")});
+    combo->setCurrentIndex(0);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    combo->setFocus();
+    QVERIFY(combo->hasFocus());
+    QSignalSpy told(combo.get(), member->signal);
+    QVERIFY(told.isValid());
+    QTest::keyClick(combo.get(), Qt::Key_Down);
+    QCOMPARE(combo->currentIndex(), 1);
+    QCOMPARE(told.size(), member->isHeard ? 1 : 0);
+    if (member->isHeard) {
+        const QVariant argument = told.first().first();
+        QVERIFY(argument == QVariant(combo->currentText()) || argument == QVariant(1));
+    }
+    QVERIFY(view.hasFocus());
+    QVERIFY(!combo->signalsBlocked());
+    combo->setParent(nullptr);
+}
+
+void TestNamedCombos::openingFillsAnewWhereItShould()
+{
+    QFETCH(const Member *, member);
+    for (const bool hook : {false, true}) {
+        const Combo combo = member->make(hook);
+        const QStringList before = rowsOf(*combo);
+        combo->addItem(QStringLiteral("a row of somebody else"));
+        combo->showPopup();
+        combo->hidePopup();
+        if (hook && member->refills)
+            QCOMPARE(rowsOf(*combo), before);
+        else
+            QCOMPARE(combo->count(), before.size() + 1);
+        QCOMPARE(helpOf(*combo).hooked, hook);
+    }
+}
+
+void TestNamedCombos::openingKeepsWhatIsShown()
+{
+    QFETCH(const Member *, member);
+    addTextStyle(L"Alpha");
+    addLayer(L"Alpha");
+    const Combo combo = member->make(true);
+    combo->blockSignals(true);
+    combo->setCurrentIndex(combo->count() - 1);
+    const QString shown = combo->currentText();
+    combo->blockSignals(false);
+    combo->showPopup();
+    combo->hidePopup();
+    QCOMPARE(combo->currentText(), shown);
+    combo->blockSignals(true);
+    combo->setCurrentIndex(-1);
+    combo->blockSignals(false);
+    combo->showPopup();
+    combo->hidePopup();
+    QCOMPARE(combo->currentIndex(), -1);
+}
+
+void TestNamedCombos::openingIsNoPick()
+{
+    QFETCH(const Member *, member);
+    const Combo combo = member->make(true);
+    combo->setCurrentIndex(-1);
+    runCommands();
+    QSignalSpy told(combo.get(), member->signal);
+    QSignalSpy changed(combo.get(), SIGNAL(currentIndexChanged(int)));
+    combo->showPopup();
+    combo->hidePopup();
+    QCOMPARE(told.size(), 0);
+    QCOMPARE(changed.size(), 0);
+    QVERIFY(!zvedQueueHasInput());
+    QVERIFY(!combo->signalsBlocked());
+}
+
+void TestNamedCombos::listOpensInEveryCommandState_data()
+{
+    QTest::addColumn<const Member *>("member");
+    QTest::addColumn<int>("state");
+    for (const Member &member : kMembers) {
+        for (int state = 0; state < int(std::size(kCommandStates)); ++state)
+            QTest::addRow("%s, %s", member.name, kCommandStates[state].name) << &member << state;
+    }
+}
+
+void TestNamedCombos::listOpensInEveryCommandState()
+{
+    QFETCH(const Member *, member);
+    QFETCH(int, state);
+    const Combo combo = member->make(true);
+    if (combo->count() == 0)
+        return; // nothing opens over an empty list
+    combo->show();
+    QVERIFY(QTest::qWaitForWindowExposed(combo.get()));
+    ListOpener opener(*combo);
+    opener.run(kCommandStates[state]);
+    QCOMPARE(opener.active(), kCommandStates[state].active);
+    if (combo->count() > 0)
+        QVERIFY(opener.wasOpen());
+}
+
+void TestNamedCombos::noticeNeverMakesASignal()
+{
+    QFETCH(const Member *, member);
+    addTextStyle(L"Alpha");
+    const ZvDbObjectId line = addLine();
+    const Combo combo = member->make(true);
+    QSignalSpy told(combo.get(), member->signal);
+    QSignalSpy changed(combo.get(), SIGNAL(currentIndexChanged(int)));
+    endCommand();
+    select({line});
+    endCommand();
+    select({line, add(new ZvDbText({0, 0, 0}, L"text", drawing().textstyle(), 2.5, 0.0))});
+    endCommand();
+    QCOMPARE(told.size(), 0);
+    QCOMPARE(changed.size(), 0);
+    QVERIFY(!zvedQueueHasInput());
+}
+
+// ---- those that follow drawing and selection
+
+void TestNamedCombos::lendsItsSummaryWhenHooked()
+{
+    QFETCH(const Bound *, bound);
+    QVERIFY(helpOf(*memberOf(bound->name).make(true)).pickFirstInfo);
+    QVERIFY(!helpOf(*memberOf(bound->name).make(false)).pickFirstInfo);
+}
+
+void TestNamedCombos::listsWhatTheDrawingHas()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    QVERIFY(combo->findText(QStringLiteral("Alpha")) >= 0);
+    QVERIFY(combo->findText(QStringLiteral("Beta")) > combo->findText(QStringLiteral("Alpha")));
+}
+
+void TestNamedCombos::showsTheCurrentValueWithoutASelection()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    for (const wchar_t *name : {L"Beta", L"Alpha"}) {
+        bound->set(drawing(), name[0] == L'A' ? alpha : beta, name);
+        endCommand();
+        QCOMPARE(combo->currentText(), QString::fromWCharArray(name));
+        QVERIFY(combo->isEnabled());
+    }
+}
+
+void TestNamedCombos::showsTheCommonValueOfTheSelection()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    const ZvDbObjectId first = bound->addEntity(beta, L"Beta");
+    const ZvDbObjectId second = bound->addEntity(beta, L"Beta");
+    select({first, second});
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+    select({});
+    QCOMPARE(combo->currentText(), QStringLiteral("Alpha"));
+}
+
+void TestNamedCombos::mixedSelectionIsBlankAndEnabled()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    select({bound->addEntity(alpha, L"Alpha"), bound->addEntity(beta, L"Beta")});
+    QCOMPARE(combo->currentIndex(), -1);
+    QVERIFY(combo->isEnabled());
+}
+
+void TestNamedCombos::noDrawingIsBlankAndDisabled()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    endCommand();
+    QVERIFY(combo->currentIndex() >= 0);
+    ZvDbDatabasePtr none;
+    zvDocManagerPtr()->addDocument(none, L"");
+    bus().enableUpdateUI(true);
+    endCommand();
+    QCOMPARE(combo->currentIndex(), -1);
+    QVERIFY(!combo->isEnabled());
+}
+
+void TestNamedCombos::otherDrawingIsFollowed()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    ZvApDocument *first = document();
+    openAnother();
+    endCommand();
+    QVERIFY(combo->currentText() != QStringLiteral("Beta"));
+    zvDocManagerPtr()->setCurrentDocument(first);
+    bus().enableUpdateUI(true);
+    endCommand();
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+}
+
+void TestNamedCombos::missingRowIsAddedUntilTheNextRefill()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    const ZvDbObjectId late = bound->add(L"Late");
+    endCommand();
+    QCOMPARE(combo->findText(QStringLiteral("Late")), -1);
+    const int rows = combo->count();
+    bound->set(drawing(), late, L"Late");
+    endCommand();
+    QCOMPARE(combo->currentText(), QStringLiteral("Late"));
+    QCOMPARE(combo->currentIndex(), rows);
+    QVERIFY(!combo->itemData(rows).isValid());
+    QVERIFY(combo->itemIcon(rows).isNull());
+    QVERIFY(helpOf(*combo).hooked);
+    endCommand();
+    QCOMPARE(combo->count(), rows + 1); // it is there now
+    combo->showPopup();
+    combo->hidePopup();
+    QCOMPARE(combo->count(), rows + 1);
+    QCOMPARE(combo->currentText(), QStringLiteral("Late"));
+}
+
+void TestNamedCombos::emptyListStaysAsItIs()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    combo->clear();
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    // A material is known by its name alone, and gets its row.
+    QCOMPARE(combo->count(), QByteArray(bound->name) == "material" ? 1 : 0);
+}
+
+void TestNamedCombos::rowsMatchWithoutCase()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    combo->setItemText(combo->findText(QStringLiteral("Beta")), QStringLiteral("BETA"));
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    const bool isExact = QByteArray(bound->name) == "material";
+    QCOMPARE(combo->currentText(), isExact ? QStringLiteral("Beta") : QStringLiteral("BETA"));
+}
+
+void TestNamedCombos::variableIsFollowedWhereItIsTheOnlyOne()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    endCommand();
+    combo->blockSignals(true);
+    combo->setCurrentIndex(-1);
+    combo->blockSignals(false);
+    for (const wchar_t *other :
+         {L"CECOLOR", L"CVPORT", L"BLOCKEDITOR", L"CLAYER", L"TILEMODE", L"CPLOTSTYLE", L"PSTYLEMODE", L"LTSCALE"}) {
+        bus().sysVarChanged(other, true);
+        QCOMPARE(combo->currentIndex(), -1);
+    }
+    if (!bound->variable)
+        return;
+    bus().sysVarChanged(ZvString(bound->variable).toLower(), true);
+    QCOMPARE(combo->currentText(), QStringLiteral("Alpha"));
+}
+
+void TestNamedCombos::pickWritesTheCurrentValue()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    endCommand();
+    combo->show();
+    QVERIFY(QTest::qWaitForWindowExposed(combo.get()));
+    pickByMouse(*combo, combo->findText(QStringLiteral("Beta")));
+    QVERIFY(runCommands());
+    QCOMPARE(bound->current(drawing()), ZvString(L"Beta"));
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+}
+
+void TestNamedCombos::pickWritesTheSelectedEntities()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    const std::vector<ZvDbObjectId> ids = {bound->addEntity(alpha, L"Alpha"), bound->addEntity(alpha, L"Alpha")};
+    select(ids);
+    combo->setCurrentIndex(combo->findText(QStringLiteral("Beta")));
+    QVERIFY(runCommands());
+    for (const ZvDbObjectId id : ids) {
+        const ZvDbObjectPointer<ZvDbEntity> entity(id, ZvDb::kForRead);
+        QCOMPARE(bound->of(*entity), ZvString(L"Beta"));
+    }
+    QCOMPARE(bound->current(drawing()), ZvString(L"Alpha"));
+}
+
+void TestNamedCombos::undoBringsDrawingAndControlBack()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    endCommand();
+    combo->setCurrentIndex(combo->findText(QStringLiteral("Beta")));
+    QVERIFY(runCommands());
+    QCOMPARE(bound->current(drawing()), ZvString(L"Beta"));
+    QVERIFY(runMacro(L"_.U"));
+    QCOMPARE(bound->current(drawing()), ZvString(L"Alpha"));
+    QCOMPARE(combo->currentText(), QStringLiteral("Alpha"));
+    QVERIFY(runMacro(L"_.REDO"));
+    QCOMPARE(bound->current(drawing()), ZvString(L"Beta"));
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+}
+
+void TestNamedCombos::pickOfAnUnhookedControlWritesNothing()
+{
+    QFETCH(const Bound *, bound);
+    makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    const Combo combo = memberOf(bound->name).make(false);
+    QSignalSpy told(combo.get(), memberOf(bound->name).signal);
+    combo->setCurrentIndex(combo->findText(QStringLiteral("Beta")));
+    QCOMPARE(told.size(), 1);
+    QVERIFY(!zvedQueueHasInput());
+    QCOMPARE(bound->current(drawing()), ZvString(L"Alpha"));
+}
+
+void TestNamedCombos::pickOfAnEmptyTextIsToldAndWritesNothing()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), alpha, L"Alpha");
+    endCommand();
+    combo->addItem(QString());
+    QSignalSpy told(combo.get(), memberOf(bound->name).signal);
+    combo->setCurrentIndex(combo->count() - 1);
+    QCOMPARE(told.size(), 1);
+    QVERIFY(!zvedQueueHasInput());
+    QCOMPARE(bound->current(drawing()), ZvString(L"Alpha"));
+}
+
+void TestNamedCombos::blankPickIsNone()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    QSignalSpy told(combo.get(), memberOf(bound->name).signal);
+    combo->setCurrentIndex(-1);
+    QCOMPARE(told.size(), 0);
+    QVERIFY(!zvedQueueHasInput());
+}
+
+void TestNamedCombos::namesOfAllKindsArePicked_data()
+{
+    QTest::addColumn<const Bound *>("bound");
+    QTest::addColumn<QString>("name");
+    const struct
+    {
+        const char *row;
+        QString name;
+    } names[] = {
+        {"blanks", QStringLiteral("two words here")},
+        {"apostrophe", QStringLiteral("the best one's")},
+        {"quotes", QStringLiteral("the \"best\" one")},
+        {"semicolon", QStringLiteral("a;b")},
+        {"Chinese", QStringLiteral("建筑 标准")},
+        {"255 characters", QString(255, QLatin1Char('x'))},
+        {"caret", QStringLiteral("^C^C")},
+    };
+    for (const Bound *bound = boundTable(); bound->name; ++bound) {
+        for (const auto &name : names)
+            QTest::addRow("%s, %s", bound->name, name.row) << bound << name.name;
+    }
+}
+
+void TestNamedCombos::namesOfAllKindsArePicked()
+{
+    QFETCH(const Bound *, bound);
+    QFETCH(QString, name);
+    const ZvString wide = ZvUtf8String(name.toUtf8().constData()).toWide();
+    const bool isRecord
+        = zvrxCast<ZvDbSymbolTableRecord>(ZvDbObjectPointer<ZvDbObject>(bound->add(L"Alpha"), ZvDb::kForRead).get());
+    const bool isAdded = !bound->add(wide).isNull();
+    // Names of table records have neither quotes nor semicolons, names in dictionaries may.
+    QCOMPARE(isAdded, !isRecord || !(name.contains(QLatin1Char('"')) || name.contains(QLatin1Char(';'))));
+    if (!isAdded)
+        return;
+    const Combo combo = memberOf(bound->name).make(true);
+    endCommand();
+    combo->setCurrentIndex(combo->findText(name));
+    QVERIFY(runCommands());
+    QCOMPARE(bound->current(drawing()), wide);
+    QCOMPARE(combo->currentText(), name);
+}
+
+void TestNamedCombos::renamedAndErasedObjectsFollowAtTheNextOpening()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    const ZvDbObjectId gamma = bound->add(L"Gamma");
+    combo->showPopup();
+    combo->hidePopup();
+    QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
+    {
+        const ZvDbObjectPointer<ZvDbObject> object(gamma, ZvDb::kForWrite);
+        QCOMPARE(object->erase(), Zv::eOk);
+    }
+    QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0); // until the list is filled again
+    combo->showPopup();
+    QCOMPARE(combo->findText(QStringLiteral("Gamma")), -1);
+    combo->hidePopup();
+    if (zvrxCast<ZvDbSymbolTableRecord>(ZvDbObjectPointer<ZvDbObject>(beta, ZvDb::kForRead).get())) {
+        change<ZvDbSymbolTableRecord>(beta, [](ZvDbSymbolTableRecord &record) { record.setName(L"Delta"); });
+        combo->showPopup();
+        combo->hidePopup();
+        QCOMPARE(combo->findText(QStringLiteral("Beta")), -1);
+        QVERIFY(combo->findText(QStringLiteral("Delta")) >= 0);
+    }
+}
+
+ZEVA_TEST_MAIN(TestNamedCombos)
+#include "tst_namedcombos.moc"
