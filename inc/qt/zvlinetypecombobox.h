@@ -88,7 +88,6 @@ private:
     struct KeptPictures;
 
     bool isPendingRow(int index) const;
-    int placeOfNewRow(int rows) const;
     QIcon rowPicture(const QImage &image) const;
     int addMissingRow(const QString &name);
     void pickPendingRow();

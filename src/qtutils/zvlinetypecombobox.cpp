@@ -97,13 +97,6 @@ void ZvLineTypeComboBox::init()
         addPendingItem();
 }
 
-/// Before the last row where that is the row "其他...". While the list is filled that row is not there yet, and the
-/// type that comes first is pushed to the end by the others: users know it there, above "其他...".
-int ZvLineTypeComboBox::placeOfNewRow(int rows) const
-{
-    return m_hasNoPendingRow ? rows : std::max(rows - 1, 0);
-}
-
 void ZvLineTypeComboBox::readLineTypeInfo()
 {
     qRegisterMetaType<ZvDbObjectId>("ZvDbObjectId");
@@ -111,7 +104,7 @@ void ZvLineTypeComboBox::readLineTypeInfo()
     const QSignalBlocker quiet(this);
     clear();
     zvResetRowPictures(*this, m_iconWidth, m_iconHeight);
-    QVector<ZvRow> rows;
+    std::vector<ZvRow> rows;
     KeptPictures pictures;
     int delivered = 0;
     ZevaUISetting::getLineTypeInfo(
@@ -132,11 +125,16 @@ void ZvLineTypeComboBox::readLineTypeInfo()
                     ? old->second
                     : KeptPictures::Kept{raster, rowPicture(zvutZvGiRasterImage2QImage(raster))};
             }
-            rows.insert(placeOfNewRow(rows.size()), {kept.icon, zvToQString(name), QVariant::fromValue(id)});
+            rows.push_back({kept.icon, zvToQString(name), QVariant::fromValue(id)});
         });
+    // New rows go before the last one, which is not yet the row "其他...": so the type that comes first is pushed to
+    // the end by the others, and is still the current one there. Kept: users know it above "其他...".
+    const bool isPushedDown = !m_hasNoPendingRow && !rows.empty();
+    if (isPushedDown)
+        std::rotate(rows.begin(), rows.begin() + 1, rows.end());
     zvAppendRows(*this, rows);
-    if (!rows.isEmpty())
-        setCurrentIndex(m_hasNoPendingRow ? 0 : rows.size() - 1); // the first that came, wherever it is by now
+    if (isPushedDown)
+        setCurrentIndex(count() - 1);
     std::swap(*m_pictures, pictures);
 }
 
@@ -155,7 +153,7 @@ QIcon ZvLineTypeComboBox::rowPicture(const QImage &image) const
 
 void ZvLineTypeComboBox::drawLineItem(ZvDbObjectId &id, QImage &image, QString &name)
 {
-    insertItem(placeOfNewRow(count()), rowPicture(image), name, QVariant::fromValue(id));
+    insertItem(m_hasNoPendingRow ? count() : count() - 1, rowPicture(image), name, QVariant::fromValue(id));
 }
 
 void ZvLineTypeComboBox::addPendingItem()

@@ -91,7 +91,7 @@ void zvAddPlainRow(QComboBox &combo, const QString &name)
     combo.insertItem(combo.count(), QIcon(), name, QVariant());
 }
 
-void zvAppendRows(QComboBox &combo, const QVector<ZvRow> &rows)
+void zvAppendRows(QComboBox &combo, const std::vector<ZvRow> &rows)
 {
     auto *model = qobject_cast<QStandardItemModel *>(combo.model());
     if (!model) { // a caller has set one of his own
@@ -100,7 +100,7 @@ void zvAppendRows(QComboBox &combo, const QVector<ZvRow> &rows)
         return;
     }
     QList<QStandardItem *> items;
-    items.reserve(rows.size());
+    items.reserve(int(rows.size()));
     for (const ZvRow &row : rows) {
         auto *item = new QStandardItem(row.icon, row.text);
         item->setData(row.data, Qt::UserRole);

@@ -12,7 +12,6 @@
 #include "base/zvlog.h"
 
 #include <QComboBox>
-#include <QVector>
 
 #include <vector>
 
@@ -132,7 +131,7 @@ struct ZvRow
 };
 
 /// Adds rows at the end, all at once: combo and view hear of one change and not of one a row.
-void zvAppendRows(QComboBox &combo, const QVector<ZvRow> &rows);
+void zvAppendRows(QComboBox &combo, const std::vector<ZvRow> &rows);
 
 /// The control is being filled: hooked is cleared for the length of a scope.
 class ZvHookedCleared
