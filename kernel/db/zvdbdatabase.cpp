@@ -391,7 +391,8 @@ ZvDbObjectId ZvDbDatabase::layerStateDictionaryId(bool create) const
 {
     // Unlike the others it hangs on the table of layers.
     const ZvDbObject *table = d->table(kLayerTable);
-    const ZvDbObjectId found = d->dictionaryIn(table ? table->extensionDictionary() : ZvDbObjectId(), kLayerStates, false);
+    const ZvDbObjectId found
+        = d->dictionaryIn(table ? table->extensionDictionary() : ZvDbObjectId(), kLayerStates, false);
     if (!found.isNull() || !create)
         return found;
     d->undo.beginFrame(); // both in one step

@@ -32,8 +32,8 @@ ZvGeMatrix3d matrixOf(const ZvGePoint3d &origin, const ZvGeVector3d &x, const Zv
     return ZvGeMatrix3d().setCoordSystem(origin, x, y, x.crossProduct(y));
 }
 
-/// The space that is worked in: paper space (1) on the paper itself, model space (0) otherwise, also where it is worked in
-/// through a viewport of a layout.
+/// The space that is worked in: paper space (1) on the paper itself, model space (0) otherwise, also where it is worked
+/// in through a viewport of a layout.
 int spaceAtHand(const ZvDbDatabasePrivate &d)
 {
     return d.q.tilemode() || !d.viewportWorkedIn().isNull() ? 0 : 1;

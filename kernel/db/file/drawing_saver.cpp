@@ -283,7 +283,8 @@ void DrawingSaver::planObjects()
         if (!d.stubs.isUsed(index))
             continue;
         const ZvDbStub &stub = d.stubs[index];
-        if (stub.isErased() && !isNew(stub) && stub.owner && d.classAt(stub.owner).descriptor->isDerivedFrom(ZvDbDictionary::desc()))
+        if (stub.isErased() && !isNew(stub) && stub.owner
+            && d.classAt(stub.owner).descriptor->isDerivedFrom(ZvDbDictionary::desc()))
             m_dictionaries.insert(stub.owner);
     }
     for (std::uint32_t index = 1; index < end; ++index) {
