@@ -116,8 +116,9 @@ LastSummary &lastSummary()
     return last;
 }
 
-/// Null where the kernel cannot summarise this selection. Good until the next call.
-const Summary *summaryOf(const long selectionName[2], unsigned properties)
+/// What the kernel says of a selection. Null where it cannot say it; where it has not said it before, and \a mayOpen is
+/// false, it is not asked, since it may open entities to find out. Good until the next call.
+const Summary *summaryOf(const long selectionName[2], unsigned properties, bool mayOpen)
 {
     LastSummary &last = lastSummary();
     const std::vector<ZvDbObjectId> &ids = zvedSSIds(selectionName);
@@ -130,6 +131,8 @@ const Summary *summaryOf(const long selectionName[2], unsigned properties)
     const SelectionStamp stamp {selectionName[0], holder->changeStamp(), database->number(), database->changeStamp()};
     if (isLasting && (last.properties & properties) == properties && last.stamp == stamp)
         return &last.summary;
+    if (!mayOpen)
+        return nullptr;
 
     last.properties = 0;
     if (!zvdbSummarizeEntities(ids, properties, last.summary))
@@ -147,12 +150,15 @@ void zvSummarizeSelection(const long selectionName[2], const ZvArray<SPickFirstI
 {
     unsigned properties = 0;
     bool hasNull = false;
+    bool opensAnyway = false; // for a summary that the kernel's cannot serve
     for (const SPickFirstInfo *info : infos) {
         hasNull = hasNull || !info;
-        if (const SummaryRow *row = info ? servableRow(*info) : nullptr)
+        const SummaryRow *row = info ? servableRow(*info) : nullptr;
+        opensAnyway = opensAnyway || !row;
+        if (row)
             properties |= row->property;
     }
-    const Summary *summary = properties && !hasNull ? summaryOf(selectionName, properties) : nullptr;
+    const Summary *summary = properties && !hasNull ? summaryOf(selectionName, properties, !opensAnyway) : nullptr;
     for (SPickFirstInfo *info : infos) {
         const SummaryRow *row = summary ? servableRow(*info) : nullptr;
         if (row)

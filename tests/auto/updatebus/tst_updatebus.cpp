@@ -55,7 +55,11 @@ private:
 class CountingInfo : public SPickFirstInfo
 {
 public:
-    void merge(const ZvDbEntity *, const ZvDbEntity *) override { ++merges; }
+    void merge(const ZvDbEntity *, const ZvDbEntity *) override
+    {
+        if (++merges == mixedAfter)
+            status = kInfoMixed;
+    }
     void reset() override
     {
         status = kInfoUniform;
@@ -63,6 +67,7 @@ public:
     }
     int merges = 0;
     int resets = 0;
+    int mixedAfter = 0; // merges; 0 for never
 };
 
 class FollowingBox : public QComboBox, public CZvQtControlHelp
@@ -78,6 +83,13 @@ CZvGlobalUIReactorHelp noticeOfKind(std::uint64_t kind)
     CZvGlobalUIReactorHelp notice;
     notice.kind = kind;
     return notice;
+}
+
+ZvCmColor colorOfIndex(int index)
+{
+    ZvCmColor color;
+    color.setColorIndex(std::uint16_t(index));
+    return color;
 }
 
 typedef std::vector<std::uint64_t> Kinds;
@@ -132,7 +144,9 @@ private Q_SLOTS:
     void receiverWithoutSummaryAddsNone();
     void summaryIsResetOnceANotice();
     void sharedSummaryIsKeptOnce();
+    void scanOpensEachEntityOnceForAllSummaries_data();
     void scanOpensEachEntityOnceForAllSummaries();
+    void foreignSummaryBesideUnchangedOnesOpensEachEntityOnce();
 
     // receivers
     void receiversAreToldInTheOrderOfJoining();
@@ -656,24 +670,103 @@ void TestUpdateBus::sharedSummaryIsKeptOnce()
     QCOMPARE(info.resets, 1);
 }
 
+void TestUpdateBus::scanOpensEachEntityOnceForAllSummaries_data()
+{
+    QTest::addColumn<QString>("entities");
+    QTest::addColumn<int>("known");
+    QTest::addColumn<int>("foreign");
+    QTest::addColumn<int>("foreignMixedAfter"); // passes, 0 for never
+    const char *const kinds[] = {"alike", "of many properties", "of many classes"};
+    for (const char *kind : kinds) {
+        const QString entities = QString::fromLatin1(kind);
+        const auto row = [&](const char *summaries) -> QTestData & {
+            return QTest::newRow(qPrintable(entities + QStringLiteral(", ") + QLatin1String(summaries))) << entities;
+        };
+        row("the library's summaries alone") << 10 << 0 << 0;
+        row("foreign summaries alone") << 0 << 2 << 0;
+        row("both") << 10 << 2 << 0;
+        row("both, the foreign ones mixed early") << 10 << 2 << 3;
+        row("one of each") << 1 << 1 << 0;
+    }
+}
+
 void TestUpdateBus::scanOpensEachEntityOnceForAllSummaries()
+{
+    QFETCH(QString, entities);
+    QFETCH(int, known);
+    QFETCH(int, foreign);
+    QFETCH(int, foreignMixedAfter);
+    constexpr int kEntities = 25;
+    const ZvDbObjectId style = addDimStyle(L"Fine");
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < kEntities; ++i) {
+        if (entities == QLatin1String("of many classes") && i % 2 == 1) {
+            auto *dimension = new ZvDbDimension;
+            dimension->setDimensionStyle(style);
+            ids.push_back(add(dimension));
+            continue;
+        }
+        ids.push_back(addLine());
+        if (entities == QLatin1String("of many properties")) {
+            change<ZvDbEntity>(ids.back(), [i](ZvDbEntity &entity) {
+                entity.setLinetypeScale(1.0 + i); // no summary's
+                entity.setColor(colorOfIndex(1 + i % 2));
+            });
+        }
+    }
+    select(ids);
+    CountingInfo own[2];
+    SLayerInfo layer;
+    SColorInfo color;
+    SLineTypeInfo lineType;
+    SLineWeightInfo lineWeight;
+    SMaterialInfo material;
+    SPlotStyleInfo plotStyle;
+    STableStyleInfo tableStyle;
+    SDimStyleInfo dimStyle;
+    STextStyleInfo textStyle;
+    SMleaderStyleInfo mleaderStyle;
+    SPickFirstInfo *const infos[] = {&layer,     &color,      &lineType, &lineWeight, &material,
+                                     &plotStyle, &tableStyle, &dimStyle, &textStyle,  &mleaderStyle};
+    std::vector<std::unique_ptr<Recorder>> recorders;
+    for (int i = 0; i < known; ++i)
+        recorders.push_back(std::make_unique<Recorder>(bus(), infos[i]));
+    for (int i = 0; i < foreign; ++i) {
+        own[i].mixedAfter = foreignMixedAfter;
+        recorders.insert(recorders.begin() + i, std::make_unique<Recorder>(bus(), &own[i]));
+    }
+    const std::uint64_t before = drawing().openingsCount();
+    bus().layoutSwitched(L"");
+    const std::uint64_t opened = drawing().openingsCount() - before;
+    QVERIFY2(opened <= kEntities, qPrintable(QString::number(opened)));
+    const int passes = (kEntities + 1) / 2;
+    if (foreign)
+        QCOMPARE(own[foreign - 1].merges, foreignMixedAfter ? foreignMixedAfter : passes);
+    if (foreign && !foreignMixedAfter)
+        QCOMPARE(opened, std::uint64_t(kEntities));
+    if (known)
+        QCOMPARE(layer.status, int(kInfoUniform));
+    if (known > 1) {
+        QCOMPARE(color.status, int(entities == QLatin1String("of many properties") ? kInfoMixed : kInfoUniform));
+        QCOMPARE(tableStyle.status, int(kInfoMixed));
+    }
+}
+
+void TestUpdateBus::foreignSummaryBesideUnchangedOnesOpensEachEntityOnce()
 {
     std::vector<ZvDbObjectId> ids;
     for (int i = 0; i < 25; ++i)
         ids.push_back(addLine());
-    select(ids);
-    CountingInfo own[3];
     SColorInfo color;
-    SLayerInfo layer;
-    Recorder recorders[] {Recorder(bus(), &own[0]), Recorder(bus(), &color), Recorder(bus(), &own[1]),
-                          Recorder(bus(), &layer), Recorder(bus(), &own[2])};
-    Q_UNUSED(recorders)
+    CountingInfo own;
+    Recorder known(bus(), &color);
+    select(ids); // the library's summary is at hand from here
+    Recorder foreign(bus(), &own);
     const std::uint64_t before = drawing().openingsCount();
     bus().layoutSwitched(L"");
-    const std::uint64_t opened = drawing().openingsCount() - before;
-    QVERIFY2(opened <= 25 + 2, qPrintable(QString::number(opened))); // and the two whose values the kernel's summary reads
-    QCOMPARE(own[2].merges, 13);
-    QCOMPARE(layer.status, int(kInfoUniform));
+    QCOMPARE(drawing().openingsCount() - before, std::uint64_t(25));
+    QCOMPARE(own.merges, 13);
+    QCOMPARE(color.status, int(kInfoUniform));
 }
 
 // ---- receivers
