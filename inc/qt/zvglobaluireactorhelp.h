@@ -87,15 +87,10 @@ public:
 protected:
     explicit SPropertyInfo(const T &empty);
 
-    struct Scratch
-    {
-        T value;
-        bool seen;
-    };
-    std::unique_ptr<Scratch> m_scratch;
-
 private:
     friend struct SPickFirstInfoAccess;
+    struct Scratch; // what was taken in since reset()
+    std::unique_ptr<Scratch> m_scratch;
     const T m_empty;
 };
 

@@ -8,8 +8,8 @@ namespace ZvGlobalUIReactorHelp {
 SPickFirstInfo::SPickFirstInfo() = default;
 SPickFirstInfo::~SPickFirstInfo() = default;
 
-template<class T>
-SPropertyInfo<T>::SPropertyInfo(const T &empty) : value(empty), m_scratch(new Scratch {empty, false}), m_empty(empty)
+template <class T>
+SPropertyInfo<T>::SPropertyInfo(const T &empty) : value(empty), m_scratch(new Scratch{empty}), m_empty(empty)
 {
 }
 
@@ -23,6 +23,7 @@ void SPropertyInfo<T>::reset()
     if (m_scratch->seen)
         m_scratch->value = m_empty;
     m_scratch->seen = false;
+    m_scratch->combination = 0;
 }
 
 template class SPropertyInfo<ZvCmColor>;
@@ -33,21 +34,28 @@ template class SPropertyInfo<ZvDbObjectId>;
 namespace {
 
 /// A property that every entity has. One that cannot be read is a missing one.
-template<class Info, class Scratch, class Read>
-void mergeCommon(Info &info, Scratch &scratch, const ZvDbEntity *first, const ZvDbEntity *second, Read read)
+template <class T>
+void mergeCommon(SPropertyInfo<T> &info, const ZvDbEntity *first, const ZvDbEntity *second,
+                 T (*read)(const ZvDbEntity &))
 {
-    if (first && second) {
-        zvMergePair(info.status, scratch.value, scratch.seen, read(*first), read(*second));
-    } else if (const ZvDbEntity *entity = first ? first : second) {
-        zvMergeOne(info.status, scratch.value, scratch.seen, read(*entity));
+    auto &scratch = SPickFirstInfoAccess::scratch(info);
+    const std::uint64_t combination = zvCombinationOf(first, second);
+    if (!combination || combination != scratch.combination) {
+        if (first && second) {
+            zvMergePair(info.status, scratch.value, scratch.seen, read(*first), read(*second));
+        } else if (const ZvDbEntity *entity = first ? first : second) {
+            zvMergeOne(info.status, scratch.value, scratch.seen, read(*entity));
+        }
+        scratch.combination = info.status == kInfoMixed ? 0 : combination;
     }
     info.value = scratch.value;
 }
 
 /// A style that some entities have: one without makes the summary mixed.
-template<class Info, class Scratch>
-void mergeStyle(Info &info, Scratch &scratch, const ZvDbEntity *first, const ZvDbEntity *second, ZvStyleReader read)
+void mergeStyle(SPropertyInfo<ZvDbObjectId> &info, const ZvDbEntity *first, const ZvDbEntity *second,
+                ZvStyleReader read)
 {
+    auto &scratch = SPickFirstInfoAccess::scratch(info);
     ZvDbObjectId a;
     ZvDbObjectId b;
     if ((first && !read(*first, a)) || (second && !read(*second, b)))
@@ -61,15 +69,15 @@ void mergeStyle(Info &info, Scratch &scratch, const ZvDbEntity *first, const ZvD
 
 /// The three styles of one class. A pass whose first entity could not be opened makes them mixed, although its second
 /// one may fit: controls show an empty box then, as they do for every selection they cannot answer for.
-template<class Info, class Scratch>
-void mergeClassStyle(Info &info, Scratch &scratch, const ZvDbEntity *first, const ZvDbEntity *second, ZvStyleReader read)
+void mergeClassStyle(SPropertyInfo<ZvDbObjectId> &info, const ZvDbEntity *first, const ZvDbEntity *second,
+                     ZvStyleReader read)
 {
     if (!first && second) {
         info.status = kInfoMixed;
-        info.value = scratch.value;
+        info.value = SPickFirstInfoAccess::scratch(info).value;
         return;
     }
-    mergeStyle(info, scratch, first, second, read);
+    mergeStyle(info, first, second, read);
 }
 
 } // namespace
@@ -79,7 +87,7 @@ SColorInfo::~SColorInfo() = default;
 
 void SColorInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadColor);
+    mergeCommon(*this, first, second, zvReadColor);
 }
 
 SLineTypeInfo::SLineTypeInfo() : SPropertyInfo(ZvString()) { }
@@ -87,7 +95,7 @@ SLineTypeInfo::~SLineTypeInfo() = default;
 
 void SLineTypeInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadLineType);
+    mergeCommon(*this, first, second, zvReadLineType);
 }
 
 SLineWeightInfo::SLineWeightInfo() : SPropertyInfo(ZvDb::kLnWtByLayer) { }
@@ -95,7 +103,7 @@ SLineWeightInfo::~SLineWeightInfo() = default;
 
 void SLineWeightInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadLineWeight);
+    mergeCommon(*this, first, second, zvReadLineWeight);
 }
 
 SLayerInfo::SLayerInfo() : SPropertyInfo(ZvDbObjectId()) { }
@@ -103,7 +111,7 @@ SLayerInfo::~SLayerInfo() = default;
 
 void SLayerInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadLayer);
+    mergeCommon(*this, first, second, zvReadLayer);
 }
 
 SMaterialInfo::SMaterialInfo() : SPropertyInfo(ZvString()) { }
@@ -111,7 +119,7 @@ SMaterialInfo::~SMaterialInfo() = default;
 
 void SMaterialInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadMaterial);
+    mergeCommon(*this, first, second, zvReadMaterial);
 }
 
 SPlotStyleInfo::SPlotStyleInfo() : SPropertyInfo(ZvString()) { }
@@ -119,7 +127,7 @@ SPlotStyleInfo::~SPlotStyleInfo() = default;
 
 void SPlotStyleInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeCommon(*this, *m_scratch, first, second, zvReadPlotStyle);
+    mergeCommon(*this, first, second, zvReadPlotStyle);
 }
 
 STableStyleInfo::STableStyleInfo() : SPropertyInfo(ZvDbObjectId()) { }
@@ -127,7 +135,7 @@ STableStyleInfo::~STableStyleInfo() = default;
 
 void STableStyleInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeClassStyle(*this, *m_scratch, first, second, zvReadTableStyle);
+    mergeClassStyle(*this, first, second, zvReadTableStyle);
 }
 
 SDimStyleInfo::SDimStyleInfo() : SPropertyInfo(ZvDbObjectId()) { }
@@ -135,7 +143,7 @@ SDimStyleInfo::~SDimStyleInfo() = default;
 
 void SDimStyleInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeClassStyle(*this, *m_scratch, first, second, zvReadDimStyle);
+    mergeClassStyle(*this, first, second, zvReadDimStyle);
 }
 
 STextStyleInfo::STextStyleInfo() : SPropertyInfo(ZvDbObjectId()) { }
@@ -143,7 +151,7 @@ STextStyleInfo::~STextStyleInfo() = default;
 
 void STextStyleInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeStyle(*this, *m_scratch, first, second, zvReadTextStyle);
+    mergeStyle(*this, first, second, zvReadTextStyle);
 }
 
 SMleaderStyleInfo::SMleaderStyleInfo() : SPropertyInfo(ZvDbObjectId()) { }
@@ -151,7 +159,7 @@ SMleaderStyleInfo::~SMleaderStyleInfo() = default;
 
 void SMleaderStyleInfo::merge(const ZvDbEntity *first, const ZvDbEntity *second)
 {
-    mergeClassStyle(*this, *m_scratch, first, second, zvReadMLeaderStyle);
+    mergeClassStyle(*this, first, second, zvReadMLeaderStyle);
 }
 
 } // namespace ZvGlobalUIReactorHelp

@@ -11,6 +11,8 @@
 
 using namespace ZvGlobalUIReactorHelp;
 
+const ZvPickFirstPass *zvCurrentPass = nullptr;
+
 namespace {
 
 /// The pick-first set, to be visited from both ends at once: a selection whose ends differ is known at the first pass.
@@ -26,24 +28,22 @@ public:
     const long *name() const { return m_name; }
     bool isEmpty() const { return m_length < 1; }
     int passes() const { return int((m_length + 1) / 2); }
-    ZvDbObjectId first(int pass) const { return idAt(pass); }
-    /// Null in the middle of an odd number.
-    ZvDbObjectId second(int pass) const
+    struct Pair
     {
-        const long number = m_length - 1 - pass;
-        return number == pass || number < 1 ? ZvDbObjectId() : idAt(number);
+        ZvDbObjectId first;
+        ZvDbObjectId second; // null in the middle of an odd number
+    };
+    Pair pair(int pass) const
+    {
+        // Not kept from one pass to the next: who is told of an entity may change the selection.
+        const std::vector<ZvDbObjectId> &ids = zvedSSIds(m_name);
+        const auto idAt
+            = [&ids](long number) { return number < long(ids.size()) ? ids[std::size_t(number)] : ZvDbObjectId(); };
+        const long other = m_length - 1 - pass;
+        return {idAt(pass), other == pass || other < 1 ? ZvDbObjectId() : idAt(other)};
     }
 
 private:
-    ZvDbObjectId idAt(long number) const
-    {
-        long entityName[2] = {};
-        ZvDbObjectId id;
-        if (zvedSSName(m_name, number, entityName) == ZvRes::kNormal)
-            zvdbGetObjectId(id, entityName);
-        return id;
-    }
-
     long m_name[2] = {};
     long m_length = 0;
 };
@@ -56,14 +56,59 @@ void setStatus(const ZvArray<SPickFirstInfo *> &infos, PickFirstStatus status)
     }
 }
 
+/// The passes of one scan, as its merges see them.
+class ScanPasses
+{
+public:
+    ScanPasses() { zvCurrentPass = &m_pass; }
+    ~ScanPasses() { zvCurrentPass = m_outer; }
+    ScanPasses(const ScanPasses &) = delete;
+    ScanPasses &operator=(const ScanPasses &) = delete;
+
+    void begin(const ZvDbEntity *first, const ZvDbEntity *second)
+    {
+        m_pass = {first, second, combinationOf(first, second)};
+    }
+
+private:
+    std::uint64_t combinationOf(const ZvDbEntity *first, const ZvDbEntity *second)
+    {
+        const ZvDbEntity *entity = first ? first : second;
+        if (!entity)
+            return 0;
+        const std::uint32_t number = entity->propertiesNumber();
+        const ZvDbDatabase *database = entity->database();
+        if (!number || (first && second && (second->propertiesNumber() != number || second->database() != database)))
+            return 0;
+        // A number tells nothing of another drawing, nor of names that were changed since.
+        const std::uint64_t stamp = database->changeStamp();
+        if (database != m_database || stamp != m_stamp) {
+            m_database = database;
+            m_stamp = stamp;
+            m_epoch = ++s_lastEpoch;
+        }
+        return (m_epoch << 32) | number;
+    }
+
+    static inline std::uint64_t s_lastEpoch = 0;
+    ZvPickFirstPass m_pass;
+    const ZvPickFirstPass *const m_outer = zvCurrentPass; // of a scan in whose merge this one happens
+    const ZvDbDatabase *m_database = nullptr;
+    std::uint64_t m_stamp = 0;
+    std::uint64_t m_epoch = 0;
+};
+
 /// Opens the entities of a pass, and lets every summary take them in that is not mixed yet.
 void mergeEntities(const TwoEndedScan &scan, const ZvArray<SPickFirstInfo *> &infos)
 {
     // Null entries count and never become mixed: with one of them the scan runs to its end.
     int remaining = infos.length();
+    ScanPasses passes;
     for (int pass = 0; pass < scan.passes() && remaining >= 1; ++pass) {
-        const ZvDbObjectPointer<ZvDbEntity> first(scan.first(pass), ZvDb::kForRead);
-        const ZvDbObjectPointer<ZvDbEntity> second(scan.second(pass), ZvDb::kForRead);
+        const TwoEndedScan::Pair ids = scan.pair(pass);
+        const ZvDbObjectPointer<ZvDbEntity> first(ids.first, ZvDb::kForRead);
+        const ZvDbObjectPointer<ZvDbEntity> second(ids.second, ZvDb::kForRead);
+        passes.begin(first.get(), second.get());
         for (SPickFirstInfo *info : infos) {
             if (!info || info->status == kInfoMixed)
                 continue;
@@ -94,8 +139,9 @@ int queryProperty(T &value, const T &empty, Read read)
     for (int pass = 0; pass < scan.passes() && status != kInfoMixed; ++pass) {
         T first = empty;
         T second = empty;
-        const bool hasFirst = readId(scan.first(pass), first);
-        const bool hasSecond = readId(scan.second(pass), second);
+        const TwoEndedScan::Pair ids = scan.pair(pass);
+        const bool hasFirst = readId(ids.first, first);
+        const bool hasSecond = readId(ids.second, second);
         if (hasFirst && hasSecond)
             zvMergePair(status, value, seen, first, second);
         else if (hasFirst || hasSecond)

@@ -287,7 +287,7 @@ void ZvDbEntity::setDatabaseDefaults(const ZvDbDatabase *database)
 std::uint32_t ZvDbEntity::propertiesNumber() const
 {
     const ZvDbDatabasePrivate *database = ZvDbDatabasePrivate::of(this);
-    return database ? database->propertyNumbers[objectId().index()] : 0;
+    return database ? database->propertyNumbers[ZvDbStubTable::indexOf(ZvDbObjectAccess::stub(this))] : 0;
 }
 
 // ---- what a kind of entity may leave as it is

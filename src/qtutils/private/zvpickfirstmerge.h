@@ -9,6 +9,44 @@
 // What the selection's summaries and its single-property queries share: how a property is read from an entity, and the
 // rule by which the values of one pass are taken in.
 
+namespace ZvGlobalUIReactorHelp {
+
+template <class T> struct SPropertyInfo<T>::Scratch
+{
+    T value;
+    bool seen = false;
+    std::uint64_t combination = 0; // that was taken in last and made no difference; see ZvPickFirstPass
+};
+
+/// The way to the scratch record of a summary.
+struct SPickFirstInfoAccess
+{
+    template <class T> static auto &scratch(SPropertyInfo<T> &info) { return *info.m_scratch; }
+    template <class T> static const auto &scratch(const SPropertyInfo<T> &info) { return *info.m_scratch; }
+};
+
+} // namespace ZvGlobalUIReactorHelp
+
+/// The pass that a scan is at, for the merges that are called in it. They all get the same two entities, mostly of the
+/// same common properties as the two before: that is found out once, for all of them.
+struct ZvPickFirstPass
+{
+    const ZvDbEntity *first = nullptr;
+    const ZvDbEntity *second = nullptr;
+    /// Equal values stand for equal common properties, names included, of all entities in the passes. 0 where the two
+    /// differ in some, and where nothing is known of them.
+    std::uint64_t combination = 0;
+};
+
+/// Null outside of scans: hosts may call merge() whenever they like.
+extern const ZvPickFirstPass *zvCurrentPass;
+
+inline std::uint64_t zvCombinationOf(const ZvDbEntity *first, const ZvDbEntity *second)
+{
+    const ZvPickFirstPass *pass = zvCurrentPass;
+    return pass && pass->first == first && pass->second == second ? pass->combination : 0;
+}
+
 inline bool zvDiffers(const ZvString &a, const ZvString &b)
 {
     return !a.sharesWith(b) && a.compare(b) != 0;

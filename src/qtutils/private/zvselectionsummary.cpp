@@ -2,6 +2,7 @@
 #include "private/zvselectionsummary.h"
 
 #include "private/zvcurrentdrawing.h"
+#include "private/zvpickfirstmerge.h"
 
 #include "db/zvdbsummary.h"
 
@@ -9,37 +10,28 @@
 
 using namespace ZvGlobalUIReactorHelp;
 
-namespace ZvGlobalUIReactorHelp {
-
-/// The way to the scratch record of a summary.
-struct SPickFirstInfoAccess
-{
-    template<class Info>
-    static bool isFresh(const SPickFirstInfo &info)
-    {
-        return info.status != kInfoMixed && !static_cast<const Info &>(info).m_scratch->seen;
-    }
-
-    /// What the merges of a whole scan leave behind.
-    template<class Info, class T>
-    static void take(SPickFirstInfo &info, const T &value, bool found, bool mixed)
-    {
-        auto &typed = static_cast<Info &>(info);
-        if (mixed)
-            typed.status = kInfoMixed;
-        if (found) {
-            typed.m_scratch->value = value;
-            typed.m_scratch->seen = true;
-        }
-        typed.value = typed.m_scratch->value;
-    }
-};
-
-} // namespace ZvGlobalUIReactorHelp
-
 namespace {
 
 typedef ZvDbEntitySummary Summary;
+
+template <class Info> bool isFresh(const SPickFirstInfo &info)
+{
+    return info.status != kInfoMixed && !SPickFirstInfoAccess::scratch(static_cast<const Info &>(info)).seen;
+}
+
+/// What the merges of a whole scan leave behind.
+template <class Info, class T> void take(SPickFirstInfo &info, const T &value, bool found, bool mixed)
+{
+    auto &typed = static_cast<Info &>(info);
+    auto &scratch = SPickFirstInfoAccess::scratch(typed);
+    if (mixed)
+        typed.status = kInfoMixed;
+    if (found) {
+        scratch.value = value;
+        scratch.seen = true;
+    }
+    typed.value = scratch.value;
+}
 
 struct SummaryRow
 {
@@ -52,10 +44,8 @@ struct SummaryRow
 template<class Info, Summary::Property property, auto member>
 SummaryRow rowOf()
 {
-    return {&typeid(Info), property, SPickFirstInfoAccess::isFresh<Info>,
-            [](SPickFirstInfo &info, const Summary &summary) {
-                SPickFirstInfoAccess::take<Info>(info, summary.*member, summary.found & property,
-                                                 summary.mixed & property);
+    return {&typeid(Info), property, isFresh<Info>, [](SPickFirstInfo &info, const Summary &summary) {
+                take<Info>(info, summary.*member, summary.found & property, summary.mixed & property);
             }};
 }
 

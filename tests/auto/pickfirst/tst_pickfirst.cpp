@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 
 #include <array>
+#include <functional>
 
 using namespace ZvGlobalUIReactorHelp;
 
@@ -43,12 +44,30 @@ struct TenOf
             result.append(info);
         return result;
     }
-    void scan()
+    /// With others beside the ten.
+    void scan(const Infos &others = Infos())
+    {
+        Infos all = infos();
+        all.append(others);
+        for (SPickFirstInfo *info : all)
+            info->reset();
+        ZevaUISetting::getPickFirstInfos(all);
+    }
+    /// Without the library's scan: nothing but the rule, entity by entity.
+    void mergeByHand(const std::vector<ZvDbObjectId> &ids)
     {
         const Infos all = infos();
         for (SPickFirstInfo *info : all)
             info->reset();
-        ZevaUISetting::getPickFirstInfos(all);
+        for (std::size_t i = 0; 2 * i < ids.size(); ++i) {
+            const std::size_t j = ids.size() - 1 - i;
+            const ZvDbObjectPointer<ZvDbEntity> first(ids[i], ZvDb::kForRead);
+            const ZvDbObjectPointer<ZvDbEntity> second(j == i ? ZvDbObjectId() : ids[j], ZvDb::kForRead);
+            for (SPickFirstInfo *info : all) {
+                if (info->status != kInfoMixed)
+                    info->merge(first.get(), second.get());
+            }
+        }
     }
     std::array<int, 10> statuses()
     {
@@ -140,6 +159,10 @@ private Q_SLOTS:
     void unopenableEntityCountsAsAbsent();
     void scanLeavesNothingOpen();
     void derivedSummaryGoesThroughItsOwnMerge();
+    void hostsMergeMayHandOnWhatItLikes();
+    void namesThatChangeInsideAScanAreSeen();
+    void propertiesThatChangeInsideAScanAreSeen();
+    void scanInsideAScanLeavesTheOuterOneAlone();
     void secondScanOpensNothingWhileNothingChanges();
     void changeOfAnEntityIsSeenByTheNextScan();
     void changeOfTheSelectionIsSeenByTheNextScan();
@@ -179,8 +202,8 @@ private Q_SLOTS:
     void lockedLayerIsTold();
 
     // the kernel's summary is the scan's
-    void bulkSummaryEqualsTheMerges_data();
-    void bulkSummaryEqualsTheMerges();
+    void everyWayToSummariseGivesTheSame_data();
+    void everyWayToSummariseGivesTheSame();
     void kernelRefusesIdsOfTwoDrawings();
 
 private:
@@ -463,6 +486,165 @@ void TestPickFirst::derivedSummaryGoesThroughItsOwnMerge()
     ZevaUISetting::getPickFirstInfos(infos);
     QCOMPARE(contrary.status, int(kInfoMixed));
     QCOMPARE(color.status, int(kInfoUniform));
+}
+
+void TestPickFirst::hostsMergeMayHandOnWhatItLikes()
+{
+    /// Of the first entities only, and of every second pass only.
+    class Half : public SColorInfo
+    {
+    public:
+        void merge(const ZvDbEntity *first, const ZvDbEntity *) override
+        {
+            if (m_passes++ % 2 == 0)
+                SColorInfo::merge(first, nullptr);
+        }
+
+    private:
+        int m_passes = 0;
+    };
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < 12; ++i)
+        ids.push_back(addLine());
+    const int red[] = {0, 2, 4}; // the others are by layer
+    for (const int i : red)
+        change<ZvDbEntity>(ids[std::size_t(i)], [](ZvDbEntity &entity) { entity.setColor(colorOfIndex(1)); });
+    select(ids);
+    Half half;
+    Own<SColorInfo> all;
+    Infos infos;
+    infos.append(&half);
+    infos.append(&all);
+    half.reset();
+    all.reset();
+    ZevaUISetting::getPickFirstInfos(infos);
+    QCOMPARE(half.status, int(kInfoUniform));
+    QCOMPARE(half.value, colorOfIndex(1));
+    QCOMPARE(all.status, int(kInfoMixed));
+
+    /// Starts again at every pass.
+    class Last : public SColorInfo
+    {
+    public:
+        void merge(const ZvDbEntity *first, const ZvDbEntity *second) override
+        {
+            reset();
+            SColorInfo::merge(first, second);
+        }
+    };
+    /// Holds the later entities against another one.
+    class Against : public SColorInfo
+    {
+    public:
+        explicit Against(ZvDbObjectId other) : m_other(other, ZvDb::kForRead) { }
+        void merge(const ZvDbEntity *first, const ZvDbEntity *second) override
+        {
+            SColorInfo::merge(first, m_isLater ? m_other.get() : second);
+            m_isLater = true;
+        }
+
+    private:
+        const ZvDbObjectPointer<ZvDbEntity> m_other;
+        bool m_isLater = false;
+    };
+    const std::vector<ZvDbObjectId> alike{addLine(), addLine(), addLine(), addLine(), addLine(), addLine()};
+    for (const ZvDbObjectId id : alike)
+        change<ZvDbEntity>(id, [](ZvDbEntity &entity) { entity.setColor(colorOfIndex(2)); });
+    select(alike);
+    Last last;
+    Against against(ids[0]);
+    Infos more;
+    more.append(&last);
+    more.append(&against);
+    last.reset();
+    against.reset();
+    ZevaUISetting::getPickFirstInfos(more);
+    QCOMPARE(last.status, int(kInfoUniform));
+    QCOMPARE(last.value, colorOfIndex(2));
+    QCOMPARE(against.status, int(kInfoMixed));
+}
+
+namespace {
+
+/// Does something at the second pass of a scan.
+class Meddler : public SPickFirstInfo
+{
+public:
+    explicit Meddler(std::function<void()> act) : m_act(std::move(act)) { }
+    void merge(const ZvDbEntity *, const ZvDbEntity *) override
+    {
+        if (++m_passes == 2)
+            m_act();
+    }
+    void reset() override { status = kInfoUniform; }
+
+private:
+    const std::function<void()> m_act;
+    int m_passes = 0;
+};
+
+} // namespace
+
+void TestPickFirst::namesThatChangeInsideAScanAreSeen()
+{
+    const ZvDbObjectId type = addLineType(L"HIDDEN");
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < 8; ++i) {
+        ids.push_back(addLine());
+        change<ZvDbEntity>(ids.back(), [=](ZvDbEntity &entity) { entity.setLinetype(type); });
+    }
+    select(ids);
+    Meddler meddler([=] {
+        change<ZvDbLinetypeTableRecord>(type, [](ZvDbLinetypeTableRecord &record) { record.setName(L"DASHED"); });
+    });
+    Infos others;
+    others.append(&meddler);
+    Ten ten;
+    ten.scan(others);
+    QCOMPARE(ten.lineType.status, int(kInfoMixed));
+    QCOMPARE(ten.lineType.value, ZvString(L"HIDDEN"));
+    QCOMPARE(ten.color.status, int(kInfoUniform));
+}
+
+void TestPickFirst::propertiesThatChangeInsideAScanAreSeen()
+{
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < 8; ++i)
+        ids.push_back(addLine());
+    select(ids);
+    Meddler meddler([=] { change<ZvDbEntity>(ids[3], [](ZvDbEntity &entity) { entity.setColor(colorOfIndex(1)); }); });
+    Infos others;
+    others.append(&meddler);
+    Ten ten;
+    ten.scan(others);
+    QCOMPARE(ten.color.status, int(kInfoMixed));
+    QCOMPARE(ten.lineType.status, int(kInfoUniform));
+}
+
+void TestPickFirst::scanInsideAScanLeavesTheOuterOneAlone()
+{
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < 9; ++i)
+        ids.push_back(addLine());
+    change<ZvDbEntity>(ids[4], [](ZvDbEntity &entity) { entity.setLineWeight(ZvDb::kLnWt100); });
+    select(ids);
+    OwnTen inner;
+    ZvCmColor color;
+    int answer = -1;
+    Meddler meddler([&] {
+        inner.scan();
+        answer = ZevaUISetting::getPickFirstEntitiesColor(color);
+    });
+    Infos others;
+    others.append(&meddler);
+    Ten outer;
+    outer.scan(others);
+    OwnTen byHand;
+    byHand.mergeByHand(ids);
+    QCOMPARE(answer, int(kInfoUniform));
+    compareAll(inner, byHand);
+    compareAll(outer, byHand);
+    QCOMPARE(outer.lineWeight.status, int(kInfoMixed));
 }
 
 void TestPickFirst::secondScanOpensNothingWhileNothingChanges()
@@ -1061,7 +1243,7 @@ void TestPickFirst::lockedLayerIsTold()
 
 // ---- the kernel's summary is the scan's
 
-void TestPickFirst::bulkSummaryEqualsTheMerges_data()
+void TestPickFirst::everyWayToSummariseGivesTheSame_data()
 {
     QTest::addColumn<quint32>("seed");
     QTest::addColumn<int>("variety"); // of properties: the fewer, the more selections are uniform
@@ -1072,7 +1254,7 @@ void TestPickFirst::bulkSummaryEqualsTheMerges_data()
     }
 }
 
-void TestPickFirst::bulkSummaryEqualsTheMerges()
+void TestPickFirst::everyWayToSummariseGivesTheSame()
 {
     QFETCH(quint32, seed);
     QFETCH(int, variety);
@@ -1130,8 +1312,24 @@ void TestPickFirst::bulkSummaryEqualsTheMerges()
         });
     }
 
-    Ten ten;
-    OwnTen own;
+    Ten ten; // by the kernel's summary
+    OwnTen own; // entity by entity
+    Ten beside; // the same, on account of a host's summary
+    OwnTen byHand; // without the scan
+    Pairs host;
+    Infos others;
+    others.append(&host);
+    const auto compareWays = [&] {
+        if (selection().ids().empty())
+            return; // of what was erased
+        ten.scan();
+        own.scan();
+        beside.scan(others);
+        byHand.mergeByHand(selection().ids());
+        compareAll(ten, byHand);
+        compareAll(own, byHand);
+        compareAll(beside, byHand);
+    };
     for (int round = 0; round < 60; ++round) {
         std::vector<ZvDbObjectId> ids;
         const int count = random.bounded(8) ? 1 + random.bounded(6) : 1 + random.bounded(40);
@@ -1144,9 +1342,7 @@ void TestPickFirst::bulkSummaryEqualsTheMerges()
             if (round % 3 == 1 && random.bounded(3) == 0)
                 held.push_back(std::make_unique<ZvDbObjectPointer<ZvDbEntity>>(id, ZvDb::kForWrite));
         }
-        ten.scan();
-        own.scan();
-        compareAll(ten, own);
+        compareWays();
         if (QTest::currentTestFailed())
             return;
         if (round % 7 == 6) {
@@ -1154,9 +1350,7 @@ void TestPickFirst::bulkSummaryEqualsTheMerges()
             if (!victim.isErased())
                 change<ZvDbEntity>(victim, [](ZvDbEntity &entity) { entity.erase(); });
             held.clear();
-            ten.scan();
-            own.scan();
-            compareAll(ten, own);
+            compareWays();
         }
     }
 }
