@@ -123,17 +123,19 @@ void ZvMonitorGlobalUISystemVarReactor::notifyUpdateUI(const CZvGlobalUIReactorH
         return;
 
     if (notice.kind != kNoticeHostFirst && notice.kind != kNoticeHostSecond) {
-        for (int i = 0; i < m_state->pickFirstInfos.length(); ++i) {
-            if (SPickFirstInfo *info = m_state->pickFirstInfos[i])
+        const ZvArray<SPickFirstInfo *> &infos = m_state->pickFirstInfos;
+        for (int i = 0; i < infos.length(); ++i) {
+            if (SPickFirstInfo *info = infos.asArrayPtr()[i])
                 info->reset();
         }
-        ZevaUISetting::getPickFirstInfos(m_state->pickFirstInfos);
+        ZevaUISetting::getPickFirstInfos(infos);
     }
 
     // The length is read at each step: receivers come and go in here. One that goes moves the next into its place, which
     // misses the notice; hosts count on the order of delivery being that of the list at every moment.
-    for (int i = 0; i < m_state->receivers.length(); ++i) {
-        if (CZvQtControlHelp *receiver = m_state->receivers[i])
+    const ZvArray<CZvQtControlHelp *> &receivers = m_state->receivers;
+    for (int i = 0; i < receivers.length(); ++i) {
+        if (CZvQtControlHelp *receiver = receivers.asArrayPtr()[i])
             receiver->acceptUpdateUI(notice);
     }
     m_state->documentChanging = false;

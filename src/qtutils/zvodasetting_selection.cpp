@@ -21,8 +21,10 @@ class TwoEndedScan
 public:
     TwoEndedScan()
     {
-        ZevaUISetting::pickFirstSS(m_name);
-        zvedSSLength(m_name, m_length);
+        if (const ZvEdSelectionHolder *holder = zvSelectionHolder())
+            holder->pickFirst(m_name);
+        if (m_name[0] != 0 || m_name[1] != 0)
+            zvedSSLength(m_name, m_length);
     }
 
     const long *name() const { return m_name; }
