@@ -108,7 +108,7 @@ QString cellText(const BusDelivery &delivery, int column)
         return BusNoticeModel::tr("%1 \u00b5s")
             .arg(delivery.microseconds, 0, 'f', delivery.microseconds < 100.0 ? 1 : 0);
     case BusNoticeModel::kOpenings:
-        return QString::number(delivery.openings);
+        return delivery.hasScan ? QString::number(delivery.openings) : QString();
     default:
         return changesText(delivery, QStringLiteral("; "));
     }

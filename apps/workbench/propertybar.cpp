@@ -5,8 +5,6 @@
 #include "zvlinetypecombobox.h"
 #include "zvlinewidthcombobox.h"
 
-#include <QSignalBlocker>
-
 namespace {
 constexpr int kComboWidth = 16; // of the text, in average characters
 constexpr int kComboFrame = 10; // pixels above and below the text
@@ -24,10 +22,6 @@ PropertyBar::PropertyBar(QWidget *parent) : QToolBar(tr("Properties"), parent)
                                          | ZvLineWidthComboBox::kItemDefault,
                                      this),
              tr("Line weight"), tr("Line weight of the selected entities, or of new ones"));
-
-    connect(&m_events, &KernelEvents::documentCreated, this, &PropertyBar::followDocuments);
-    connect(&m_events, &KernelEvents::documentDestroyed, this, &PropertyBar::followDocuments);
-    followDocuments();
 }
 
 void PropertyBar::addCombo(QComboBox *combo, const QString &name, const QString &toolTip)
@@ -38,18 +32,4 @@ void PropertyBar::addCombo(QComboBox *combo, const QString &name, const QString 
     // The line controls' pictures would grow with the bar, and the bar with them.
     combo->setMaximumHeight(fontMetrics().height() + kComboFrame);
     addWidget(combo);
-}
-
-void PropertyBar::followDocuments()
-{
-    const ZvApDocManager *documents = zvDocManagerPtr();
-    const bool hasDrawing = documents && documents->documentCount() > 0;
-    setEnabled(hasDrawing);
-    if (hasDrawing)
-        return;
-    const QList<QComboBox *> combos = findChildren<QComboBox *>();
-    for (QComboBox *combo : combos) {
-        const QSignalBlocker quiet(combo);
-        combo->setCurrentIndex(-1);
-    }
 }

@@ -7,11 +7,15 @@
 #include "zvqtcontrolhelp.h"
 #include "zvqtupdatebusservice.h"
 
+#include <QComboBox>
 #include <QMetaObject>
+#include <QSignalBlocker>
+#include <QTimer>
 #include <QVariant>
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace {
 
@@ -26,6 +30,12 @@ quint64 openings()
 {
     const ZvDbDatabase *database = curDatabase();
     return database ? database->openingsCount() : 0;
+}
+
+bool hasDocument()
+{
+    const ZvApDocManager *documents = zvDocManagerPtr();
+    return documents && documents->documentCount() > 0;
 }
 
 /// What a person sees of a receiver, as far as its properties tell it.
@@ -52,7 +62,8 @@ QString receiverName(const CZvQtControlHelp *receiver)
 
 } // namespace
 
-/// A callback of the kernel that is under way, and the delivery that it may turn into.
+/// A callback of the kernel that is under way, and the delivery that it may turn into; or the delivery of a notice that
+/// came without a callback.
 struct UpdateBusHost::Frame
 {
     struct Before
@@ -64,6 +75,7 @@ struct UpdateBusHost::Frame
     Clock::time_point begin;
     quint64 openingsBefore = 0;
     bool isDelivering = false;
+    quint64 direct = 0; // number of a delivery without a callback; 0 for a callback
     BusDelivery delivery;
     std::vector<Before> before;
 };
@@ -82,31 +94,22 @@ public:
     }
     ~Bracket()
     {
-        if (!m_isOn)
+        // Not there any more where the end of a direct delivery around it was given up.
+        if (!m_isOn || m_host.m_frames.size() <= m_depth)
             return;
-        const double receiversTime = microsecondsSince(m_host.m_frames.back().begin);
-        Frame frame = std::move(m_host.m_frames.back());
-        m_host.m_frames.pop_back();
-        if (!frame.isDelivering) {
+        Frame frame = std::move(m_host.m_frames[m_depth]);
+        m_host.m_frames.resize(m_depth); // with what a receiver's exception left of inner ones
+        if (frame.isDelivering)
+            m_host.finish(std::move(frame));
+        else
             ++m_host.m_dropped;
-            return;
-        }
-        frame.delivery.microseconds += receiversTime;
-        for (const Frame::Before &before : frame.before) {
-            const auto &receivers = m_host.m_receivers;
-            if (std::find(receivers.begin(), receivers.end(), before.receiver) == receivers.end())
-                continue; // it left the bus meanwhile, and may be gone
-            const QString after = shownText(before.receiver);
-            if (after != before.text)
-                frame.delivery.changes.append({receiverName(before.receiver), before.text, after});
-        }
-        Q_EMIT m_host.delivered(frame.delivery);
     }
     Q_DISABLE_COPY(Bracket)
 
 private:
     UpdateBusHost &m_host;
     const bool m_isOn;
+    const std::size_t m_depth = m_host.m_frames.size();
 };
 
 class UpdateBusHost::Reactor : public ZvMonitorGlobalUISystemVarReactor
@@ -138,8 +141,16 @@ public:
     {
         ZvMonitorGlobalUISystemVarReactor::documentCreated(document);
         // A document is created around a drawing that has been read to its end. One without any stays quiet.
-        if (document->database())
+        if (document->database()) {
             enableUpdateUI(true);
+            m_host.enableControls();
+        }
+    }
+    void documentDestroyed(const ZvString &fileName) override
+    {
+        ZvMonitorGlobalUISystemVarReactor::documentDestroyed(fileName);
+        if (!hasDocument())
+            m_host.blankControls();
     }
     void documentBecameCurrent(ZvApDocument *document) override
     {
@@ -187,11 +198,22 @@ private:
     UpdateBusHost &m_host;
 };
 
+class UpdateBusHost::LastReceiver : public CZvQtControlHelp
+{
+public:
+    explicit LastReceiver(UpdateBusHost &host) : m_host(host) { }
+    void acceptUpdateUI(const CZvGlobalUIReactorHelp &) override { m_host.deliveryEnds(); }
+
+private:
+    UpdateBusHost &m_host;
+};
+
 UpdateBusHost::UpdateBusHost()
     : m_reactor(new Reactor(*this)), m_service(new Service(*this)), m_first(new FirstReceiver(*this))
 {
     qRegisterMetaType<BusDelivery>();
     m_reactor->addUpdateUIReceiver(m_first.get());
+    addLast();
     zv_arbitDict_regservice(ZvString(wchar_t(ZvQtUpdateBusService::kKey)), ZvRxObjectPtr(m_service.get()));
 }
 
@@ -199,25 +221,76 @@ UpdateBusHost::~UpdateBusHost()
 {
     zv_arbitDict_clearservice(ZvString(wchar_t(ZvQtUpdateBusService::kKey)));
     m_reactor->removeUpdateUIReceiver(m_first.get());
+    for (const auto &last : m_last)
+        m_reactor->removeUpdateUIReceiver(last.get());
+}
+
+ZvMonitorGlobalUISystemVarReactor &UpdateBusHost::reactor()
+{
+    return *m_reactor;
+}
+
+void UpdateBusHost::addLast()
+{
+    m_last.push_back(std::make_unique<LastReceiver>(*this));
+    m_reactor->addUpdateUIReceiver(m_last.back().get());
 }
 
 void UpdateBusHost::addReceiver(CZvQtControlHelp *receiver)
 {
     if (std::find(m_receivers.begin(), m_receivers.end(), receiver) == m_receivers.end())
         m_receivers.push_back(receiver);
+    // The last ones stay the last.
+    for (const auto &last : m_last)
+        m_reactor->removeUpdateUIReceiver(last.get());
     m_reactor->addUpdateUIReceiver(receiver);
+    for (const auto &last : m_last)
+        m_reactor->addUpdateUIReceiver(last.get());
+    // It joins from its constructor, which may set up more afterwards.
+    if (!hasDocument())
+        QTimer::singleShot(0, this, &UpdateBusHost::blankControls);
 }
 
 void UpdateBusHost::removeReceiver(CZvQtControlHelp *receiver)
 {
     m_receivers.erase(std::remove(m_receivers.begin(), m_receivers.end(), receiver), m_receivers.end());
     m_reactor->removeUpdateUIReceiver(receiver);
+    // A receiver that leaves in a delivery makes the bus pass over one behind it. One more at the end, and the delivery
+    // comes to a last one all the same.
+    const auto isDirect = [](const Frame &frame) { return frame.direct != 0; };
+    if (std::any_of(m_frames.begin(), m_frames.end(), isDirect))
+        addLast();
 }
 
 void UpdateBusHost::notify(const CZvGlobalUIReactorHelp &notice)
 {
     const Bracket bracket(*this);
     m_reactor->notifyUpdateUI(notice);
+}
+
+void UpdateBusHost::blankControls()
+{
+    if (hasDocument())
+        return;
+    for (CZvQtControlHelp *receiver : m_receivers) {
+        auto *widget = dynamic_cast<QWidget *>(receiver);
+        if (!widget || !receiver->hooked || !widget->isEnabledTo(widget->parentWidget()))
+            continue;
+        widget->setEnabled(false);
+        m_blanked.emplace_back(widget);
+        if (auto *combo = qobject_cast<QComboBox *>(widget)) {
+            const QSignalBlocker quiet(combo); // showing never writes
+            combo->setCurrentIndex(-1);
+        }
+    }
+}
+
+void UpdateBusHost::enableControls()
+{
+    for (const QPointer<QWidget> &widget : std::exchange(m_blanked, {})) {
+        if (widget)
+            widget->setEnabled(true);
+    }
 }
 
 void UpdateBusHost::setRecording(bool on)
@@ -227,14 +300,16 @@ void UpdateBusHost::setRecording(bool on)
 
 void UpdateBusHost::deliveryBegins(const CZvGlobalUIReactorHelp &notice)
 {
-    // No frame: notes were switched on inside this delivery.
-    if (m_frames.empty() || m_frames.back().isDelivering)
+    if (!m_recording)
         return;
+    if (m_frames.empty() || m_frames.back().isDelivering)
+        beginDirectDelivery();
     Frame &frame = m_frames.back();
     frame.isDelivering = true;
     BusDelivery &delivery = frame.delivery;
     delivery.microseconds = microsecondsSince(frame.begin);
     delivery.openings = openings() - frame.openingsBefore;
+    delivery.hasScan = frame.direct == 0;
     delivery.number = ++m_lastNumber;
     delivery.depth = int(m_frames.size()) - 1;
     delivery.kind = notice.kind;
@@ -249,4 +324,49 @@ void UpdateBusHost::deliveryBegins(const CZvGlobalUIReactorHelp &notice)
     for (const CZvQtControlHelp *receiver : m_receivers)
         frame.before.push_back({receiver, shownText(receiver)});
     frame.begin = Clock::now();
+}
+
+void UpdateBusHost::beginDirectDelivery()
+{
+    Frame frame;
+    frame.direct = ++m_lastDirect;
+    frame.openingsBefore = openings();
+    frame.begin = Clock::now();
+    m_frames.push_back(std::move(frame));
+    // For the case that a receiver's exception keeps the delivery from coming to its end.
+    QTimer::singleShot(0, this, [this, direct = m_lastDirect] {
+        const auto isThis = [direct](const Frame &frame) { return frame.direct == direct; };
+        const auto at = std::find_if(m_frames.begin(), m_frames.end(), isThis);
+        if (at == m_frames.end())
+            return;
+        Frame frame = std::move(*at);
+        m_frames.erase(at, m_frames.end());
+        finish(std::move(frame));
+    });
+}
+
+void UpdateBusHost::deliveryEnds()
+{
+    if (m_frames.empty() || !m_frames.back().direct)
+        return;
+    Frame frame = std::move(m_frames.back());
+    m_frames.pop_back();
+    finish(std::move(frame));
+}
+
+void UpdateBusHost::finish(Frame frame)
+{
+    frame.delivery.microseconds += microsecondsSince(frame.begin);
+    for (const Frame::Before &before : frame.before) {
+        if (std::find(m_receivers.begin(), m_receivers.end(), before.receiver) == m_receivers.end())
+            continue; // it left the bus meanwhile, and may be gone
+        const QString after = shownText(before.receiver);
+        if (after != before.text)
+            frame.delivery.changes.append({receiverName(before.receiver), before.text, after});
+    }
+    if (m_frames.empty()) {
+        for (; m_last.size() > 1; m_last.pop_back())
+            m_reactor->removeUpdateUIReceiver(m_last.back().get());
+    }
+    Q_EMIT delivered(frame.delivery);
 }

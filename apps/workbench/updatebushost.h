@@ -6,13 +6,16 @@
 
 #include <QMetaType>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVector>
+#include <QWidget>
 
 #include <memory>
 #include <vector>
 
 class CZvQtControlHelp;
+class ZvMonitorGlobalUISystemVarReactor;
 
 /// What one notice of the update bus did, told after its last receiver.
 struct BusDelivery
@@ -34,6 +37,9 @@ struct BusDelivery
     bool affectsSelection = false;
     double microseconds = 0.0; ///< The scan of the selection and all receivers; taking notes is left out.
     quint64 openings = 0; ///< Objects that the scan of the selection opened.
+    /// False for a notice that somebody gave the reactor directly: it is heard of when its scan is over, so that time
+    /// and openings are without the scan.
+    bool hasScan = true;
     int receivers = 0; ///< How many were on the bus when it began.
     QVector<Change> changes;
 };
@@ -43,8 +49,13 @@ Q_DECLARE_METATYPE(BusDelivery)
 /// they look for, and switches it on again whenever a new drawing is ready. To be made after the library's load and
 /// before the first control, and to be deleted after the last control and before the unload.
 ///
+/// The bus is silent while there is no drawing, and so is no help to the controls when the last one goes: the host
+/// disables and blanks all hooked controls then, wherever they are, and gives them back to the bus with the next
+/// drawing.
+///
 /// It can take notes of what the bus does. Notes need no hook in the library: the reactor's callbacks are bracketed by
-/// overriding them, and the first receiver of all tells the end of the scan from the begin of the delivery.
+/// overriding them, and the first receiver of all tells the end of the scan from the begin of the delivery. Notices
+/// that somebody hands to the reactor itself lie between the first receiver and the last.
 class UpdateBusHost : public QObject
 {
     Q_OBJECT
@@ -57,6 +68,8 @@ public:
     void removeReceiver(CZvQtControlHelp *receiver);
     /// Raises a notice of the host's own.
     void notify(const CZvGlobalUIReactorHelp &notice);
+    /// The bus itself.
+    ZvMonitorGlobalUISystemVarReactor &reactor();
 
     /// Whether notes are taken; off at the start, when a notice costs nothing extra.
     void setRecording(bool on);
@@ -72,16 +85,27 @@ private:
     class Reactor;
     class Service;
     class FirstReceiver;
+    class LastReceiver;
     class Bracket;
     struct Frame;
 
+    void blankControls();
+    void enableControls();
+
     void deliveryBegins(const CZvGlobalUIReactorHelp &notice);
+    void deliveryEnds();
+    void beginDirectDelivery();
+    void finish(Frame frame);
+    void addLast();
 
     std::unique_ptr<Reactor> m_reactor;
     std::unique_ptr<Service> m_service;
     std::unique_ptr<FirstReceiver> m_first;
+    std::vector<std::unique_ptr<LastReceiver>> m_last; // at the end of the bus; see removeReceiver()
     std::vector<CZvQtControlHelp *> m_receivers; // in the order in which they joined; not owned
-    std::vector<Frame> m_frames; // callbacks that are under way
+    std::vector<QPointer<QWidget>> m_blanked; // by blankControls()
+    std::vector<Frame> m_frames; // callbacks and direct deliveries that are under way
+    quint64 m_lastDirect = 0;
     quint64 m_lastNumber = 0;
     quint64 m_dropped = 0;
     bool m_recording = false;

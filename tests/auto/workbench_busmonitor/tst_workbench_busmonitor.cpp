@@ -6,6 +6,8 @@
 #include "updatebushost.h"
 #include "workbenchtest.h"
 #include "zevatest.h"
+#include "zvcolorcombobox.h"
+#include "zvmonitorglobaluisystemvarreactor.h"
 #include "zvqtcontrolhelp.h"
 #include "zvqtupdatebusservice.h"
 
@@ -75,6 +77,8 @@ private Q_SLOTS:
     void theServiceEndsWithTheWorkbench();
     void aNewDrawingSwitchesTheBusOn();
     void anOpenedDrawingSwitchesTheBusOn();
+    void withoutADrawingHookedControlsAreBlank();
+    void aControlThatJoinsWithoutADrawingIsBlank();
     void withoutMonitorNothingIsRecorded();
     void listsEachKind_data();
     void listsEachKind();
@@ -82,6 +86,12 @@ private Q_SLOTS:
     void tellsWhoShowsSomethingElse();
     void aReceiverThatLeavesDuringTheDeliveryIsPassedOver();
     void anInnerDeliveryStandsBelow();
+    void aNoticeGivenToTheReactorIsListed();
+    void aNoticeGivenToTheReactorInADeliveryStandsBelow();
+    void aNoticeGivenToTheReactorEndsThoughReceiversLeave_data();
+    void aNoticeGivenToTheReactorEndsThoughReceiversLeave();
+    void aNoticeGivenToTheReactorEndsThoughAReceiverThrows();
+    void aReceiverThatJoinsInADeliveryTakesPartInIt();
     void countsTheOpeningsOfTheScan();
     void countsWhatIsDropped();
     void pauseAndClear();
@@ -167,6 +177,54 @@ void tst_workbench_busmonitor::anOpenedDrawingSwitchesTheBusOn()
     control.kinds.clear();
     select({m_session->addLine({0, 0, 0}, {10, 0, 0})});
     QVERIFY(control.kinds.contains(kNoticePickFirst));
+}
+
+void tst_workbench_busmonitor::withoutADrawingHookedControlsAreBlank()
+{
+    // Anywhere: here in windows of their own.
+    ZvColorComboBox combo(true, nullptr);
+    ZvColorComboBox unhooked(false, nullptr);
+    Control button("button");
+    Control off("off");
+    off.setEnabled(false);
+    QWidget panel;
+    auto *inner = new ZvColorComboBox(true, &panel);
+    panel.setEnabled(false); // for reasons of its own
+    select({m_session->addLine({0, 0, 0}, {10, 0, 0})});
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+    const QSignalSpy changed(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+
+    m_session->newDrawing();
+    zvDocManagerPtr()->closeDocument(m_session->document());
+    QVERIFY(combo.isEnabled()); // one is left
+    zvDocManagerPtr()->closeDocument(m_session->document());
+    QVERIFY(!m_session->document());
+    QVERIFY(!combo.isEnabled());
+    QCOMPARE(combo.currentIndex(), -1);
+    QVERIFY(!inner->isEnabledTo(&panel));
+    QCOMPARE(inner->currentIndex(), -1);
+    QVERIFY(!button.isEnabled());
+    QVERIFY(unhooked.isEnabled());
+    QCOMPARE(changed.count(), 0);
+    QVERIFY(!zvedQueueHasInput());
+
+    m_session->newDrawing();
+    QVERIFY(combo.isEnabled());
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+    QVERIFY(inner->isEnabledTo(&panel));
+    QVERIFY(button.isEnabled());
+    QVERIFY(!off.isEnabled());
+}
+
+void tst_workbench_busmonitor::aControlThatJoinsWithoutADrawingIsBlank()
+{
+    zvDocManagerPtr()->closeDocument(m_session->document());
+    ZvColorComboBox combo(true, nullptr);
+    QTRY_VERIFY(!combo.isEnabled());
+    QCOMPARE(combo.currentIndex(), -1);
+    m_session->newDrawing();
+    QVERIFY(combo.isEnabled());
+    QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
 }
 
 void tst_workbench_busmonitor::withoutMonitorNothingIsRecorded()
@@ -325,6 +383,115 @@ void tst_workbench_busmonitor::anInnerDeliveryStandsBelow()
     QCOMPARE(notices().at(1).depth, 1);
     QVERIFY(notices().at(0).number < notices().at(1).number);
     QCOMPARE(notices().index(1, BusNoticeModel::kKind).data().toString(), QStringLiteral("  host, second"));
+}
+
+void tst_workbench_busmonitor::aNoticeGivenToTheReactorIsListed()
+{
+    Control text("text");
+    const ZvDbObjectId line = m_session->addLine({0, 0, 0}, {10, 0, 0});
+    text.react = [&text](const CZvGlobalUIReactorHelp &) { text.setText(QStringLiteral("after")); };
+    open();
+    CZvGlobalUIReactorHelp notice = hostNotice(kNoticeHostSecond);
+    notice.name = L"PLUGIN";
+    notice.affectsSelection = true;
+    {
+        const ZvDbObjectPointer<ZvDbEntity> entity(line, ZvDb::kForRead);
+        notice.object = entity.get();
+        bus().reactor().notifyUpdateUI(notice);
+    }
+    QCOMPARE(notices().rowCount(), 1);
+    QCOMPARE(last().kind, std::uint64_t(kNoticeHostSecond));
+    QCOMPARE(last().name, QStringLiteral("PLUGIN"));
+    QCOMPARE(last().objectClass, QStringLiteral("ZvDbLine"));
+    QCOMPARE(last().handle, quint64(line.handle()));
+    QCOMPARE(last().depth, 0);
+    QVERIFY(last().affectsSelection);
+    QVERIFY(last().microseconds > 0.0);
+    QCOMPARE(last().changes.size(), 1);
+    QCOMPARE(last().changes[0].after, QStringLiteral("after"));
+    QCOMPARE(notices().index(0, BusNoticeModel::kOpenings).data().toString(), QString()); // not known
+    bus().notify(hostNotice(kNoticeHostFirst));
+    QCOMPARE(notices().rowCount(), 2);
+    QCOMPARE(notices().index(1, BusNoticeModel::kOpenings).data().toString(), QStringLiteral("0"));
+}
+
+void tst_workbench_busmonitor::aNoticeGivenToTheReactorInADeliveryStandsBelow()
+{
+    Control outer("outer");
+    outer.react = [this](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind == kNoticeHostFirst)
+            bus().reactor().notifyUpdateUI(hostNotice(kNoticeHostSecond));
+        else if (notice.kind == kNoticeHostSecond)
+            bus().notify(hostNotice(4096));
+    };
+    open();
+    bus().notify(hostNotice(kNoticeHostFirst));
+    QCOMPARE(notices().rowCount(), 3);
+    const std::uint64_t kinds[] = {kNoticeHostFirst, kNoticeHostSecond, 4096};
+    for (int row = 0; row < 3; ++row) {
+        QCOMPARE(notices().at(row).kind, kinds[row]);
+        QCOMPARE(notices().at(row).depth, row);
+    }
+}
+
+void tst_workbench_busmonitor::aNoticeGivenToTheReactorEndsThoughReceiversLeave_data()
+{
+    QTest::addColumn<int>("leaving"); // of three, the last ones
+    QTest::newRow("none") << 0;
+    QTest::newRow("the last one itself") << 1;
+    QTest::newRow("the last one and the one before") << 2;
+    QTest::newRow("all") << 3;
+}
+
+void tst_workbench_busmonitor::aNoticeGivenToTheReactorEndsThoughReceiversLeave()
+{
+    QFETCH(int, leaving);
+    std::vector<std::unique_ptr<Control>> controls;
+    for (const char *name : {"first", "second", "third"})
+        controls.push_back(std::make_unique<Control>(name));
+    controls[2]->react = [&](const CZvGlobalUIReactorHelp &) {
+        for (int i = 3 - leaving; i < 3; ++i)
+            service()->removeReceiver(controls[std::size_t(i)].get());
+    };
+    open();
+    bus().reactor().notifyUpdateUI(hostNotice(kNoticeHostFirst));
+    QCOMPARE(notices().rowCount(), 1);
+    controls[2]->react = nullptr;
+    bus().reactor().notifyUpdateUI(hostNotice(kNoticeHostFirst));
+    bus().notify(hostNotice(kNoticeHostSecond));
+    QCOMPARE(notices().rowCount(), 3);
+    QCOMPARE(last().depth, 0);
+    QCOMPARE(controls[0]->kinds.size(), leaving == 3 ? 1 : 3);
+    QCOMPARE(controls[2]->kinds.size(), leaving ? 1 : 3);
+}
+
+void tst_workbench_busmonitor::aNoticeGivenToTheReactorEndsThoughAReceiverThrows()
+{
+    struct Refusal
+    {
+    };
+    Control control("control");
+    control.react = [](const CZvGlobalUIReactorHelp &) { throw Refusal(); };
+    open();
+    QVERIFY_EXCEPTION_THROWN(bus().reactor().notifyUpdateUI(hostNotice(kNoticeHostFirst)), Refusal);
+    control.react = nullptr;
+    QTRY_COMPARE(notices().rowCount(), 1);
+    bus().notify(hostNotice(kNoticeHostSecond));
+    QCOMPARE(notices().rowCount(), 2);
+    QCOMPARE(last().depth, 0);
+}
+
+void tst_workbench_busmonitor::aReceiverThatJoinsInADeliveryTakesPartInIt()
+{
+    Control first("first");
+    std::unique_ptr<Control> late;
+    first.react = [&late](const CZvGlobalUIReactorHelp &) {
+        if (!late)
+            late = std::make_unique<Control>("late");
+    };
+    bus().notify(hostNotice(kNoticeHostFirst));
+    QVERIFY(late);
+    QCOMPARE(late->kinds, QList<int>{kNoticeHostFirst});
 }
 
 void tst_workbench_busmonitor::countsTheOpeningsOfTheScan()
