@@ -7,6 +7,8 @@
 // A new control joins by one line in the table below. Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 #include "timing.h"
 #include "zvcolorcombobox.h"
+#include "zvlinetypecombobox.h"
+#include "zvlinewidthcombobox.h"
 #include "zvmonitorglobaluisystemvarreactor.h"
 #include "zvqtentrypoint.h"
 #include "zvqtupdatebusservice.h"
@@ -39,6 +41,10 @@ template <class Control> QWidget *hooked(QWidget *parent)
 typedef QWidget *(*MakeControl)(QWidget *parent);
 constexpr MakeControl kControls[] = {
     hooked<ZvColorComboBox>,
+    hooked<ZvLineTypeComboBox>,
+    [](QWidget *parent) -> QWidget * {
+        return new ZvLineWidthComboBox(true, ZvLineWidthComboBox::kItemByLayer, parent);
+    },
 };
 
 constexpr int kSizes[] = {500, 1000, 2000, 4000};

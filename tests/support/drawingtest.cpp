@@ -62,6 +62,23 @@ BusHost::~BusHost()
     zv_arbitDict_clearservice(busKey());
 }
 
+namespace {
+std::function<void()> commandBody; // a command's function takes no arguments
+}
+
+WorkCommand::WorkCommand(std::function<void()> body)
+{
+    commandBody = std::move(body);
+    zvedCommandStack()->addCommand(
+        L"TEST", L"TESTWORK", L"TESTWORK", 0, [] { commandBody(); }, nullptr, -1, ZvRxResourceInstance(nullptr), 0);
+}
+
+WorkCommand::~WorkCommand()
+{
+    zvedCommandStack()->removeCmd(L"TEST", L"TESTWORK");
+    commandBody = nullptr;
+}
+
 void DrawingTest::init()
 {
     ZevaTest::init();

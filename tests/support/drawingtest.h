@@ -17,6 +17,7 @@
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,16 @@ inline ZvCmColor colorOfIndex(int index)
     color.setColorIndex(std::uint16_t(index));
     return color;
 }
+
+/// A command "TESTWORK" for the life of the object. \a body runs inside it, and fails it by an exception.
+class WorkCommand
+{
+public:
+    explicit WorkCommand(std::function<void()> body);
+    ~WorkCommand();
+    WorkCommand(const WorkCommand &) = delete;
+    WorkCommand &operator=(const WorkCommand &) = delete;
+};
 
 /// Base of the tests on a drawing: each function begins with the core started, the library loaded, the update bus offered
 /// and switched on, and one empty drawing open; it ends with all of it taken back and no object open.

@@ -20,28 +20,6 @@ ZvQtCommonUISvr *mailbox()
     return dynamic_cast<ZvQtCommonUISvr *>(grUISvr(L"Dialog/Common"));
 }
 
-/// What the command in the middle of which a pick falls does.
-void (*commandBody)() = nullptr;
-
-void runCommandBody()
-{
-    commandBody();
-}
-
-/// A command "TESTWORK" for the life of the object.
-class WorkCommand
-{
-public:
-    explicit WorkCommand(void (*body)())
-    {
-        commandBody = body;
-        zvedCommandStack()->addCommand(L"TEST", L"TESTWORK", L"TESTWORK", 0, runCommandBody, nullptr, -1,
-                                       ZvRxResourceInstance(nullptr), 0);
-    }
-    ~WorkCommand() { zvedCommandStack()->removeCmd(L"TEST", L"TESTWORK"); }
-    Q_DISABLE_COPY(WorkCommand)
-};
-
 /// The application's window, as far as its main view goes.
 class MainWindow : public ZvApWindow, public ZvApView
 {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
+#include "zvcolorcombobox.h"
 #include "zvqtcontrolhelp.h"
 #include "zvupdateuievent.h"
 
@@ -7,8 +8,11 @@
 #include "core/zvsystem.h"
 
 #include <QComboBox>
+#include <QSignalSpy>
 
 #include <functional>
+#include <stdexcept>
+#include <type_traits>
 
 using namespace ZvGlobalUIReactorHelp;
 
@@ -85,13 +89,6 @@ CZvGlobalUIReactorHelp noticeOfKind(std::uint64_t kind)
     return notice;
 }
 
-ZvCmColor colorOfIndex(int index)
-{
-    ZvCmColor color;
-    color.setColorIndex(std::uint16_t(index));
-    return color;
-}
-
 typedef std::vector<std::uint64_t> Kinds;
 
 } // namespace
@@ -101,6 +98,9 @@ class TestUpdateBus : public DrawingTest
     Q_OBJECT
 private Q_SLOTS:
     // what each event becomes
+    void eachEventBecomesItsNotice_data();
+    void eachEventBecomesItsNotice();
+    void interfaceStandsInItsOrder();
     void documentBecomingCurrentIsTold();
     void layoutSwitchIsToldWithoutItsName();
     void systemVariableIsToldByName();
@@ -117,6 +117,10 @@ private Q_SLOTS:
     void layoutManagerNoticesAreEmpty();
 
     // what is dropped
+    void eventIsDroppedOrNot_data();
+    void eventIsDroppedOrNot();
+    void switchingInsideTheEndOfACommandDoesNotLast();
+    void commandThatFailsKeepsVariablesOut();
     void nothingIsDeliveredWithoutAnOpenDocument();
     void nothingIsDeliveredWithoutThePartsOfTheKernel_data();
     void nothingIsDeliveredWithoutThePartsOfTheKernel();
@@ -137,6 +141,10 @@ private Q_SLOTS:
     void variableNobodySetIsNotTold();
 
     // the summaries
+    void stepsOfADeliveryAreInOrder_data();
+    void stepsOfADeliveryAreInOrder();
+    void noticeCostsOneScanOrNone_data();
+    void noticeCostsOneScanOrNone();
     void summariesAreFreshInEveryOrdinaryNotice();
     void hostsNoticesLeaveTheSummariesAlone_data();
     void hostsNoticesLeaveTheSummariesAlone();
@@ -157,12 +165,14 @@ private Q_SLOTS:
     void leavingInADeliveryMakesTheNextOneMissIt();
     void receiverMayDieInItsOwnNotice();
     void noticeMayBeRaisedInsideANotice();
+    void documentMayCloseInsideANotice_data();
     void documentMayCloseInsideANotice();
     void receiversExceptionLeavesTheBusUsable();
     void receiverIsFoundFromAnObject();
 
     // joining the kernel
     void busLeavesTheKernelWhenItDies();
+    void unloadedBusHearsOnlyTheDrawingsItJoined();
     void busWorksWithoutEditorAndManagers();
     void busSurvivesAnEditorOfAnotherClass();
     void documentOpenBeforeTheBusIsNotHeardOf();
@@ -171,7 +181,157 @@ private Q_SLOTS:
     // the whole way
     void commandThatChangesTheColorIsToldOnceAtItsEnd();
     void undoIsToldOnceAtItsEnd();
+    void controlShowsACommandsChangeAtItsEnd();
+    void undoAfterAPickBringsDrawingAndControlsBack();
+    void pickInARunningCommandFallsIntoIt();
+
+private:
+    enum Event {
+        kDocumentCurrent,
+        kLayout,
+        kVariable,
+        kAppended,
+        kModified,
+        kErased,
+        kSelection,
+        kEnded,
+        kWillStart,
+        kCancelled,
+        kFromHost,
+        kEventCount
+    };
+    void raise(Event event, ZvDbObjectId line);
 };
+
+/// As the kernel does, through its reactors.
+void TestUpdateBus::raise(Event event, ZvDbObjectId line)
+{
+    switch (event) {
+    case kDocumentCurrent:
+        bus().documentBecameCurrent(document());
+        break;
+    case kLayout:
+        bus().layoutSwitched(L"Layout1");
+        break;
+    case kVariable:
+        bus().sysVarChanged(L"CECOLOR", true);
+        break;
+    case kAppended:
+    case kErased:
+        read<ZvDbEntity>(line, [&](const ZvDbEntity &entity) {
+            event == kAppended ? bus().objectAppended(entity.database(), &entity)
+                               : bus().objectErased(entity.database(), &entity, true);
+        });
+        break;
+    case kModified:
+        change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.setLinetypeScale(entity.linetypeScale() + 1.0); });
+        break;
+    case kSelection:
+        bus().pickfirstModified();
+        break;
+    case kEnded:
+        bus().commandEnded(L"LINE");
+        break;
+    case kWillStart:
+        bus().commandWillStart(L"LINE");
+        break;
+    case kCancelled:
+        bus().commandCancelled(L"LINE");
+        break;
+    default:
+        bus().notifyUpdateUI(noticeOfKind(1024));
+        break;
+    }
+}
+
+void TestUpdateBus::eachEventBecomesItsNotice_data()
+{
+    QTest::addColumn<int>("event");
+    QTest::addColumn<bool>("hasSelection");
+    QTest::addColumn<quint64>("kind"); // 0 for none
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("hasObject");
+    QTest::addColumn<bool>("affects");
+    const auto row = [](const char *tag, Event event, bool hasSelection, quint64 kind, const char *name, bool hasObject,
+                        bool affects) {
+        QTest::newRow(tag) << int(event) << hasSelection << kind << QString::fromLatin1(name) << hasObject << affects;
+    };
+    row("document became current", kDocumentCurrent, false, 1, "", false, false);
+    row("layout switched", kLayout, false, 2, "", false, false);
+    row("system variable", kVariable, false, 4, "CECOLOR", false, false);
+    row("object appended", kAppended, false, 16, "", true, false);
+    row("object appended, something selected", kAppended, true, 16, "", true, false);
+    row("object modified", kModified, false, 16, "", true, false);
+    row("object modified, something selected", kModified, true, 16, "", true, true);
+    row("object erased", kErased, false, 16, "", true, false);
+    row("object erased, something selected", kErased, true, 16, "", true, false);
+    row("selection", kSelection, false, 64, "", false, false);
+    row("command ended", kEnded, false, 2048, "LINE", false, false);
+    row("command will start", kWillStart, false, 0, "", false, false);
+    row("command cancelled", kCancelled, false, 0, "", false, false);
+    row("the host's own", kFromHost, false, 1024, "", false, false);
+}
+
+void TestUpdateBus::eachEventBecomesItsNotice()
+{
+    QFETCH(int, event);
+    QFETCH(bool, hasSelection);
+    QFETCH(quint64, kind);
+    QFETCH(QString, name);
+    QFETCH(bool, hasObject);
+    QFETCH(bool, affects);
+    const ZvDbObjectId line = addLine();
+    if (hasSelection)
+        select({line});
+    Recorder recorder(bus());
+    recorder.react = [=](const CZvGlobalUIReactorHelp &notice) {
+        QCOMPARE(notice.object ? notice.object->objectId() : ZvDbObjectId(), hasObject ? line : ZvDbObjectId());
+    };
+    raise(Event(event), line);
+    QCOMPARE(recorder.kinds(), kind ? Kinds{kind} : Kinds());
+    if (!kind)
+        return;
+    const CZvGlobalUIReactorHelp &notice = recorder.notices[0];
+    QCOMPARE(notice.name, ZvString(name.toUtf8().constData()));
+    QCOMPARE(notice.database, hasObject ? &drawing() : nullptr);
+    QCOMPARE(notice.affectsSelection, affects);
+}
+
+void TestUpdateBus::interfaceStandsInItsOrder()
+{
+    // Other modules are compiled against the places of fields and virtual operations.
+    const CZvGlobalUIReactorHelp notice{kNoticeSysVar, L"CLAYER", nullptr, &drawing(), true};
+    QCOMPARE(notice.kind, std::uint64_t(4));
+    QVERIFY(notice.affectsSelection);
+    QCOMPARE(notice.database, &drawing());
+    const std::uint64_t kinds[] = {kNoticeHostFirst, kNoticeHostSecond};
+    QCOMPARE(kinds[0], std::uint64_t(512));
+    QCOMPARE(kinds[1], std::uint64_t(1024));
+    const int statuses[] = {kInfoNoDocument, kInfoNoSelection, kInfoUniform, kInfoMixed};
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(statuses[i], i);
+
+    const auto slotOf = [](void *object, int number) { return (*static_cast<void ***>(object))[number]; };
+    CountingInfo info;
+    Recorder recorder(bus(), &info);
+    reinterpret_cast<void (*)(CZvQtControlHelp *, const CZvGlobalUIReactorHelp &)>(
+        slotOf(static_cast<CZvQtControlHelp *>(&recorder), 2))(&recorder, notice);
+    QCOMPARE(recorder.kinds(), Kinds{4});
+    reinterpret_cast<void (*)(SPickFirstInfo *, const ZvDbEntity *, const ZvDbEntity *)>(
+        slotOf(static_cast<SPickFirstInfo *>(&info), 2))(&info, nullptr, nullptr);
+    QCOMPARE(info.merges, 1);
+    reinterpret_cast<void (*)(SPickFirstInfo *)>(slotOf(static_cast<SPickFirstInfo *>(&info), 3))(&info);
+    QCOMPARE(info.resets, 1);
+    // Behind the pointer to the operations: hooked, then the summary.
+    const char *bytes = reinterpret_cast<const char *>(static_cast<CZvQtControlHelp *>(&recorder));
+    QCOMPARE(reinterpret_cast<const char *>(&recorder.hooked) - bytes, std::ptrdiff_t(sizeof(void *)));
+    QCOMPARE(reinterpret_cast<const char *>(&recorder.pickFirstInfo) - bytes, std::ptrdiff_t(2 * sizeof(void *)));
+    // The reactor is nobody's to count or delete.
+    static_assert(std::is_base_of_v<ZvStaticRxObject<ZvEditorReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
+    static_assert(std::is_base_of_v<ZvStaticRxObject<ZvApDocManagerReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
+    static_assert(std::is_base_of_v<ZvStaticRxObject<ZvDbDatabaseReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
+    static_assert(std::is_base_of_v<ZvStaticRxObject<ZvDbLayoutManagerReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
+}
 
 void TestUpdateBus::documentBecomingCurrentIsTold()
 {
@@ -355,6 +515,116 @@ void TestUpdateBus::layoutManagerNoticesAreEmpty()
 }
 
 // ---- what is dropped
+
+void TestUpdateBus::eventIsDroppedOrNot_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<int>("event");
+    QTest::addColumn<bool>("delivered");
+    const char *const events[kEventCount]
+        = {"document current", "layout",        "variable",           "appended",          "modified", "erased",
+           "selection",        "command ended", "command will start", "command cancelled", "host's"};
+    struct State
+    {
+        const char *name;
+        bool ordinary; // selection, layout, document and the host's notices get through
+        bool changes; // variables and objects do
+        bool ended; // the end of a command does
+    };
+    const State states[] = {
+        {"idle", true, true, true},
+        {"command running", true, false, true},
+        {"dialog active", true, false, true},
+        {"in a notice of an object", true, false, true},
+        {"in a notice of the selection", true, false, true},
+        {"in a notice of a variable", true, true, true},
+        {"in a notice of a command's end", true, true, true},
+        {"in a notice of a layout", true, true, true},
+        {"switched off", false, false, true},
+        {"switched off, command running", false, false, true},
+    };
+    for (const State &state : states) {
+        for (int event = 0; event < kEventCount; ++event) {
+            const bool isChange = event >= kVariable && event <= kErased;
+            const bool isSilent = event == kWillStart || event == kCancelled;
+            const bool delivered = isSilent ? false
+                : event == kEnded           ? state.ended
+                : isChange                  ? state.changes
+                                            : state.ordinary;
+            QTest::newRow(
+                qPrintable(QStringLiteral("%1: %2").arg(QLatin1String(state.name), QLatin1String(events[event]))))
+                << QString::fromLatin1(state.name) << event << delivered;
+        }
+    }
+}
+
+void TestUpdateBus::eventIsDroppedOrNot()
+{
+    QFETCH(QString, state);
+    QFETCH(int, event);
+    const ZvDbObjectId line = addLine();
+    const ZvDbObjectId other = addLine();
+    if (state.contains(QLatin1String("command running")))
+        bus().commandWillStart(L"CIRCLE");
+    if (state == QLatin1String("dialog active"))
+        zvedDialogStarted();
+    if (state.startsWith(QLatin1String("switched off")))
+        bus().enableUpdateUI(false);
+
+    Recorder recorder(bus());
+    std::size_t count = 0;
+    if (state.startsWith(QLatin1String("in a notice"))) {
+        bool isInside = false;
+        recorder.react = [&](const CZvGlobalUIReactorHelp &) {
+            if (isInside)
+                return;
+            isInside = true;
+            const std::size_t before = recorder.notices.size();
+            raise(Event(event), line);
+            count = recorder.notices.size() - before;
+        };
+        raise(state.endsWith(QLatin1String("an object"))       ? kModified
+                  : state.endsWith(QLatin1String("selection")) ? kSelection
+                  : state.endsWith(QLatin1String("variable"))  ? kVariable
+                  : state.endsWith(QLatin1String("layout"))    ? kLayout
+                                                               : kEnded,
+              other);
+        QVERIFY(isInside);
+    } else {
+        raise(Event(event), line);
+        count = recorder.notices.size();
+    }
+    if (state == QLatin1String("dialog active"))
+        zvedDialogEnded();
+    QTEST(count == 1, "delivered");
+    QVERIFY(count < 2);
+}
+
+void TestUpdateBus::switchingInsideTheEndOfACommandDoesNotLast()
+{
+    Recorder recorder(bus());
+    bus().enableUpdateUI(false);
+    recorder.react = [this](const CZvGlobalUIReactorHelp &) { bus().enableUpdateUI(true); };
+    bus().commandEnded(L"LINE");
+    bus().layoutSwitched(L"");
+    QCOMPARE(recorder.kinds(), Kinds{kNoticeCommandEnded}); // what was before is put back
+}
+
+void TestUpdateBus::commandThatFailsKeepsVariablesOut()
+{
+    const WorkCommand command([] { throw std::runtime_error("no"); });
+    Recorder recorder(bus());
+    QVERIFY(!runMacro(L"TESTWORK"));
+    QVERIFY(recorder.notices.empty());
+    drawing().setCelweight(ZvDb::kLnWt050);
+    addLine();
+    QVERIFY(recorder.notices.empty());
+    select({addLine()});
+    QCOMPARE(recorder.kinds(), Kinds{kNoticePickFirst});
+    QVERIFY(runMacro(L"_.SETVAR CECOLOR 1"));
+    drawing().setCelweight(ZvDb::kLnWt100);
+    QCOMPARE(recorder.kinds(), (Kinds{kNoticePickFirst, kNoticeCommandEnded, kNoticeSysVar}));
+}
 
 void TestUpdateBus::nothingIsDeliveredWithoutAnOpenDocument()
 {
@@ -577,6 +847,113 @@ void TestUpdateBus::variableNobodySetIsNotTold()
 }
 
 // ---- the summaries
+
+namespace {
+
+/// Tells when it is called.
+class CalledInfo : public SPickFirstInfo
+{
+public:
+    CalledInfo(QString name, QStringList &calls) : m_name(std::move(name)), m_calls(calls) { }
+    void merge(const ZvDbEntity *, const ZvDbEntity *) override { m_calls << QStringLiteral("merge ") + m_name; }
+    void reset() override
+    {
+        status = kInfoUniform;
+        m_calls << QStringLiteral("reset ") + m_name;
+    }
+
+private:
+    const QString m_name;
+    QStringList &m_calls;
+};
+
+} // namespace
+
+void TestUpdateBus::stepsOfADeliveryAreInOrder_data()
+{
+    QTest::addColumn<quint64>("kind");
+    QTest::addColumn<int>("selected");
+    QTest::addColumn<QStringList>("calls");
+    const QStringList accept = QStringLiteral("accept a,accept b,accept none").split(QLatin1Char(','));
+    const QStringList reset = QStringLiteral("reset a,reset b").split(QLatin1Char(','));
+    const QStringList merge = QStringLiteral("merge a,merge b").split(QLatin1Char(','));
+    QTest::newRow("nothing selected") << quint64(kNoticeCommandEnded) << 0 << reset + accept;
+    QTest::newRow("one selected") << quint64(kNoticeCommandEnded) << 1 << reset + merge + accept;
+    QTest::newRow("three selected") << quint64(kNoticePickFirst) << 3 << reset + merge + merge + accept;
+    QTest::newRow("the host's first kind") << quint64(kNoticeHostFirst) << 3 << accept;
+    QTest::newRow("the host's second kind") << quint64(kNoticeHostSecond) << 3 << accept;
+}
+
+void TestUpdateBus::stepsOfADeliveryAreInOrder()
+{
+    QFETCH(quint64, kind);
+    QFETCH(int, selected);
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < selected; ++i)
+        ids.push_back(addLine());
+    select(ids);
+    QStringList calls;
+    CalledInfo a(QStringLiteral("a"), calls);
+    CalledInfo b(QStringLiteral("b"), calls);
+    Recorder first(bus(), &a);
+    Recorder second(bus(), &b);
+    Recorder third(bus());
+    first.react = [&](const CZvGlobalUIReactorHelp &) { calls << QStringLiteral("accept a"); };
+    second.react = [&](const CZvGlobalUIReactorHelp &) { calls << QStringLiteral("accept b"); };
+    third.react = [&](const CZvGlobalUIReactorHelp &) { calls << QStringLiteral("accept none"); };
+    bus().notifyUpdateUI(noticeOfKind(kind));
+    QTEST(calls, "calls");
+}
+
+void TestUpdateBus::noticeCostsOneScanOrNone_data()
+{
+    QTest::addColumn<bool>("foreign");
+    QTest::addColumn<bool>("changed");
+    QTest::addColumn<int>("scans");
+    QTest::newRow("the library's summaries, drawing changed") << false << true << 1;
+    QTest::newRow("the library's summaries, nothing changed") << false << false << 0;
+    QTest::newRow("and a host's, drawing changed") << true << true << 1;
+    QTest::newRow("and a host's, nothing changed")
+        << true << false << 1; // its merge() may say something else each time
+}
+
+void TestUpdateBus::noticeCostsOneScanOrNone()
+{
+    QFETCH(bool, foreign);
+    QFETCH(bool, changed);
+    QFETCH(int, scans);
+    constexpr int kReceivers = 20;
+    constexpr int kEntities = 15;
+    const ZvDbObjectId style = addDimStyle(L"Fine");
+    std::vector<ZvDbObjectId> ids;
+    for (int i = 0; i < kEntities; ++i) {
+        auto *dimension = new ZvDbDimension; // the style is read from each
+        dimension->setDimensionStyle(style);
+        ids.push_back(add(dimension));
+    }
+    std::vector<std::unique_ptr<SPickFirstInfo>> infos;
+    std::vector<std::unique_ptr<Recorder>> receivers;
+    for (int i = 0; i < kReceivers; ++i) {
+        if (foreign && i % 5 == 0)
+            infos.push_back(std::make_unique<CountingInfo>());
+        else if (i % 2)
+            infos.push_back(std::make_unique<SDimStyleInfo>());
+        else
+            infos.push_back(std::make_unique<SColorInfo>());
+        receivers.push_back(std::make_unique<Recorder>(bus(), infos.back().get()));
+    }
+    select(ids); // scans too
+    if (changed) {
+        bus().enableUpdateUI(false);
+        drawing().setCelweight(ZvDb::kLnWt050);
+        bus().enableUpdateUI(true);
+    }
+    const std::uint64_t before = drawing().openingsCount();
+    bus().layoutSwitched(L"");
+    QCOMPARE(drawing().openingsCount() - before, std::uint64_t(scans * kEntities));
+    for (const auto &receiver : receivers)
+        QCOMPARE(receiver->statuses.back(), int(kInfoUniform));
+}
 
 void TestUpdateBus::summariesAreFreshInEveryOrdinaryNotice()
 {
@@ -877,23 +1254,49 @@ void TestUpdateBus::noticeMayBeRaisedInsideANotice()
     QCOMPARE(second.kinds(), (Kinds {kNoticeHostFirst, kNoticeCommandEnded}));
 }
 
+void TestUpdateBus::documentMayCloseInsideANotice_data()
+{
+    QTest::addColumn<int>("event");
+    QTest::addColumn<bool>("isLast");
+    const char *const events[]
+        = {"document current", "layout", "variable", "appended", "modified", "erased", "selection", "command ended"};
+    for (int event = 0; event <= kEnded; ++event) {
+        // The object of a notice is open; its drawing must not go.
+        if (event == kAppended || event == kErased)
+            continue;
+        QTest::newRow(qPrintable(QStringLiteral("the last one, %1").arg(QLatin1String(events[event]))))
+            << event << true;
+        QTest::newRow(qPrintable(QStringLiteral("one of two, %1").arg(QLatin1String(events[event])))) << event << false;
+    }
+}
+
 void TestUpdateBus::documentMayCloseInsideANotice()
 {
+    QFETCH(int, event);
+    QFETCH(bool, isLast);
+    if (!isLast)
+        openAnother();
     SColorInfo info;
     Recorder first(bus(), &info);
     Recorder second(bus(), &info);
-    select({addLine()});
+    const ZvDbObjectId line = addLine();
+    select({line});
     bool isClosed = false;
+    std::uint64_t outer = 0;
     first.react = [&](const CZvGlobalUIReactorHelp &notice) {
-        if (notice.kind != kNoticeCommandEnded || isClosed)
+        if (isClosed)
             return;
         isClosed = true;
+        outer = notice.kind;
         zvDocManagerPtr()->closeDocument(document());
     };
-    bus().commandEnded(L"LINE");
+    raise(Event(event), line);
     QVERIFY(isClosed);
-    QCOMPARE(second.kinds().back(), std::uint64_t(kNoticeCommandEnded));
-    QVERIFY(!zvDocManagerPtr()->currentDocument());
+    QCOMPARE(second.kinds().back(), outer);
+    QCOMPARE(zvDocManagerPtr()->documentCount(), isLast ? 0 : 1);
+    const std::size_t notices = second.notices.size();
+    bus().commandEnded(L"LINE");
+    QCOMPARE(second.notices.size(), isLast ? notices : notices + 1);
 }
 
 void TestUpdateBus::receiversExceptionLeavesTheBusUsable()
@@ -942,6 +1345,27 @@ void TestUpdateBus::busLeavesTheKernelWhenItDies()
     drawing().setTilemode(false);
     openAnother();
     QCOMPARE(zvDocManagerPtr()->documentCount(), 3);
+}
+
+void TestUpdateBus::unloadedBusHearsOnlyTheDrawingsItJoined()
+{
+    Recorder recorder(bus());
+    bus().unloadReactor();
+    drawing().setCelweight(ZvDb::kLnWt050);
+    select({addLine()});
+    drawing().setTilemode(false);
+    zvDocManagerPtr()->newDocument();
+    for (const std::uint64_t kind : recorder.kinds())
+        QCOMPARE(kind, std::uint64_t(kNoticeObject)); // drawings stay joined
+    QVERIFY(!recorder.notices.empty());
+    recorder.notices.clear();
+    addLine(); // of a drawing that was made meanwhile
+    QVERIFY(recorder.notices.empty());
+
+    bus().loadReactor();
+    bus().loadReactor(); // once more is harmless
+    drawing().setCelweight(ZvDb::kLnWt050);
+    QCOMPARE(recorder.kinds(), Kinds{kNoticeSysVar});
 }
 
 void TestUpdateBus::busWorksWithoutEditorAndManagers()
@@ -1028,6 +1452,85 @@ void TestUpdateBus::undoIsToldOnceAtItsEnd()
     const Kinds kinds = recorder.kinds();
     QCOMPARE(std::count(kinds.begin(), kinds.end(), std::uint64_t(kNoticeCommandEnded)), 1);
     QCOMPARE(std::count(kinds.begin(), kinds.end(), std::uint64_t(kNoticeObject)), 0);
+}
+
+namespace {
+
+const QString kRed = QStringLiteral("红");
+const QString kByLayer = QStringLiteral("ByLayer");
+
+} // namespace
+
+void TestUpdateBus::controlShowsACommandsChangeAtItsEnd()
+{
+    ZvColorComboBox combo(true, nullptr);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(combo.currentText(), kByLayer);
+    const QSignalSpy changed(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+    QString meanwhile;
+    const WorkCommand command([&] {
+        drawing().setCecolor(colorOfIndex(1));
+        meanwhile = combo.currentText();
+    });
+    QVERIFY(runMacro(L"TESTWORK"));
+    QCOMPARE(meanwhile, kByLayer);
+    QCOMPARE(combo.currentText(), kRed);
+    QCOMPARE(changed.count(), 0); // showing never writes
+    QVERIFY(!zvedQueueHasInput());
+}
+
+void TestUpdateBus::undoAfterAPickBringsDrawingAndControlsBack()
+{
+    ZvColorComboBox picked(true, nullptr);
+    ZvColorComboBox other(true, nullptr);
+    const ZvDbObjectId first = addLine();
+    const ZvDbObjectId second = addLine();
+    const auto isRed = [](ZvDbObjectId id) {
+        return read<ZvDbEntity>(id, [](const ZvDbEntity &entity) { return entity.color() == colorOfIndex(1); });
+    };
+    // the current colour
+    picked.setCurrentIndex(picked.findText(kRed));
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().cecolor(), colorOfIndex(1));
+    QCOMPARE(other.currentText(), kRed);
+    QVERIFY(runMacro(L"_.UNDO 1"));
+    QCOMPARE(drawing().cecolor(), ZvCmColor());
+    QCOMPARE(picked.currentText(), kByLayer);
+    QCOMPARE(other.currentText(), kByLayer);
+    // the selection
+    select({first, second});
+    picked.setCurrentIndex(picked.findText(kRed));
+    QVERIFY(runCommands());
+    QVERIFY(isRed(first) && isRed(second));
+    QCOMPARE(other.currentText(), kRed);
+    QVERIFY(runMacro(L"_.UNDO 1"));
+    QVERIFY(!isRed(first) && !isRed(second));
+    select({first, second});
+    QCOMPARE(picked.currentText(), kByLayer);
+    QCOMPARE(other.currentText(), kByLayer);
+}
+
+void TestUpdateBus::pickInARunningCommandFallsIntoIt()
+{
+    ZvColorComboBox picked(true, nullptr);
+    ZvColorComboBox other(true, nullptr);
+    const int entities = drawing().entityCount();
+    Recorder recorder(bus());
+    const WorkCommand command([&] {
+        addLine();
+        picked.setCurrentIndex(picked.findText(kRed));
+        QCOMPARE(drawing().cecolor(), colorOfIndex(1)); // at once
+        QVERIFY(!zvedQueueHasInput()); // no command of its own
+    });
+    QVERIFY(runMacro(L"TESTWORK"));
+    QCOMPARE(recorder.kinds(), Kinds{kNoticeCommandEnded});
+    QCOMPARE(recorder.notices[0].name, ZvString(L"TESTWORK"));
+    QCOMPARE(other.currentText(), kRed);
+    QVERIFY(runMacro(L"_.UNDO 1"));
+    QCOMPARE(drawing().entityCount(), entities); // one step
+    QCOMPARE(drawing().cecolor(), ZvCmColor());
+    QCOMPARE(picked.currentText(), kByLayer);
+    QCOMPARE(other.currentText(), kByLayer);
 }
 
 ZEVA_TEST_MAIN(TestUpdateBus)
