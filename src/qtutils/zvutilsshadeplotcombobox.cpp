@@ -36,12 +36,12 @@ void ZvUtilsShadePlotComboBox::init()
     const ZvJsonPtr modes = service->shadePlotModes(document->database());
     if (!modes || !modes->isArray())
         return;
-    QVector<ZvRow> rows;
+    std::vector<ZvRow> rows;
     for (int i = 0; i < modes->elementCount(); ++i) {
         const ZvJsonPtr mode = modes->element(i);
         const ZvJsonPtr value = mode ? mode->element(0) : ZvJsonPtr();
         const QString text = value && !value->isNullNode() ? zvToQString(value->asString()) : QStringLiteral("");
-        rows.append({QIcon(), text, text});
+        rows.push_back({QIcon(), text, text});
     }
     zvAppendRows(*this, rows);
 }

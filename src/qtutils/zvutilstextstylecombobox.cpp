@@ -52,10 +52,10 @@ void ZvUtilsTextStyleComboBox::init()
     ZvArray<ZevaUISetting::ZvsiTextStyleInfoItem> styles;
     ZevaUISetting::getTextStyleTableRecords(styles, nullptr, m_sorted);
     const ZvHookedCleared filling(*this);
-    QVector<ZvRow> rows;
+    std::vector<ZvRow> rows;
     for (const ZevaUISetting::ZvsiTextStyleInfoItem &style : styles) {
         if (!style.name.isEmpty() && !isOfExternalReference(style.objectId))
-            rows.append({QIcon(), zvToQString(style.name), QVariant::fromValue(style)});
+            rows.push_back({QIcon(), zvToQString(style.name), QVariant::fromValue(style)});
     }
     zvAppendRows(*this, rows);
 }

@@ -98,10 +98,10 @@ void ZvUtilsUcsComboBox::init()
     ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
     ZvString name;
     const int type = reload(items, name);
-    QVector<ZvRow> rows;
+    std::vector<ZvRow> rows;
     for (const ZevaUISetting::ZvsiUcsInfoItem &item : items) {
         const auto icon = m_icons.find(item.type);
-        rows.append({icon != m_icons.end() ? icon->second : QIcon(), zvToQString(item.name), item.type});
+        rows.push_back({icon != m_icons.end() ? icon->second : QIcon(), zvToQString(item.name), item.type});
     }
     zvAppendRows(*this, rows);
     const int row = type < 0 ? -1 : zvFindRow(*this, zvToQString(name), ZvNameMatch::kIgnoreCase);

@@ -60,14 +60,14 @@ void ZvUtilsViewComboBox::init()
 {
     clear();
     const ZvHookedCleared filling(*this);
-    QVector<ZvRow> rows;
+    std::vector<ZvRow> rows;
     for (const Preset &preset : kPresets)
-        rows.append(rowOf(preset));
+        rows.push_back(rowOf(preset));
     ZvArray<ZevaUISetting::ZvsiViewInfoItem> views;
     ZevaUISetting::getCustomViews(views, nullptr);
     for (const ZevaUISetting::ZvsiViewInfoItem &view : views)
-        rows.append({QIcon(), zvToQString(view.name), int(kNamed)});
-    rows.append(rowOf(kManagerRow));
+        rows.push_back({QIcon(), zvToQString(view.name), int(kNamed)});
+    rows.push_back(rowOf(kManagerRow));
     zvAppendRows(*this, rows);
 }
 

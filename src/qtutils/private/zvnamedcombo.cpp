@@ -6,10 +6,10 @@
 void zvAppendNames(QComboBox &combo, CZvQtControlHelp &control, const ZvArray<ZvString> &names)
 {
     const ZvHookedCleared filling(control);
-    QVector<ZvRow> rows;
-    rows.reserve(names.length());
+    std::vector<ZvRow> rows;
+    rows.reserve(std::size_t(names.length()));
     for (const ZvString &name : names)
-        rows.append({QIcon(), zvToQString(name), QVariant()});
+        rows.push_back({QIcon(), zvToQString(name), QVariant()});
     zvAppendRows(combo, rows);
 }
 
