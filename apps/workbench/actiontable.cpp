@@ -57,6 +57,9 @@ const QVector<MenuSpec> &menuTable()
             {"copy", QT_TRANSLATE_NOOP("Actions", "&Copy"), "", "copy", "_.COPY", true, QT_TRANSLATE_NOOP("Actions", "Copy entities")},
             {"erase", QT_TRANSLATE_NOOP("Actions", "&Erase"), "", "erase", "_.ERASE", true, QT_TRANSLATE_NOOP("Actions", "Erase entities")},
         }},
+        {"formatMenu", QT_TRANSLATE_NOOP("Actions", "F&ormat"), {
+            {"linetypes", QT_TRANSLATE_NOOP("Actions", "Line &Types..."), "", "", "_.LINETYPE", true, QT_TRANSLATE_NOOP("Actions", "Load, make, rename and delete line types")},
+        }},
         {"dialogsMenu", QT_TRANSLATE_NOOP("Actions", "D&ialogs"), {}},
         {"helpMenu", QT_TRANSLATE_NOOP("Actions", "&Help"), {
             {"about", QT_TRANSLATE_NOOP("Actions", "&About the Workbench"), "", "", "", false, QT_TRANSLATE_NOOP("Actions", "Show the versions")},

@@ -3,6 +3,7 @@
 
 #include "base/zvcmcolor.h"
 #include "core/zvapdocument.h"
+#include "core/zveditor.h"
 #include "core/zvui.h"
 #include "zvodasetting.h"
 
@@ -10,9 +11,7 @@
 
 namespace {
 
-const char *const kGroup = "WORKBENCH";
 const char *const kName = "COLOR";
-const char *const kLineForm = "_-COLOR";
 constexpr int kAccepted = 1;
 
 int packed(const ZvCmColor &color)
@@ -46,37 +45,16 @@ bool askColor(ZvCmColor &color, QWidget *parent)
 
 void runColor()
 {
-    auto *window = static_cast<QWidget *>(zvuiMainWindow());
-    ZvDbDatabase *database = curDatabase();
-    if (zvedQueueHasInput() || !window || !window->isVisible()) {
-        const ZvEdCommandStack *stack = zvedCommandStack();
-        if (const ZvEdCommand *command = stack->lookUp(kLineForm))
-            command->function();
+    if (!DialogCommand::isForPerson()) {
+        DialogCommand::runLineForm(kName);
         return;
     }
+    ZvDbDatabase *database = curDatabase();
     ZvCmColor color = database->cecolor();
-    if (askColor(color, window))
+    if (askColor(color, static_cast<QWidget *>(zvuiMainWindow())))
         database->setCecolor(color);
 }
 
 } // namespace
 
-ColorCommand::ColorCommand()
-{
-    ZvEdCommandStack *stack = zvedCommandStack();
-    const ZvEdCommand *builtIn = stack->lookUp(kName);
-    if (builtIn) {
-        m_builtIn = *builtIn;
-        stack->removeCmd(m_builtIn.group, m_builtIn.globalName);
-    }
-    stack->addCommand(kGroup, kName, kName, m_builtIn.flags, runColor, nullptr, -1, ZvRxResourceInstance(nullptr), 0);
-}
-
-ColorCommand::~ColorCommand()
-{
-    ZvEdCommandStack *stack = zvedCommandStack();
-    stack->removeCmd(kGroup, kName);
-    if (m_builtIn.function)
-        stack->addCommand(m_builtIn.group, m_builtIn.globalName, m_builtIn.localName, m_builtIn.flags,
-                          m_builtIn.function, m_builtIn.context, m_builtIn.code, ZvRxResourceInstance(nullptr), 0);
-}
+ColorCommand::ColorCommand() : DialogCommand(kName, 0, runColor) { }

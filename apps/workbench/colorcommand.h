@@ -2,21 +2,13 @@
 #ifndef COLORCOMMAND_H
 #define COLORCOMMAND_H
 
-#include "core/zveditor.h"
+#include "dialogcommand.h"
 
-/// While it lives, COLOR sets the current colour by the colour dialog. In a script or macro that gives the colour, and
-/// without a window, it stays the command-line form, which -COLOR is in any case.
-class ColorCommand
+/// While it lives, COLOR sets the current colour by the colour dialog.
+class ColorCommand : public DialogCommand
 {
 public:
-    /// Needs the core started.
     ColorCommand();
-    ~ColorCommand();
-    ColorCommand(const ColorCommand &) = delete;
-    ColorCommand &operator=(const ColorCommand &) = delete;
-
-private:
-    ZvEdCommand m_builtIn; // whose place the command takes
 };
 
 #endif

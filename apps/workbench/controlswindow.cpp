@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "controlswindow.h"
 
+#include "linetypemanager.h"
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
@@ -8,6 +9,7 @@
 #include "zvlinewidthcombobox.h"
 #include "zvqtcolorlabel.h"
 #include "zvqtimagewidget.h"
+#include "zvqtlinetypetableview.h"
 
 #include "db/zvdbentities.h"
 
@@ -113,6 +115,7 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     pages->addTab(makePicturePage(), tr("Pictures"));
     pages->addTab(makeLineTypePage(), tr("Line type"));
     pages->addTab(makeLineWeightPage(), tr("Line weight"));
+    pages->addTab(makeLinetypeTablePage(), tr("Line type table"));
     m_last->setObjectName(QStringLiteral("lastSignal"));
     m_last->setAccessibleName(tr("Last signal"));
     m_last->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -233,6 +236,39 @@ QWidget *ControlsWindow::makeLineWeightPage()
             tell(tr("lineWeightItemChanged: %1, %2").arg(index).arg(combo->itemText(index)));
         });
         form->addRow(tr(spec.label), combo);
+    }
+    return page;
+}
+
+QWidget *ControlsWindow::makeLinetypeTablePage()
+{
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    const struct
+    {
+        const char *id;
+        const char *label;
+        int mode;
+    } tables[] = {
+        {"interactiveTable", QT_TR_NOOP("Interactive"), ZvQtLinetypeTableView::kInteractive},
+        {"plainTable", QT_TR_NOOP("Plain"), ZvQtLinetypeTableView::kPlain},
+    };
+    for (const auto &row : tables) {
+        auto *table = new ZvQtLinetypeTableView(row.mode, page);
+        table->setObjectName(QLatin1String(row.id));
+        table->setAccessibleName(tr(row.label));
+        if (const ZvDbDatabase *database = curDatabase())
+            table->loadLtypeData(LinetypeManager::tableBag(*database));
+        connect(table, &ZvQtLinetypeTableView::ltypeItemSelect, this,
+                [this, table] { tell(tr("ltypeItemSelect: %1").arg(table->getCurrLtypeData().name)); });
+        connect(table, &ZvQtLinetypeTableView::ltypeItemDoubleClicked, this,
+                [this](const QModelIndex &index, const QModelIndex &sorted) {
+                    tell(tr("ltypeItemDoubleClicked: row %1, shown as %2").arg(index.row()).arg(sorted.row()));
+                });
+        connect(table, &ZvQtLinetypeTableView::clickBlankArea, this, [this] { tell(tr("clickBlankArea")); });
+        connect(table, &ZvQtLinetypeTableView::clearSignals, this, [this] { tell(tr("clearSignals")); });
+        column->addWidget(new QLabel(tr(row.label)));
+        column->addWidget(table);
     }
     return page;
 }

@@ -19,6 +19,7 @@ private:
     QWidget *makePicturePage();
     QWidget *makeLineTypePage();
     QWidget *makeLineWeightPage();
+    QWidget *makeLinetypeTablePage();
     void tell(const QString &line);
 
     QLabel *m_last;

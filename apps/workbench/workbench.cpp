@@ -4,6 +4,7 @@
 #include "autosave.h"
 #include "colorcommand.h"
 #include "core/zvsystem.h"
+#include "linetypehost.h"
 #include "mainwindow.h"
 #include "panels.h"
 #include "propertybar.h"
@@ -28,6 +29,7 @@ Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move
     addPanels(*m_window, *m_bus);
     m_window->addToolBar(new PropertyBar(m_window.get()));
     m_color = std::make_unique<ColorCommand>();
+    m_linetypes = std::make_unique<LinetypeHost>();
     m_window->restoreLayout();
 }
 
@@ -38,6 +40,7 @@ Workbench::~Workbench()
         documents->closeDocument(documents->documentAt(0));
     m_autosave.reset();
     m_recovery.reset();
+    m_linetypes.reset();
     m_color.reset();
     m_window.reset(); // with all controls
     m_bus.reset();

@@ -8,6 +8,7 @@
 
 class Autosave;
 class ColorCommand;
+class LinetypeHost;
 class MainWindow;
 class QSettings;
 class RecoveryStore;
@@ -41,6 +42,7 @@ private:
     std::unique_ptr<UpdateBusHost> m_bus;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<ColorCommand> m_color;
+    std::unique_ptr<LinetypeHost> m_linetypes;
     std::unique_ptr<RecoveryStore> m_recovery;
     std::unique_ptr<Autosave> m_autosave;
 };

@@ -48,8 +48,15 @@ ZvDbObjectId shapeFile(ZvDbDatabase &database, const ZvString &file)
     return id;
 }
 
+std::string folderOf(const ZvString &path)
+{
+    const std::string utf8 = path.toStdString();
+    const std::size_t end = utf8.rfind('/');
+    return end == std::string::npos ? "." : utf8.substr(0, end);
+}
+
 /// False: \a why tells what the drawing or the folder lacks.
-bool makeDash(ZvDbDatabase &database, const Element &element, const ZvString &folder, Dash &dash, ZvString &why)
+bool makeDash(ZvDbDatabase &database, const Element &element, const std::string &folder, Dash &dash, ZvString &why)
 {
     dash.length = element.length;
     if (element.kind == Element::kPlain)
@@ -66,8 +73,7 @@ bool makeDash(ZvDbDatabase &database, const Element &element, const ZvString &fo
             why = ZvString(L"the drawing has no text style ") + element.style;
         return !dash.styleId.isNull();
     }
-    const auto number
-        = zvdbShapeNumber(folder.toStdString(), element.style.toStdString(), element.content.toStdString());
+    const auto number = zvdbShapeNumber(folder, element.style.toStdString(), element.content.toStdString());
     if (!number) {
         why = ZvString(L"there is no shape ") + element.content + ZvString(L" in a file ") + element.style;
         return false;
@@ -129,8 +135,8 @@ void markReferences(const ZvDbDatabase &database, std::vector<bool> &used)
 
 } // namespace
 
-Zv::ErrorStatus zvdbAddLinetype(ZvDbDatabase &database, const ZvDbLinetypeDefinition &definition,
-                                const ZvString &folder, bool redefine, ZvDbObjectId &id, ZvString &why)
+Zv::ErrorStatus zvdbAddLinetype(ZvDbDatabase &database, const ZvDbLinetypeDefinition &definition, const ZvString &path,
+                                bool redefine, ZvDbObjectId &id, ZvString &why)
 {
     id = ZvDbObjectId();
     if (!ZvDbSymbolTableRecord::isValidName(definition.name)) {
@@ -144,6 +150,7 @@ Zv::ErrorStatus zvdbAddLinetype(ZvDbDatabase &database, const ZvDbLinetypeDefini
         why = redefine ? ZvString(L"every drawing has it as it is") : ZvString(L"the drawing has one of that name");
         return redefine ? Zv::eInvalidInput : Zv::eDuplicateKey;
     }
+    const std::string folder = folderOf(path);
     database.beginFrame();
     std::vector<Dash> dashes;
     Zv::ErrorStatus status = Zv::eOk;

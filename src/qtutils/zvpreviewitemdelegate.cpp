@@ -30,6 +30,8 @@ void ZvPreviewItemDelegate::setModelData(QWidget *editor, QAbstractItemModel *mo
     if (!edit || !sorted || edit->text() == index.data(Qt::DisplayRole).toString())
         return;
     QString text = edit->text();
+    // A host that renames the row itself has the table sorted anew meanwhile.
+    const QPersistentModelIndex cell(index);
     if (Q_EMIT m_view->ltypeRename(text, sorted->mapToSource(index)))
-        model->setData(index, text, Qt::EditRole);
+        model->setData(cell, text, Qt::EditRole);
 }

@@ -4,7 +4,6 @@
 #include "zvcommands_p.h"
 
 #include <memory>
-#include <string>
 
 // Line types at the command line. Names, descriptions and patterns run to the end of the line.
 
@@ -36,13 +35,6 @@ void create()
         zvedFailCommand(definition.name + ZvString(L": ") + why);
 }
 
-ZvString folderOf(const ZvString &path)
-{
-    const std::string utf8 = path.toStdString();
-    const std::size_t end = utf8.rfind('/');
-    return end == std::string::npos ? ZvString(L".") : ZvString(std::string_view(utf8).substr(0, end));
-}
-
 /// Whether a list of names with commas, or "*", holds the name.
 bool isWanted(const ZvString &list, const ZvString &name)
 {
@@ -58,15 +50,6 @@ bool isWanted(const ZvString &list, const ZvString &name)
     return false;
 }
 
-ZvString codePageOf(const ZvDbDatabase &database)
-{
-    ZvResBuf *value = zvutNewRb(ZvRes::kNone);
-    database.getVariable(L"DWGCODEPAGE", *value);
-    const ZvString codePage = value->text();
-    zvutRelRb(value);
-    return codePage;
-}
-
 void load()
 {
     ZvString wanted;
@@ -76,7 +59,7 @@ void load()
         return;
     ZvDbDatabase &database = *zvcoreCurrentDatabase();
     ZvDbLinetypeFile file;
-    if (file.read(path, codePageOf(database)) != Zv::eOk) {
+    if (file.read(path, database) != Zv::eOk) {
         zvedFailCommand(path + ZvString(L": ") + file.problemText());
         return;
     }
@@ -90,7 +73,7 @@ void load()
         ++found;
         ZvString why;
         ZvDbObjectId id;
-        const Zv::ErrorStatus status = zvdbAddLinetype(database, definition, folderOf(path), false, id, why);
+        const Zv::ErrorStatus status = zvdbAddLinetype(database, definition, path, false, id, why);
         if (status == Zv::eOk)
             ++loaded;
         else

@@ -308,6 +308,15 @@ Zv::ErrorStatus ZvDbLinetypeFile::read(const ZvString &path, const ZvString &cod
     return Zv::eFileAccess;
 }
 
+Zv::ErrorStatus ZvDbLinetypeFile::read(const ZvString &path, const ZvDbDatabase &database)
+{
+    ZvResBuf *codePage = zvutNewRb(ZvRes::kNone);
+    database.getVariable(L"DWGCODEPAGE", *codePage);
+    const Zv::ErrorStatus status = read(path, codePage->text());
+    zvutRelRb(codePage);
+    return status;
+}
+
 Zv::ErrorStatus ZvDbLinetypeFile::parse(std::string_view bytes, const ZvString &codePage)
 {
     m_definitions.clear();

@@ -55,6 +55,8 @@ public:
     /// type in it. A definition that is wrong is left out, with a problem for it. \a codePage as in drawings
     /// ("ANSI_936"); empty is ANSI_1252.
     Zv::ErrorStatus read(const ZvString &path, const ZvString &codePage = ZvString());
+    /// The same in the code page of a drawing.
+    Zv::ErrorStatus read(const ZvString &path, const ZvDbDatabase &database);
     /// The same from memory.
     Zv::ErrorStatus parse(std::string_view bytes, const ZvString &codePage = ZvString());
 
@@ -75,12 +77,12 @@ private:
     std::vector<Problem> m_problems;
 };
 
-/// Adds the line type to the drawing. Shape files are looked for in \a folder, compiled or as source (".shp"). With
-/// \a redefine, one of the name is changed, otherwise that is eDuplicateKey. eInvalidInput for a name that is none or a
-/// line type that cannot be changed, eKeyNotFound for a text style or shape that is not to be found: \a why tells
-/// which. On failure nothing was changed.
+/// Adds the line type to the drawing. Shape files are looked for beside the file \a path that it comes from, compiled
+/// or as source (".shp"). With \a redefine, one of the name is changed, otherwise that is eDuplicateKey. eInvalidInput
+/// for a name that is none or a line type that cannot be changed, eKeyNotFound for a text style or shape that is not to
+/// be found: \a why tells which. On failure nothing was changed.
 ZV_EXPORT Zv::ErrorStatus zvdbAddLinetype(ZvDbDatabase &database, const ZvDbLinetypeDefinition &definition,
-                                          const ZvString &folder, bool redefine, ZvDbObjectId &id, ZvString &why);
+                                          const ZvString &path, bool redefine, ZvDbObjectId &id, ZvString &why);
 
 /// eInvalidInput for a name that is none, and for a line type that keeps its name: ByLayer, ByBlock, Continuous, or one
 /// of an external reference. eDuplicateKey for a name in use, case ignored.

@@ -155,6 +155,7 @@ private Q_SLOTS:
     void renamingInAnEditor();
     void anUnchangedNameAsksNobody();
     void theHostMayChangeTheName();
+    void theHostMayRenameTheRowItself();
     void withoutAHostARenameIsRefused();
     void editorsOfOtherKindsWriteNothing();
     void settingTheNameOfTheCurrentRow();
@@ -905,6 +906,21 @@ void tst_linetypetableview::theHostMayChangeTheName()
     QTest::keyClicks(editor, QStringLiteral(" mine "));
     finishEditor(editor, Qt::Key_Return);
     QCOMPARE(source().item(4, 0)->text(), QStringLiteral("MINE"));
+}
+
+void tst_linetypetableview::theHostMayRenameTheRowItself()
+{
+    View &view = show(View::kInteractive, bagOf(sixRows()));
+    connect(&view, &View::ltypeRename, this, [&](QString &name, const QModelIndex &index) {
+        view.setLtypeNameByModelIdx(index, false, name); // which sorts: the row goes to the end
+        return true;
+    });
+    QLineEdit *editor = openEditor(2);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("ZZZ"));
+    finishEditor(editor, Qt::Key_Return);
+    QCOMPARE(names(), (QStringList{"ByLayer", "ByBlock", "Continuous", "DASHED", "ZIGZAG", "ZZZ"}));
+    QCOMPARE(view.getCurrLtypeData().name, QStringLiteral("ZZZ"));
 }
 
 void tst_linetypetableview::withoutAHostARenameIsRefused()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "db_testing.h"
+#include "file_support.h"
 
 #include "db/zvdblinetypes.h"
 
@@ -201,6 +202,18 @@ TEST(LinetypeFile, filesThatCannotBeRead)
         EXPECT_NE(file.problemText().toStdString().find(path), std::string::npos);
         EXPECT_TRUE(file.definitions().empty());
     }
+}
+
+TEST(LinetypeFile, theDrawingTellsTheCodePage)
+{
+    const Folder folder;
+    writeAll(folder.file("x.lin"), "*\xD0\xE9\xCF\xDF\nA,1,-1\n");
+    const ZvDbDatabasePtr database = readDrawing("  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1015\n"
+                                                 "  9\n$DWGCODEPAGE\n  3\nANSI_936\n  0\nENDSEC\n  0\nEOF\n");
+    ASSERT_TRUE(database);
+    ZvDbLinetypeFile file;
+    ASSERT_EQ(file.read(folder.file("x.lin").c_str(), *database), Zv::eOk);
+    EXPECT_EQ(file.definitions()[0].name, ZvString(L"虚线"));
 }
 
 TEST(LinetypeFile, theSampleIsWithoutAProblem)

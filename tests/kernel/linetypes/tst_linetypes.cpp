@@ -25,7 +25,7 @@ protected:
     ZvDbObjectId add(const wchar_t *name, const wchar_t *pattern = L"A,12,-6")
     {
         ZvDbObjectId id;
-        EXPECT_EQ(zvdbAddLinetype(db, definition(name, pattern), folder.path().c_str(), false, id, why), Zv::eOk)
+        EXPECT_EQ(zvdbAddLinetype(db, definition(name, pattern), fromFile, false, id, why), Zv::eOk)
             << why.toStdString();
         return id;
     }
@@ -54,6 +54,7 @@ protected:
         return styles->count();
     }
     Folder folder;
+    const ZvString fromFile{folder.file("types.lin").c_str()};
     ZvString why;
 };
 
@@ -115,8 +116,7 @@ TEST_F(Linetypes, refusalsChangeNothing)
         SCOPED_TRACE(ZvString(row.name).toStdString());
         ZvDbObjectId id = db.celtype();
         ZvString told;
-        EXPECT_EQ(zvdbAddLinetype(db, definition(row.name, row.pattern), folder.path().c_str(), row.redefine, id, told),
-                  row.status);
+        EXPECT_EQ(zvdbAddLinetype(db, definition(row.name, row.pattern), fromFile, row.redefine, id, told), row.status);
         EXPECT_EQ(told, ZvString(row.why));
         EXPECT_TRUE(id.isNull());
         EXPECT_FALSE(db.canUndo());
@@ -129,8 +129,8 @@ TEST_F(Linetypes, aMissingShapeTakesTheOthersBack)
     writeAll(folder.file("rails.shp"), "*130,6,TRACK\n1,2,0\n");
     const int before = textStyles();
     ZvDbObjectId id;
-    EXPECT_EQ(zvdbAddLinetype(db, definition(L"RAIL", L"A,1,[TRACK,rails.shx],1,[WAVE,rails.shx],1"),
-                              folder.path().c_str(), false, id, why),
+    EXPECT_EQ(zvdbAddLinetype(db, definition(L"RAIL", L"A,1,[TRACK,rails.shx],1,[WAVE,rails.shx],1"), fromFile, false,
+                              id, why),
               Zv::eKeyNotFound);
     EXPECT_FALSE(db.canUndo());
     EXPECT_EQ(textStyles(), before);
@@ -163,9 +163,8 @@ TEST_F(Linetypes, brokenShapeFilesHaveNoShape)
                                      std::string("x\x1A\0\0\0\0\xFF\xFF\x01\0", 10), std::string("*x,1,TRACK\n*3")}) {
         writeAll(folder.file("rails.shx"), bytes);
         ZvDbObjectId id;
-        EXPECT_EQ(
-            zvdbAddLinetype(db, definition(L"RAIL", L"A,1,[TRACK,rails.shx],1"), folder.path().c_str(), false, id, why),
-            Zv::eKeyNotFound);
+        EXPECT_EQ(zvdbAddLinetype(db, definition(L"RAIL", L"A,1,[TRACK,rails.shx],1"), fromFile, false, id, why),
+                  Zv::eKeyNotFound);
     }
 }
 
