@@ -16,7 +16,6 @@ public:
 
 private:
     QWidget *makeColorPage();
-    QWidget *makeLayerPage();
     QWidget *makePicturePage();
     QWidget *makeLineTypePage();
     QWidget *makeLineWeightPage();

@@ -4,11 +4,13 @@
 #include "core/zvapdocument.h"
 #include "core/zveditor.h"
 #include "core/zvui.h"
+#include "filequestions.h"
+#include "mainwindow.h"
 #include "textforms.h"
 #include "utils/zvrenderer.h"
 
 #include <QCoreApplication>
-#include <QFileDialog>
+#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -20,15 +22,14 @@ QString text(const char *english)
 
 QString askForFile(const ZvApDocument &document)
 {
-    auto *window = static_cast<QWidget *>(zvuiMainWindow());
+    const auto *window = qobject_cast<MainWindow *>(static_cast<QWidget *>(zvuiMainWindow()));
     if (!window || !window->isVisible())
         return QString();
     const QFileInfo file(toQString(document.fileName()));
-    const QString base = file.fileName().isEmpty() ? toQString(document.title())
-                                                   : file.path() + QLatin1Char('/') + file.completeBaseName();
-    return QFileDialog::getSaveFileName(window, text("Export a picture"), base + QLatin1String(".png"),
-                                        text("Pictures and drawings (*.png *.pdf *.svg *.dxf)"), nullptr,
-                                        QFileDialog::DontUseNativeDialog);
+    const QString start = file.fileName().isEmpty() ? QDir(window->lastFolder()).filePath(toQString(document.title()))
+                                                    : file.path() + QLatin1Char('/') + file.completeBaseName();
+    return askFileToSave(text("Export a picture"), start + QLatin1String(".png"),
+                         text("PNG pictures (*.png);;PDF documents (*.pdf);;SVG pictures (*.svg);;Drawings (*.dxf)"));
 }
 
 void runExport()

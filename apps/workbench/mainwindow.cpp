@@ -8,6 +8,7 @@
 #include "db/zvdbrecords.h"
 #include "documentpage.h"
 #include "exportcommand.h"
+#include "filedialogdemo.h"
 #include "icons.h"
 #include "infobar.h"
 #include "kernelevents.h"
@@ -260,6 +261,9 @@ void MainWindow::makeMenus()
     QMenu *colors = dialogs->addMenu(tr("Co&lour Dialog"));
     colors->setObjectName(QStringLiteral("colorDialogMenu"));
     addDemos(colors, colorDialogDemos());
+    QMenu *files = dialogs->addMenu(tr("&File Dialog"));
+    files->setObjectName(QStringLiteral("fileDialogMenu"));
+    addDemos(files, fileDialogDemos());
     dialogs->addSeparator();
     QAction *controls = dialogs->addAction(tr("Co&ntrols..."), this, &MainWindow::showControls);
     controls->setObjectName(QStringLiteral("controls"));

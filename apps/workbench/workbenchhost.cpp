@@ -4,13 +4,14 @@
 #include "commandline.h"
 #include "db/zvdbrecords.h"
 #include "drawingview.h"
+#include "filequestions.h"
 #include "infobar.h"
 #include "mainwindow.h"
 #include "textforms.h"
 #include "workprogress.h"
 
+#include <QDir>
 #include <QEventLoop>
-#include <QFileDialog>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -255,16 +256,13 @@ ZvString WorkbenchHost::askFileName(bool saving, const ZvString &suggestion)
     if (!m_interactive)
         return ZvString();
     const QString filter = tr("Drawings (*.dxf);;All files (*)");
-    const QFileDialog::Options plain = QFileDialog::DontUseNativeDialog;
-    const QString start = suggestion.isEmpty() ? m_window->lastFolder() : toQString(suggestion);
-    QString path;
-    if (saving) {
-        path = QFileDialog::getSaveFileName(m_window, tr("Save the drawing"), start, filter, nullptr, plain);
-        if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
-            path += QLatin1String(".dxf");
-    } else {
-        path = QFileDialog::getOpenFileName(m_window, tr("Open a drawing"), start, filter, nullptr, plain);
-    }
+    if (!saving)
+        return toZvString(askFileToOpen(tr("Open a drawing"), m_window->lastFolder(), filter));
+    // A drawing that was never saved has a name without a folder.
+    const QString start = QDir(m_window->lastFolder()).filePath(toQString(suggestion));
+    QString path = askFileToSave(tr("Save the drawing"), start, filter);
+    if (!path.isEmpty() && QFileInfo(path).suffix().isEmpty())
+        path += QLatin1String(".dxf");
     return toZvString(path);
 }
 

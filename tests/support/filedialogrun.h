@@ -234,6 +234,15 @@ inline void clickRow(QDialog *dialog, const QString &name, Qt::KeyboardModifiers
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, tree->visualRect(row).center());
 }
 
+/// Picks an entry of the filter list as a user does.
+inline void pickFilter(QDialog *dialog, int index)
+{
+    auto *combo = dialog->findChild<QComboBox *>(QStringLiteral("fileTypeCombo"));
+    combo->setFocus();
+    while (combo->currentIndex() != index)
+        QTest::keyClick(combo, combo->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+}
+
 /// A message box as it was seen.
 struct SeenBox
 {

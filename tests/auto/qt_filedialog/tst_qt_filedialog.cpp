@@ -52,15 +52,6 @@ void pressOpen(QDialog *dialog)
     QTest::mouseClick(buttons->button(QDialogButtonBox::Open), Qt::LeftButton);
 }
 
-/// Picks an entry of the filter list as a user does.
-void pickFilter(QDialog *dialog, int index)
-{
-    auto *combo = dialog->findChild<QComboBox *>(QStringLiteral("fileTypeCombo"));
-    combo->setFocus();
-    while (combo->currentIndex() != index)
-        QTest::keyClick(combo, combo->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
-}
-
 } // namespace
 
 class TestQtFileDialog : public ZevaTest

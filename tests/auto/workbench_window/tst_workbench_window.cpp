@@ -83,8 +83,6 @@ private Q_SLOTS:
     void aWrongFileIsToldOfAndTheWorkGoesOn();
     void warningsOfAFileStandInTheInfoBar();
     void openingCanBeCancelled();
-    void savingUnderAnotherNameByTheDialog();
-    void exportingAPictureByTheDialog();
     void recentFilesAreRemembered();
     void lineWeightSwitch();
     void dialogsFromTheMenu_data();
@@ -526,44 +524,6 @@ void tst_workbench_window::openingCanBeCancelled()
 
     window().openFile(QStringLiteral(ZEVA_SAMPLES_DIR "/plan.dxf"));
     QCOMPARE(zvDocManagerPtr()->documentCount(), 1);
-}
-
-void tst_workbench_window::savingUnderAnotherNameByTheDialog()
-{
-    m_session->newDrawing();
-    m_session->addLine({0, 0, 0}, {10, 10, 0});
-    const QString path = file("named");
-    ModalDriver driver;
-    driver.next([&path](QDialog *dialog) {
-        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        name->setText(path);
-        QTest::keyClick(name, Qt::Key_Return);
-    });
-    m_session->action("saveas")->trigger();
-    QTRY_VERIFY(driver.finished());
-    waitForIdle();
-    QVERIFY(QFile::exists(path + QStringLiteral(".dxf")));
-    QCOMPARE(toQString(m_session->document()->fileName()), path + QStringLiteral(".dxf"));
-    QVERIFY(!m_session->document()->isModified());
-}
-
-void tst_workbench_window::exportingAPictureByTheDialog()
-{
-    m_session->newDrawing();
-    m_session->addLine({0, 0, 0}, {10, 10, 0});
-    const QString path = file("picture of it.svg");
-    ModalDriver driver;
-    driver.next([&path](QDialog *dialog) {
-        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        name->setText(path);
-        QTest::keyClick(name, Qt::Key_Return);
-    });
-    m_session->action("export")->trigger();
-    QTRY_VERIFY(driver.finished());
-    waitForIdle();
-    QVERIFY(QFile::exists(path));
-    QVERIFY(commandLine().history().contains(QStringLiteral("Written: ") + path));
-    QVERIFY(!m_session->database().canUndo() || m_session->database().undoName() != ZvString(L"EXPORT"));
 }
 
 void tst_workbench_window::recentFilesAreRemembered()

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "filequestions.h"
+
+#include "core/zvui.h"
+#include "textforms.h"
+
+namespace {
+
+ZvJsonPtr ask(bool opens, const QString &caption, const QString &dir, const QString &filter)
+{
+    const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
+    params->SetDataB("Open", opens);
+    params->SetDataSW("caption", toZvString(caption));
+    params->SetDataSW("dir", toZvString(dir));
+    params->SetDataSW("filter", toZvString(filter));
+    return zvuiShowModelDialogEx("Dialog/Common", "FileDialogBox", params, nullptr, zvuiMainWindow());
+}
+
+} // namespace
+
+QString askFileToOpen(const QString &caption, const QString &dir, const QString &filter)
+{
+    const ZvJsonPtr result = ask(true, caption, dir, filter);
+    ZvString path;
+    if (result)
+        result->GetDataSW("filePaths/0/path", path);
+    return toQString(path);
+}
+
+QString askFileToSave(const QString &caption, const QString &dir, const QString &filter)
+{
+    const ZvJsonPtr result = ask(false, caption, dir, filter);
+    ZvString path;
+    if (result)
+        result->GetDataSW("filePath", path);
+    return toQString(path);
+}
