@@ -10,6 +10,7 @@
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
+#include "firstpaint.h"
 #include "zvcolorcombobox.h"
 #include "zvqtentrypoint.h"
 
@@ -74,29 +75,6 @@ void colorComboRefillOfOtherRows(benchmark::State &state)
 }
 BENCHMARK(colorComboRefillOfOtherRows)->Unit(benchmark::kMicrosecond);
 
-/// Notes that a widget was painted.
-class PaintWatch : public QObject
-{
-public:
-    explicit PaintWatch(QWidget *widget) { widget->installEventFilter(this); }
-    bool painted = false;
-
-protected:
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        painted = painted || event->type() == QEvent::Paint;
-        return QObject::eventFilter(object, event);
-    }
-};
-
-void showToFirstPaint(QWidget *widget)
-{
-    const PaintWatch watch(widget);
-    widget->show();
-    while (!watch.painted)
-        QApplication::processEvents(QEventLoop::AllEvents, 1);
-}
-
 void plainColorDialog(benchmark::State &state)
 {
     for (auto _ : state) {
@@ -118,20 +96,11 @@ ZvUiDialogBasePtr makeDialog(int method, int color)
     return dialog;
 }
 
-QWidget *shownDialog()
-{
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (widget->inherits("ZvColorDialog"))
-            return widget;
-    }
-    return nullptr;
-}
-
 void colorDialog(benchmark::State &state)
 {
     for (auto _ : state) {
         const ZvUiDialogBasePtr dialog = makeDialog(int(state.range(0)), 5);
-        showToFirstPaint(shownDialog());
+        showToFirstPaint(shownDialog("ZvColorDialog"));
     }
 }
 BENCHMARK(colorDialog)->Arg(195)->Arg(194)->ArgName("method")->Unit(benchmark::kMillisecond);
@@ -139,9 +108,9 @@ BENCHMARK(colorDialog)->Arg(195)->Arg(194)->ArgName("method")->Unit(benchmark::k
 void moveOverGrid(benchmark::State &state)
 {
     const ZvUiDialogBasePtr dialog = makeDialog(195, 5);
-    showToFirstPaint(shownDialog());
+    showToFirstPaint(shownDialog("ZvColorDialog"));
     QWidget *grid = nullptr;
-    for (QWidget *widget : shownDialog()->findChildren<QWidget *>()) {
+    for (QWidget *widget : shownDialog("ZvColorDialog")->findChildren<QWidget *>()) {
         if (!grid && widget->inherits("ZvPaleteWnd"))
             grid = widget;
     }

@@ -2,7 +2,6 @@
 #ifndef ZVLINETYPEPICTURE_H
 #define ZVLINETYPEPICTURE_H
 
-#include "base/zvjson.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbentities.h"
 #include "utils/zvraster.h"
@@ -15,10 +14,8 @@ double zvLinetypePictureScale(double patternLength, double repeat, int width, do
 /// A line to \a endX, in drawing units.
 ZvSmartPtr<ZvDbLine> zvMakeLinetypeLine(ZvDbObjectId linetype, double endX, double scale);
 void zvSetOpaqueBlack(ZvDbLine &line);
-/// What the renderer is told of a picture: its size, and no background.
-ZvJsonPtr zvLinetypePictureOptions(int width, int height);
 /// May be null.
 ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
-                                               const ZvJsonPtr &options);
+                                               int width, int height);
 
 #endif
