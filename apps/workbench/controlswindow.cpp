@@ -5,6 +5,7 @@
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
+#include "zvlayerultralcombobox.h"
 #include "zvlinetypecombobox.h"
 #include "zvlinewidthcombobox.h"
 #include "zvqtcolorlabel.h"
@@ -15,8 +16,10 @@
 
 #include <QFormLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -102,6 +105,33 @@ constexpr LineWeightComboSpec kLineWeightCombos[] = {
      false, 0.0, false},
 };
 
+struct LayerComboSpec
+{
+    const char *id;
+    const char *label;
+    bool hooked;
+    bool enabled;
+};
+
+constexpr LayerComboSpec kLayerCombos[] = {
+    {"layerCombo", QT_TRANSLATE_NOOP("ControlsWindow", "Layer list"), false, true},
+    {"layerComboHooked", QT_TRANSLATE_NOOP("ControlsWindow", "Layer of the drawing"), true, true},
+    {"layerComboDisabled", QT_TRANSLATE_NOOP("ControlsWindow", "Layer list, disabled"), false, false},
+    {"layerComboLong", QT_TRANSLATE_NOOP("ControlsWindow", "With rows that stand for no layers"), false, true},
+};
+
+constexpr int kLongList = 2500;
+
+/// More rows than have their buttons from the start; their buttons change nothing.
+void fillLongList(ZvLayerUltralComboBox &combo)
+{
+    for (int i = 0; i < kLongList; ++i) {
+        const QColor color = QColor::fromHsv(i * 7 % 360, 200, 230);
+        combo.addItemLayerInfo(i % 3 == 1, i % 4 == 1, i % 5 == 1, color,
+                               ControlsWindow::tr("Row %1").arg(i + 1, 4, 10, QLatin1Char('0')));
+    }
+}
+
 } // namespace
 
 ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QLabel)
@@ -112,6 +142,7 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     auto *pages = new QTabWidget;
     pages->setAccessibleName(tr("Families of controls"));
     pages->addTab(makeColorPage(), tr("Colour"));
+    pages->addTab(makeLayerPage(), tr("Layer"));
     pages->addTab(makePicturePage(), tr("Pictures"));
     pages->addTab(makeLineTypePage(), tr("Line type"));
     pages->addTab(makeLineWeightPage(), tr("Line weight"));
@@ -161,6 +192,34 @@ QWidget *ControlsWindow::makeColorPage()
     });
     form->addRow(tr("Colour button"), button);
     form->addRow(tr("Colour label"), label);
+    return page;
+}
+
+QWidget *ControlsWindow::makeLayerPage()
+{
+    auto *page = new QWidget;
+    page->setObjectName(QStringLiteral("layerPage"));
+    auto *form = new QFormLayout(page);
+    for (const LayerComboSpec &spec : kLayerCombos) {
+        auto *combo = new ZvLayerUltralComboBox(spec.hooked, page);
+        combo->setObjectName(QLatin1String(spec.id));
+        combo->setAccessibleName(tr(spec.label));
+        combo->setEnabled(spec.enabled);
+        combo->setMinimumHeight(combo->fontMetrics().height() + 10);
+        auto *table = static_cast<QTableWidget *>(combo->view());
+        connect(table, &QTableWidget::cellPressed, this, [this, table](int row, int) {
+            tell(tr("cellPressed: %1, %2").arg(row).arg(table->item(row, table->columnCount() - 1)->text()));
+        });
+        form->addRow(tr(spec.label), combo);
+    }
+    auto *combo = page->findChild<ZvLayerUltralComboBox *>(QStringLiteral("layerComboLong"));
+    auto *fill = new QPushButton(tr("Add %1 rows").arg(kLongList));
+    fill->setObjectName(QStringLiteral("fillLongList"));
+    connect(fill, &QPushButton::clicked, combo, [fill, combo] {
+        fill->setEnabled(false);
+        fillLongList(*combo);
+    });
+    form->addRow(QString(), fill);
     return page;
 }
 

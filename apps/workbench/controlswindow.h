@@ -16,6 +16,7 @@ public:
 
 private:
     QWidget *makeColorPage();
+    QWidget *makeLayerPage();
     QWidget *makePicturePage();
     QWidget *makeLineTypePage();
     QWidget *makeLineWeightPage();

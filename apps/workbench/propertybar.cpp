@@ -2,18 +2,23 @@
 #include "propertybar.h"
 
 #include "zvcolorcombobox.h"
+#include "zvlayerultralcombobox.h"
 #include "zvlinetypecombobox.h"
 #include "zvlinewidthcombobox.h"
 
 namespace {
 constexpr int kComboWidth = 16; // of the text, in average characters
 constexpr int kComboFrame = 10; // pixels above and below the text
+constexpr int kLayerStates = 77; // pixels before the name of the layer
 }
 
-PropertyBar::PropertyBar(QWidget *parent) : QToolBar(tr("Properties"), parent)
+PropertyBar::PropertyBar(QWidget *parent)
+    : QToolBar(tr("Properties"), parent), m_layer(new ZvLayerUltralComboBox(true, this))
 {
     setObjectName(QStringLiteral("propertiesBar"));
     setAccessibleName(tr("Properties"));
+    addCombo(m_layer, tr("Layer"), tr("Layer of the selected entities, or of new ones; its list switches layers"));
+    m_layer->setMinimumWidth(m_layer->minimumWidth() + kLayerStates);
     addCombo(new ZvColorComboBox(true, this), tr("Colour"), tr("Colour of the selected entities, or of new ones"));
     addCombo(new ZvLineTypeComboBox(true, this), tr("Line type"),
              tr("Line type of the selected entities, or of new ones"));
@@ -22,6 +27,16 @@ PropertyBar::PropertyBar(QWidget *parent) : QToolBar(tr("Properties"), parent)
                                          | ZvLineWidthComboBox::kItemDefault,
                                      this),
              tr("Line weight"), tr("Line weight of the selected entities, or of new ones"));
+
+    connect(&m_events, &KernelEvents::documentCreated, this, &PropertyBar::readLayers);
+    connect(&m_events, &KernelEvents::documentBecameCurrent, this, &PropertyBar::readLayers);
+}
+
+/// By itself the layer list is read when it opens, and knows no layer of another drawing before.
+void PropertyBar::readLayers()
+{
+    m_layer->init();
+    m_layer->updateData(false);
 }
 
 void PropertyBar::addCombo(QComboBox *combo, const QString &name, const QString &toolTip)

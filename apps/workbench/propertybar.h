@@ -2,9 +2,12 @@
 #ifndef PROPERTYBAR_H
 #define PROPERTYBAR_H
 
+#include "kernelevents.h"
+
 #include <QToolBar>
 
 class QComboBox;
+class ZvLayerUltralComboBox;
 
 /// The tool bar with the library's property controls, hooked to the drawing. Needs the update bus on offer.
 class PropertyBar : public QToolBar
@@ -15,6 +18,10 @@ public:
 
 private:
     void addCombo(QComboBox *combo, const QString &name, const QString &toolTip);
+    void readLayers();
+
+    ZvLayerUltralComboBox *const m_layer;
+    KernelEvents m_events;
 };
 
 #endif

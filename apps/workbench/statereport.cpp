@@ -77,7 +77,7 @@ QJsonObject controlState(const QWidget &control)
     if (const auto *combo = qobject_cast<const QComboBox *>(&control)) {
         text = combo->currentText();
         for (int i = 0; i < combo->count(); ++i)
-            rows << combo->itemText(i);
+            rows << combo->model()->index(i, combo->model()->columnCount() - 1).data().toString();
     }
     return {{QStringLiteral("class"), QLatin1String(control.metaObject()->className())},
             {QStringLiteral("name"), control.objectName()},

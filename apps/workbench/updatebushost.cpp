@@ -3,6 +3,7 @@
 
 #include "base/zvregistry.h"
 #include "textforms.h"
+#include "zvlayerultralcombobox.h"
 #include "zvmonitorglobaluisystemvarreactor.h"
 #include "zvqtcontrolhelp.h"
 #include "zvqtupdatebusservice.h"
@@ -282,6 +283,8 @@ void UpdateBusHost::blankControls()
             const QSignalBlocker quiet(combo); // showing never writes
             combo->setCurrentIndex(-1);
         }
+        if (auto *layer = qobject_cast<ZvLayerUltralComboBox *>(widget))
+            layer->SetNullItem(); // its index is not what it shows
     }
 }
 

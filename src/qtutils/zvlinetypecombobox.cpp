@@ -13,6 +13,7 @@
 #include "core/zvsystem.h"
 #include "db/zvdbrecords.h"
 
+#include <QAbstractItemModel>
 #include <QBitmap>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -20,7 +21,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -42,6 +43,25 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
+/// Whether these rows stand in the list already, with whatever behind them: they are not touched then. A list is filled
+/// each time it opens, and hardly ever has anything changed.
+bool beginsWith(const QComboBox &combo, const std::vector<ZvRow> &rows)
+{
+    if (rows.empty() || std::size_t(combo.count()) < rows.size())
+        return false;
+    const QAbstractItemModel &model = *combo.model();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const ZvRow &row = rows[i];
+        const QModelIndex index = model.index(int(i), combo.modelColumn(), combo.rootModelIndex());
+        const QVariant held = index.data(Qt::UserRole);
+        if (held.userType() != row.data.userType() || held.value<ZvDbObjectId>() != row.data.value<ZvDbObjectId>()
+            || index.data(Qt::DisplayRole).toString() != row.text
+            || index.data(Qt::DecorationRole).value<QIcon>().cacheKey() != row.icon.cacheKey())
+            return false;
+    }
+    return true;
+}
+
 QString currentLineTypeName(const ZvDbDatabase &drawing, const QString &fallback)
 {
     const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(drawing.celtype(), ZvDb::kForRead);
@@ -50,8 +70,8 @@ QString currentLineTypeName(const ZvDbDatabase &drawing, const QString &fallback
 
 } // namespace
 
-/// Row pictures of the last fill by the raster they were made of. The renderer hands out the same raster as long as
-/// nothing in it changes, so that most refills make no picture.
+/// Row pictures of the last fill, with the rasters they were made of, in the drawing's order. The renderer hands out
+/// the same raster as long as nothing in it changes, so that most refills make no picture.
 struct ZvLineTypeComboBox::KeptPictures
 {
     struct Kept
@@ -59,7 +79,18 @@ struct ZvLineTypeComboBox::KeptPictures
         ZvSmartPtr<ZvGiRasterImage> raster; // keeps its address from being used again
         QIcon icon;
     };
-    std::unordered_map<const ZvGiRasterImage *, Kept> byRaster;
+
+    /// Null for one that was not there. \a position is where it was, if the drawing has no more and no fewer by now.
+    const Kept *find(const ZvGiRasterImage *raster, std::size_t position) const
+    {
+        if (position < all.size() && all[position].raster.get() == raster)
+            return &all[position];
+        const auto found
+            = std::find_if(all.begin(), all.end(), [raster](const Kept &kept) { return kept.raster.get() == raster; });
+        return found != all.end() ? &*found : nullptr;
+    }
+
+    std::vector<Kept> all;
 };
 
 // ---- construction ---------------------------------------------------------------------------------------------------
@@ -102,40 +133,38 @@ void ZvLineTypeComboBox::readLineTypeInfo()
     qRegisterMetaType<ZvDbObjectId>("ZvDbObjectId");
     const ZvHookedCleared filling(*this);
     const QSignalBlocker quiet(this);
-    clear();
     zvResetRowPictures(*this, m_iconWidth, m_iconHeight);
     std::vector<ZvRow> rows;
     KeptPictures pictures;
-    int delivered = 0;
     ZevaUISetting::getLineTypeInfo(
         m_iconWidth, m_iconHeight, [&](ZvSmartPtr<ZvGiRasterImage> &raster, ZvString &name, ZvDbObjectId &id) {
             if (!id.isValid()) {
                 update();
                 return;
             }
-            // Refills deliver the same ids in the same order, as a rule.
-            const bool isKnown = delivered < m_ids.length() && m_ids[delivered] == id;
-            ++delivered;
+            // Refills deliver the same in the same order, as a rule.
+            const std::size_t position = rows.size();
+            const bool isKnown = int(position) < m_ids.length() && m_ids[int(position)] == id;
             if (!isKnown && !m_ids.contains(id))
                 m_ids.append(id);
-            KeptPictures::Kept &kept = pictures.byRaster[raster.get()];
-            if (kept.icon.isNull()) {
-                const auto old = m_pictures->byRaster.find(raster.get());
-                kept = old != m_pictures->byRaster.end()
-                    ? old->second
-                    : KeptPictures::Kept{raster, rowPicture(zvutZvGiRasterImage2QImage(raster))};
-            }
-            rows.push_back({kept.icon, zvToQString(name), QVariant::fromValue(id)});
+            const KeptPictures::Kept *kept = m_pictures->find(raster.get(), position);
+            pictures.all.push_back(kept ? *kept
+                                        : KeptPictures::Kept{raster, rowPicture(zvutZvGiRasterImage2QImage(raster))});
+            rows.push_back({pictures.all.back().icon, zvToQString(name), QVariant::fromValue(id)});
         });
+    std::swap(*m_pictures, pictures);
     // New rows go before the last one, which is not yet the row "其他...": so the type that comes first is pushed to
     // the end by the others, and is still the current one there. Kept: users know it above "其他...".
     const bool isPushedDown = !m_hasNoPendingRow && !rows.empty();
     if (isPushedDown)
         std::rotate(rows.begin(), rows.begin() + 1, rows.end());
-    zvAppendRows(*this, rows);
-    if (isPushedDown)
-        setCurrentIndex(count() - 1);
-    std::swap(*m_pictures, pictures);
+    if (beginsWith(*this, rows)) {
+        model()->removeRows(int(rows.size()), count() - int(rows.size()), rootModelIndex());
+    } else {
+        clear();
+        zvAppendRows(*this, rows);
+    }
+    setCurrentIndex(isPushedDown ? count() - 1 : 0);
 }
 
 QIcon ZvLineTypeComboBox::rowPicture(const QImage &image) const

@@ -19,6 +19,7 @@ void ZevaUISetting::getLineTypeInfo(
     const ZvDbDatabasePtr database(curDatabase());
     if (!database)
         return;
+    const ZvJsonPtr options = zvLinetypePictureOptions(width, height); // the renderer leaves them as they are
     zvWalkTable(database->linetypeTableId(), [&](ZvDbObjectId id) {
         ZvString name;
         double patternLength = 0.0;
@@ -32,7 +33,7 @@ void ZevaUISetting::getLineTypeInfo(
         const double scale = zvLinetypePictureScale(patternLength, kRepeat, width, database->celtscale());
         const ZvSmartPtr<ZvDbLine> line = zvMakeLinetypeLine(id, kLineEnd, scale);
         zvSetOpaqueBlack(*line);
-        ZvSmartPtr<ZvGiRasterImage> image = zvDrawLinetypeLine(database, line, width, height);
+        ZvSmartPtr<ZvGiRasterImage> image = zvDrawLinetypeLine(database, line, options);
         if (callback)
             callback(image, name, id);
         return true;
@@ -52,7 +53,8 @@ ZvDbObjectId ZevaUISetting::getLineTypeRasterImage(const ZvString &name, int wid
         found = record.objectId();
         // No colour, unlike the list of all: a single picture has the renderer's standard one.
         const double scale = zvLinetypePictureScale(record.patternLength(), kRepeat, width, database->celtscale());
-        image = zvDrawLinetypeLine(database, zvMakeLinetypeLine(found, kLineEnd, scale), width, height);
+        image = zvDrawLinetypeLine(database, zvMakeLinetypeLine(found, kLineEnd, scale),
+                                   zvLinetypePictureOptions(width, height));
         return false;
     });
     return found;

@@ -358,7 +358,7 @@ void ZvQtLinetypeTableView::getLineTypeRasterImage(const ZvString &name, int wid
         const double scale = zvLinetypePictureScale(record.patternLength(), kRepeat, width, database->celtscale());
         const ZvSmartPtr<ZvDbLine> line = zvMakeLinetypeLine(record.objectId(), width - kLineMargin, scale);
         zvSetOpaqueBlack(*line);
-        image = zvDrawLinetypeLine(database, line, width, height);
+        image = zvDrawLinetypeLine(database, line, zvLinetypePictureOptions(width, height));
         return false;
     });
 }

@@ -130,6 +130,17 @@ public:
     int plotType() const { return m_plotType; }
     /// Paper units for a drawing unit.
     double plotScale() const;
+    /// The scale is chosen so that what is plotted fills the printable area.
+    bool isScaledToFit() const { return (m_plotFlags & kStandardScale) != 0 && m_scaleType == 0; }
+    /// In millimetres from the corner of the printable area, as the sheet is held for reading.
+    ZvGePoint2d plotOrigin() const { return m_plotOrigin; }
+    /// In the middle of the printable area, whatever the origin.
+    bool isPlotCentered() const { return (m_plotFlags & kCentered) != 0; }
+    /// Corners of the window in drawing units, and name of the view, for the plot types that show these.
+    ZvGePoint2d plotWindowMinimum() const { return m_windowMin; }
+    ZvGePoint2d plotWindowMaximum() const { return m_windowMax; }
+    ZvString plotViewName() const { return m_plotView; }
+    bool plotsLineWeights() const { return (m_plotFlags & kLineWeights) != 0; }
     /// Name of the plot style table file.
     ZvString styleSheet() const { return m_styleSheet; }
     /// The viewport that was last worked in; may be null.
@@ -139,9 +150,11 @@ public:
 
 private:
     friend class ZvDbObjectAccess;
+    enum PlotFlag { kCentered = 4, kStandardScale = 16, kLineWeights = 128 };
     ZvDbObjectId m_block;
     ZvDbObjectId m_lastViewport;
     ZvString m_paperName;
+    ZvString m_plotView;
     ZvString m_plotter;
     ZvString m_styleSheet;
     ZvGePoint2d m_paperSize;
@@ -154,6 +167,11 @@ private:
     int m_layoutFlags = 1;
     double m_scaleNumerator = 1.0;
     double m_scaleDenominator = 1.0;
+    ZvGePoint2d m_plotOrigin;
+    ZvGePoint2d m_windowMin;
+    ZvGePoint2d m_windowMax;
+    int m_plotFlags = 688; ///< Line weights, plot styles, a standard scale, viewports first.
+    int m_scaleType = 16; ///< 0 to fit, 16 one to one.
 };
 
 /// An object of a kind that the database does not model. Its record is kept whole.

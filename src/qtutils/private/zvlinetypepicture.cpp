@@ -42,14 +42,19 @@ void zvSetOpaqueBlack(ZvDbLine &line)
     line.setTransparency(opaque, true);
 }
 
-ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
-                                               int width, int height)
+ZvJsonPtr zvLinetypePictureOptions(int width, int height)
 {
-    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> entities;
-    entities.append(ZvSmartPtr<ZvDbEntity>(zvqt_queryRequired<ZvDbEntity>(line.get())));
     const ZvJsonPtr options = ElementValue::createObject(2);
     options->SetDataI("width", width);
     options->SetDataI("height", height);
     options->SetDataI("background", -1); // none
+    return options;
+}
+
+ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
+                                               const ZvJsonPtr &options)
+{
+    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> entities;
+    entities.append(ZvSmartPtr<ZvDbEntity>(zvqt_queryRequired<ZvDbEntity>(line.get())));
     return zvsiutCreateEntityImage(database, entities, options);
 }

@@ -2,6 +2,7 @@
 #ifndef ZVLINETYPEPICTURE_H
 #define ZVLINETYPEPICTURE_H
 
+#include "base/zvjson.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbentities.h"
 #include "utils/zvraster.h"
@@ -14,8 +15,10 @@ double zvLinetypePictureScale(double patternLength, double repeat, int width, do
 /// A line to \a endX, in drawing units.
 ZvSmartPtr<ZvDbLine> zvMakeLinetypeLine(ZvDbObjectId linetype, double endX, double scale);
 void zvSetOpaqueBlack(ZvDbLine &line);
+/// What the renderer is told of a picture: its size, and no background.
+ZvJsonPtr zvLinetypePictureOptions(int width, int height);
 /// May be null.
 ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
-                                               int width, int height);
+                                               const ZvJsonPtr &options);
 
 #endif

@@ -54,6 +54,24 @@ TEST_F(CoreTest, onlyAChangeOfTheSetIsToldOf)
     EXPECT_EQ(log.lines.size(), 4u);
 }
 
+TEST_F(CoreTest, everyDocumentHasAPickFirstSetOfItsOwn)
+{
+    run("_.LINE 0,0 1,0 ;");
+    const ZvDbObjectId line = entity(0);
+    selection().set({line});
+    ZvApDocument *other = zvDocManagerPtr()->newDocument();
+    ZvEdSelectionHolder &set = *other->editingContext()->selectionHolder();
+    EXPECT_TRUE(set.ids().empty());
+    run("_.CIRCLE 0,0 5");
+    EXPECT_EQ(document->editingContext()->selectionHolder()->ids(), (std::vector<ZvDbObjectId> {line}))
+        << "a command in the other drawing leaves it alone";
+    set.set({other->database()->layerZero()});
+    EXPECT_TRUE(set.ids().empty()) << "a layer is no entity";
+    zvDocManagerPtr()->closeDocument(other);
+    EXPECT_EQ(zvDocManagerPtr()->currentDocument(), document);
+    EXPECT_EQ(selection().ids(), (std::vector<ZvDbObjectId> {line}));
+}
+
 TEST_F(CoreTest, erasedEntitiesLeaveTheSetWithTheCommand)
 {
     run("_.LINE 0,0 1,0 2,0 ;");

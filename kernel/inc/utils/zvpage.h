@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#ifndef ZVPAGE_H
+#define ZVPAGE_H
+
+#include "base/zvge2d.h"
+#include "base/zvjson.h"
+#include "db/zvdbdatabase.h"
+#include "utils/zvcanvas.h"
+
+#include <functional>
+
+/// A sheet of paper and what a layout plots on it: the layout's page set-up made whole, as the sheet is held for
+/// reading. Lengths on the paper are millimetres, y up.
+struct ZV_EXPORT ZvGiPage
+{
+    ZvDbObjectId block; ///< Whose entities are plotted; null for a page of nothing.
+    ZvString paperName;
+    double width = 420.0;
+    double height = 297.0;
+    // What the device cannot print along the edges.
+    double marginLeft = 10.0;
+    double marginRight = 10.0;
+    double marginTop = 10.0;
+    double marginBottom = 10.0;
+    double unit = 1.0; ///< Millimetres of a drawing unit.
+    ZvGePoint2d corner; ///< The point of the drawing that comes to lie on the lower left corner of the printable area.
+    ZvGeExtents2d area; ///< What is plotted, in drawing units; empty: whatever is in the printable area.
+    bool lineWeights = true; ///< Else every line is a hairline.
+
+    double printableWidth() const { return width - marginLeft - marginRight; }
+    double printableHeight() const { return height - marginTop - marginBottom; }
+};
+
+/// The page of a layout. Paper that is none (no size, or more than 5 metres) becomes A3 across with margins of 10 mm,
+/// margins that leave nothing become none, and a scale that is none becomes 1. Of what can be plotted, the display and
+/// the limits stand for the extents, and so do an empty window and a view that is not there.
+///
+/// The default page, without a block, for null and for what is no layout.
+ZV_EXPORT ZvGiPage zvgiReadPage(ZvDbDatabase *database, ZvDbObjectId layout);
+
+/// The paper as the print preview takes it under "paper".
+ZV_EXPORT ZvJsonPtr zvgiPaperTree(const ZvGiPage &page);
+
+/// Draws the page on a canvas whose origin is the upper left corner of the printable area, x to the right, y down, with
+/// \a unitsPerMillimetre. Nothing outside the printable area is drawn: the canvas is clipped to it, and stays so.
+///
+/// The canvas needs lines, paths, rasters and its matrix; the pen width adaption is left at kWidthByMatrix. Patterns of
+/// lines, texts and gradients come as lines and areas. \a keepGoing is asked now and then; false ends it, and gives
+/// false back. False too without a database, and for a resolution of 0 and below.
+ZV_EXPORT bool zvgiDrawPage(ZvDbDatabase *database, const ZvGiPage &page, ZvsiCanvas &canvas, double unitsPerMillimetre,
+                            const std::function<bool()> &keepGoing = {});
+
+/// What a print preview takes under "intHelper": draws the page on the canvas that it is given. It holds a reference to
+/// the drawing. Never null.
+ZV_EXPORT ZvSmartPtr<ZvsiRenderObject> zvgiMakePageRenderer(ZvDbDatabasePtr database, const ZvGiPage &page,
+                                                            double unitsPerMillimetre);
+
+/// What a print preview takes under "refDC": a device of this resolution.
+ZV_EXPORT ZvSmartPtr<ZvsiReferenceDevice> zvsiMakeReferenceDevice(int dotsPerInch);
+
+#endif

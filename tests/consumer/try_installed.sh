@@ -1,0 +1,38 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+#
+# try_installed.sh BUILD: installs the build into a folder of its own, builds the consumer against that by CMake and by
+# pkg-config, and runs both. The library alone is then configured on the installed kernel, as on an application's own.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+build=$1
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+stage=$folder/usr
+export QT_QPA_PLATFORM=offscreen
+
+cmake --install "$build" --prefix "$stage" > "$folder/install.log"
+libdir=$(dirname "$(find "$stage" -name libqtutils.so)")
+test -n "$libdir"
+
+echo "== by CMake"
+cmake -S "$here" -B "$folder/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$stage" > "$folder/configure.log"
+cmake --build "$folder/cmake" > "$folder/build.log"
+"$folder/cmake/consumer"
+
+echo "== by pkg-config"
+export PKG_CONFIG_PATH=$libdir/pkgconfig
+flags=$(pkg-config --cflags --libs zevaqt)
+# shellcheck disable=SC2086
+c++ "$here/main.cpp" -o "$folder/by_pkg_config" $flags -Wl,-rpath,"$libdir"
+"$folder/by_pkg_config"
+
+echo "== the workbench"
+"$stage/bin/zvworkbench" --version
+
+echo "== the library on a kernel that is installed"
+cmake -S "$here/../.." -B "$folder/library" -G Ninja -DCMAKE_PREFIX_PATH="$stage" \
+    -DZevaKernel_DIR="$libdir/cmake/ZevaKernel" -DZEVA_BUILD_TESTS=OFF -DZEVA_BUILD_WORKBENCH=OFF > "$folder/library.log"
+test ! -e "$folder/library/kernel"
+ninja -C "$folder/library" src/qtutils/CMakeFiles/qtutils.dir/zvcolorcombobox.cpp.o > "$folder/object.log"
+echo "== all of it works"
