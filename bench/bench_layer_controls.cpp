@@ -12,6 +12,15 @@
 #include "zvmonitorglobaluisystemvarreactor.h"
 #include "zvqtentrypoint.h"
 #include "zvqtupdatebusservice.h"
+#include "zvutilmaterialcombobox.h"
+#include "zvutilsdimstylecombobox.h"
+#include "zvutilslayercombobox.h"
+#include "zvutilsmleaderstylecombobox.h"
+#include "zvutilsplotstylenamecombobox.h"
+#include "zvutilstablestylecombobox.h"
+#include "zvutilstextstylecombobox.h"
+#include "zvutilsucscombobox.h"
+#include "zvutilsviewcombobox.h"
 
 #include "base/zvregistry.h"
 #include "core/zvapdocument.h"
@@ -45,6 +54,15 @@ constexpr MakeControl kControls[] = {
     [](QWidget *parent) -> QWidget * {
         return new ZvLineWidthComboBox(true, ZvLineWidthComboBox::kItemByLayer, parent);
     },
+    [](QWidget *parent) -> QWidget * { return new ZvUtilsLayerComboBox(true, 0, parent); },
+    [](QWidget *parent) -> QWidget * { return new ZvUtilsTextStyleComboBox(true, parent, true); },
+    hooked<ZvUtilsDimStyleComboBox>,
+    hooked<ZvUtilsTableStyleComboBox>,
+    hooked<ZvUtilsMleaderStyleComboBox>,
+    hooked<ZvUtilsMaterialComboBox>,
+    hooked<ZvUtilsPlotStyleNameComboBox>,
+    hooked<ZvUtilsUcsComboBox>,
+    hooked<ZvUtilsViewComboBox>,
 };
 
 constexpr int kSizes[] = {500, 1000, 2000, 4000};
