@@ -22,6 +22,7 @@ constexpr double kMaxDashes = 50000.0;
 constexpr int kMaxChords = 4096;
 constexpr double kChordTolerance = 0.2; ///< Of the resolution.
 constexpr double kReadableHeight = 3.0; ///< Of capitals, times the resolution; below, texts are lines.
+constexpr double kReadablePatternHeight = 2.0; ///< The same for texts in patterns: in a list's picture a hint is enough.
 constexpr int kMaxPatternTexts = 2000;
 constexpr int kDefaultWeight = 25; ///< Hundredths of a millimetre.
 constexpr double kHighlightDash = 6.0;
@@ -626,6 +627,9 @@ void GiDrawer::strokePoints(std::vector<QPointF> &points)
         m_target.sink->stroke(stroke, points.data(), int(points.size()), 0.0);
     else
         strokeClipped(stroke, points.data(), int(points.size()), 0.0, 0.0, safe);
+    // A pattern may have texts and no gaps.
+    if (!m_isPlain && !m_options.highlight && m_styles.linetype(current.linetype).isComplex)
+        drawPatternTexts(points);
 }
 
 void GiDrawer::polyline(const ZvGePoint3d *points, int count, bool closed)
@@ -1123,7 +1127,7 @@ void GiDrawer::drawPatternTexts(const std::vector<QPointF> &points)
             continue;
         const GiTextStyle &style = m_styles.textStyle(dash.styleId);
         const double height = dash.scale * (style.fixedHeight > 0.0 ? style.fixedHeight : 1.0) * scale;
-        if (!(height >= kReadableHeight * m_target.resolution))
+        if (!(height >= kReadablePatternHeight * m_target.resolution))
             continue;
         ZvGiText text;
         text.text = dash.text;

@@ -24,6 +24,8 @@ private slots:
     void theScaleForNewEntitiesCounts();
     void theDrawingsOwnScaleDoesNotCountForUnboundLines();
     void recordsMayBeOpenForRead();
+    void patternTextsAreDrawn_data();
+    void patternTextsAreDrawn();
     void picturesOfLinesAreKept();
     void anEditDropsThePictureOfItsLineTypeAlone();
     void keptPicturesHaveABound();
@@ -263,6 +265,53 @@ void UtilsEntityImageTest::recordsMayBeOpenForRead()
     QVERIFY(darkRuns(image, 7).size() > 3); // the pattern is there
     record->close();
     QCOMPARE(picture.database->openObjectCount(), 0);
+}
+
+void UtilsEntityImageTest::patternTextsAreDrawn_data()
+{
+    QTest::addColumn<double>("second"); // element of the pattern, which carries the text
+    QTest::addColumn<double>("height");
+    QTest::addColumn<double>("rotation");
+    QTest::addColumn<double>("offsetY");
+    QTest::addColumn<int>("place"); // of the ink beside the line: 0 none, 1 above, 2 below, 3 on both sides
+    QTest::newRow("above the line") << -10.0 << 6.0 << 0.0 << 1.0 << 1;
+    QTest::newRow("on the line") << -10.0 << 6.0 << 0.0 << -3.0 << 3;
+    QTest::newRow("below the line") << -10.0 << 6.0 << 0.0 << -8.0 << 2;
+    QTest::newRow("upside down around its own place") << -10.0 << 6.0 << 3.14159265358979 << -1.0 << 2;
+    QTest::newRow("in a pattern without gaps") << 10.0 << 6.0 << 0.0 << 1.0 << 1;
+    QTest::newRow("small, as in lists") << -10.0 << 2.8 << 0.0 << 1.0 << 1;
+    QTest::newRow("too small to be seen") << -10.0 << 0.8 << 0.0 << 1.0 << 0;
+}
+
+void UtilsEntityImageTest::patternTextsAreDrawn()
+{
+    QFETCH(double, second);
+    QFETCH(double, height);
+    QFETCH(double, rotation);
+    QFETCH(double, offsetY);
+    QFETCH(int, place);
+    Picture picture;
+    std::vector<ZvDbLinetypeTableRecord::Dash> dashes(2);
+    dashes[0].length = 20.0;
+    dashes[1].length = second;
+    dashes[1].flags = 2;
+    dashes[1].text = "HH";
+    dashes[1].scale = height;
+    dashes[1].rotation = rotation;
+    dashes[1].offsetX = rotation == 0.0 ? -9.0 : 0.0;
+    dashes[1].offsetY = offsetY;
+    Entities entities = listOf(makeLine(picture.addLinetype("with text", dashes), 1.0));
+    const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 41)));
+    int above = 0;
+    int below = 0;
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            const bool isInk = qGray(image.pixel(x, y)) < 200;
+            above += isInk && y < 20;
+            below += isInk && y > 20;
+        }
+    }
+    QCOMPARE((above > 0 ? 1 : 0) | (below > 0 ? 2 : 0), place);
 }
 
 void UtilsEntityImageTest::picturesOfLinesAreKept()
