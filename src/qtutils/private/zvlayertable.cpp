@@ -94,6 +94,9 @@ ZvLayerTable::ZvLayerTable(const ZvArray<QIcon> *icons, QWidget *parent) : QTabl
     verticalHeader()->hide();
     setShowGrid(false);
     setFrameShape(QFrame::NoFrame);
+    QPalette colours = palette();
+    colours.setColor(QPalette::HighlightedText, Qt::black); // the usual white cannot be read on light blue
+    setPalette(colours);
     setStyleSheet(QStringLiteral("selection-background-color:lightblue;"));
     verticalHeader()->setMinimumSectionSize(kLeastSection); // a large font would widen the rows
     verticalHeader()->setDefaultSectionSize(kRowHeight);

@@ -119,6 +119,7 @@ void TestLayerTable::looks()
     QVERIFY(!table.showGrid());
     QCOMPARE(table.frameShape(), QFrame::NoFrame);
     QCOMPARE(table.styleSheet(), QStringLiteral("selection-background-color:lightblue;"));
+    QCOMPARE(table.palette().color(QPalette::HighlightedText), QColor(Qt::black));
     QCOMPARE(table.verticalHeader()->defaultSectionSize(), 24);
     QCOMPARE(table.horizontalHeader()->minimumSectionSize(), 18);
     for (int column = 0; column < 4; ++column)
