@@ -3,30 +3,12 @@
 #include "db/zvdbrecords.h"
 #include "modaldriver.h"
 #include "workbenchtest.h"
+#include "xdotool.h"
 #include "zevatest.h"
 #include "zvlayerultralcombobox.h"
 
-#include <QProcess>
 #include <QTableWidget>
 #include <QToolBar>
-
-namespace {
-
-/// Pointer and keyboard of the display itself.
-bool xdotool(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
-    return process.waitForFinished(30000) && process.exitCode() == 0;
-}
-
-bool clickAt(const QPoint &at)
-{
-    return xdotool({QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y()),
-                    QStringLiteral("click"), QStringLiteral("1")});
-}
-
-} // namespace
 
 /// The layer list of the workbench's tool bar on a real display with a window manager.
 class tst_layer_list : public ZevaTest
@@ -58,7 +40,7 @@ private:
     }
     void typedTextReachesTheDrawing()
     {
-        QVERIFY(xdotool({QStringLiteral("type"), QStringLiteral("CIRC")}));
+        QVERIFY(typeText(QStringLiteral("CIRC")));
         QTRY_COMPARE(m_session->window().commandLine()->text(), QStringLiteral("CIRC"));
     }
 
@@ -162,7 +144,7 @@ void tst_layer_list::escapeClosesIt()
     open();
     QVERIFY(clickAt(middleOf(table()->cellWidget(1, 2))));
     QTRY_VERIFY(isState(&ZvDbLayerTableRecord::isLocked));
-    QVERIFY(xdotool({QStringLiteral("key"), QStringLiteral("Escape")}));
+    QVERIFY(pressKey(QStringLiteral("Escape")));
     QTRY_VERIFY(!table()->isVisible());
     QTRY_VERIFY(m_session->view().hasFocus());
     typedTextReachesTheDrawing();
