@@ -12,7 +12,7 @@
 
 namespace {
 constexpr std::size_t kMostShown = 500;
-constexpr int kFrame = 8; // pixels
+constexpr int kMargin = 6; // pixels
 } // namespace
 
 PreviewPanel::PreviewPanel(QWidget *parent)
@@ -24,10 +24,8 @@ PreviewPanel::PreviewPanel(QWidget *parent)
     m_picture->setAccessibleName(tr("Picture of the selected entities"));
     m_summary->setObjectName(QStringLiteral("previewSummary"));
     m_summary->setAccessibleName(tr("What the picture shows"));
-    m_summary->setMargin(6);
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->addWidget(m_summary);
     column->addWidget(m_picture, 1);
 
@@ -79,10 +77,7 @@ void PreviewPanel::showSelection()
         copies.emplace_back(static_cast<ZvDbEntity *>(copy.release()));
         entities.append(copies.back().get());
     }
-    const ZvJsonPtr options = ElementValue::createObject(IElementValueBase::kObject);
-    options->SetDataI("padding_size", kFrame);
-    options->SetDataI("padding_clr", int(palette().color(QPalette::Base).rgba()));
-    m_picture->attachDbEntities(entities, nullptr, options);
+    m_picture->attachDbEntities(entities, nullptr, nullptr);
     m_copies = std::move(copies); // the ones before are shown no longer
 
     if (!curDatabase())
