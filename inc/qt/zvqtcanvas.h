@@ -88,8 +88,8 @@ public:
                              unsigned c2, unsigned c3) override;
     /// \a image with a pixel of \a u by \a v at \a origin, its last row first. \a boundary and \a clip have no effect.
     /// Shown are 1, 4 and 8 bits with palette, 24 bits in both orders, 32 bits in both orders with alpha, and 16 bits
-    /// of 5-5-5; any other format draws nothing. The painter should have no transform of its own: it would apply before
-    /// the canvas's, to pixels.
+    /// of 5-5-5; any other format draws nothing, and neither do 2 GB and more. The painter should have no transform of
+    /// its own: it would apply before the canvas's, to pixels.
     void drawRasterImage(const ZvGePoint2d &origin, const ZvGeVector2d &u, const ZvGeVector2d &v,
                          ZvSmartPtr<ZvGiRasterImage> image, const ZvArray<ZvGePoint2d> &boundary, bool clip) override;
 

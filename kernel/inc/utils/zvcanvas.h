@@ -29,7 +29,8 @@ class ZV_EXPORT ZvsiCanvas : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvsiCanvas)
 public:
-    enum Hatch_Pattern {
+    // Callers hand other values over too, which have their replacements.
+    enum Hatch_Pattern : int {
         kHatchSolid = 0,
         kHatchDiagonalCross = 1,
         kHatchCross = 2,
@@ -40,7 +41,7 @@ public:
         kHatchForwardDiagonal = 7,
         kHatchKept = 8,
     };
-    enum PenWidthAdapt {
+    enum PenWidthAdapt : int {
         kWidthPlain = 0,
         kWidthByMatrix = 1, ///< The width is multiplied by the matrix's scale.
     };

@@ -136,6 +136,8 @@ QImage zvRasterCopyUpsideDown(const ZvGiRasterImage &raster)
     const std::size_t stride = conversion->bitsPerPixel == 0
         ? rowSize
         : ZvGiRasterImage::calcBMPScanLineSize(std::uint32_t(width), conversion->bitsPerPixel);
+    if (stride * height > kMost)
+        return QImage();
     using Buffer = std::unique_ptr<uchar, decltype(&std::free)>;
     Buffer pixels(static_cast<uchar *>(std::malloc(stride * height)), std::free);
     const Buffer row(static_cast<uchar *>(std::malloc(rowSize)), std::free);
