@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
+#include "notices.h"
 
 #include "private/zvboundcontrol.h"
 #include "private/zvqtcolor.h"
@@ -164,23 +165,6 @@ public:
 ZvString busKey()
 {
     return ZvString(wchar_t(ZvQtUpdateBusService::kKey));
-}
-
-int assertionLine = 0;
-QByteArray assertionText;
-
-void noteAssertion(const char *text, const char *, int line)
-{
-    assertionText = text;
-    assertionLine = line;
-}
-
-CZvGlobalUIReactorHelp noticeOf(std::uint64_t kind, const wchar_t *name = L"")
-{
-    CZvGlobalUIReactorHelp notice;
-    notice.kind = kind;
-    notice.name = name;
-    return notice;
 }
 
 } // namespace
@@ -656,11 +640,9 @@ void TestBoundControl::hookedComesBackWhenFillingFails()
 
 void TestBoundControl::kernelErrorBecomesAnAssertion()
 {
-    const ZvAssertHandler before = zvSetAssertHandler(noteAssertion);
+    const Assertions assertions;
     zvSwallowKernelError("zvutilslayercombobox", 253, [] { throw ZvError("unreadable"); });
-    zvSetAssertHandler(before);
-    QCOMPARE(assertionText, QByteArray("false"));
-    QCOMPARE(assertionLine, 253);
+    QCOMPARE(assertions.list(), QStringList{QStringLiteral("false, zvutilslayercombobox, 253")});
     struct Other { };
     QVERIFY_EXCEPTION_THROWN(zvSwallowKernelError("", 1, [] { throw Other(); }), Other);
 }

@@ -384,7 +384,7 @@ void TestNamedCombos::worksWithoutADocument()
         one->setCurrentIndex(one->count() - 1);
         one->setCurrentIndex(-1);
     }
-    QVERIFY(runCommands() || true); // macros of the view member fail without a drawing, and crash nothing
+    runCommands(); // what was sent fails without a drawing, and crashes nothing
 }
 
 void TestNamedCombos::pickIsToldAndGivesTheKeyboardBack()
