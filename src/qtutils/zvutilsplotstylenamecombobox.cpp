@@ -37,6 +37,18 @@ ZvString currentPlotStyleName(const ZvDbDatabase &)
     return value->text();
 }
 
+/// First row of a plot style by its name or, of the one that users know otherwise, by their word for it.
+int findShown(const QComboBox &combo, const ZvString &name)
+{
+    const bool isNormal = name.compareNoCase(kNormal) == 0;
+    for (int row = 0; row < combo.count(); ++row) {
+        const QString text = combo.itemText(row);
+        if (name.compareNoCase(zvToZvString(text)) == 0 || (isNormal && text == normalText()))
+            return row;
+    }
+    return -1;
+}
+
 } // namespace
 
 ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(QWidget *parent)
@@ -102,10 +114,9 @@ void ZvUtilsPlotStyleNameComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &
     zvFollowValue(*this, m_info, currentPlotStyleName, [this](const ZvString &name) {
         if (name.isEmpty() || count() == 0)
             return;
-        const bool isShownAsNormal
-            = name.compareNoCase(kNormal) == 0 && zvFindRow(*this, normalText(), ZvNameMatch::kExact) >= 0;
-        zvSwallowKernelError("zvutilsplotstylenamecombobox", 218, [&] {
-            zvShowName(*this, *this, isShownAsNormal ? normalText() : zvToQString(name), ZvNameMatch::kIgnoreCase);
-        });
+        const int row = findShown(*this, name);
+        const QString text = row >= 0 ? itemText(row) : zvToQString(name);
+        zvSwallowKernelError("zvutilsplotstylenamecombobox", 218,
+                             [&] { zvShowName(*this, *this, text, ZvNameMatch::kExact); });
     });
 }
