@@ -129,13 +129,17 @@ QString ZvUtilsUcsComboBox::getCurrentName() const
 
 void ZvUtilsUcsComboBox::curIndexChanged(int index)
 {
-    const auto send = [this, index](const ZvString &) {
+    if (index < 0)
+        return;
+    ZevaUISetting::restoreFocus2MainView();
+    {
+        // By its type, and not by its text: a preset without a text is sent all the same.
+        const ZvQtBlockSignalUtil block(this);
         const QVariant type = itemData(index);
-        if (type.canConvert<int>())
+        if (hooked && type.canConvert<int>())
             selectItem(type.toInt());
-    };
-    if (zvTakePick(*this, *this, index, send))
-        Q_EMIT itemChanged(currentText());
+    }
+    Q_EMIT itemChanged(currentText());
 }
 
 void ZvUtilsUcsComboBox::showPopup()
@@ -154,7 +158,11 @@ void ZvUtilsUcsComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
     }
     ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
     ZvString name;
-    const int type = reload(items, name);
+    if (reload(items, name) < 0) {
+        const ZvQtBlockSignalUtil block(this);
+        setEnabled(true);
+        return;
+    }
     // The unnamed one comes without a name, and does not move the box.
-    zvShowName(*this, *this, type < 0 || name.isEmpty() ? QString() : zvToQString(name), ZvNameMatch::kIgnoreCase);
+    zvShowName(*this, *this, name.isEmpty() ? QString() : zvToQString(name), ZvNameMatch::kIgnoreCase);
 }
