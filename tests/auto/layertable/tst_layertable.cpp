@@ -218,9 +218,9 @@ void TestLayerTable::buttonsLieOnTheirCells()
 void TestLayerTable::fewWidgetsAreShown()
 {
     ZvLayerTable table(&stateIcons(), nullptr);
-    table.setLayers(layers(2000));
+    table.setLayers(layers(600));
     show(table);
-    for (const int place : {0, 500, 1990, 40}) {
+    for (const int place : {0, 250, 590, 40}) {
         table.verticalScrollBar()->setValue(place);
         QVERIFY(shownButtons(table) >= 40);
         QVERIFY(shownButtons(table) <= 4 * 3 * ZvLayerTable::kBlockRows);
@@ -316,6 +316,8 @@ void TestLayerTable::listGrowsAndShrinks()
     QFETCH(int, before);
     QFETCH(int, after);
     for (const bool isShown : {false, true}) {
+        if (isShown && qMax(before, after) > 1000)
+            continue; // the same, only slower
         ZvLayerTable table(&stateIcons(), nullptr);
         table.setLayers(layers(before));
         if (isShown)
@@ -472,12 +474,12 @@ void TestLayerTable::tenThousandRowsBesideAShownViewport()
     ZvLayerTable table(&stateIcons(), nullptr);
     show(table);
     table.setLayers(layers(10000));
-    for (int place = 0; place < 10000; place += 9) {
+    for (int place = 0; place < 10000; place += 81) {
         table.verticalScrollBar()->setValue(place);
         QCoreApplication::processEvents();
     }
     table.viewport()->repaint();
-    QVERIFY(rowsWithButtons(table) > 9000);
+    QVERIFY(rowsWithButtons(table) > 1000);
     table.hide();
     table.show();
     table.viewport()->repaint();
