@@ -170,14 +170,27 @@ void ZvQtLinetypeTableView::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }
 
 void ZvQtLinetypeTableView::loadLtypeData(ZvJsonPtr bag)
 {
+    m_proxy->sort(-1); // in the bag's order the rows go in one piece
     m_model->removeRows(0, m_model->rowCount());
     if (!zvBagTree(bag, "elements"))
         return;
     const QVector<ZvJsonPtr> elements = zvBagElements(bag, "elements");
-    for (int row = 0; row < elements.size(); ++row) {
-        const LtypeData data = toLtypeData(elements[row]);
+    // Sorted once at the end, not at each cell.
+    m_proxy->setDynamicSortFilter(false);
+    const auto isLeftOut = [this](const LtypeData &data) { return m_mode == kPlain && data.xref == 1; };
+    QVector<LtypeData> datas;
+    datas.reserve(elements.size());
+    int rows = 0;
+    for (const ZvJsonPtr &element : elements) {
+        datas.append(toLtypeData(element));
+        if (!isLeftOut(datas.last()))
+            rows = datas.size();
+    }
+    m_model->setRowCount(rows);
+    for (int row = 0; row < rows; ++row) {
+        const LtypeData &data = datas[row];
         // The row stays free: its number is the element's place in the bag.
-        if (m_mode == kPlain && data.xref == 1)
+        if (isLeftOut(data))
             continue;
         auto *picture = new QStandardItem;
         picture->setData(QVariant::fromValue(data), Qt::UserRole);
@@ -185,6 +198,7 @@ void ZvQtLinetypeTableView::loadLtypeData(ZvJsonPtr bag)
         m_model->setItem(row, kPictureColumn, picture);
         m_model->setItem(row, kCommentsColumn, new QStandardItem(data.comments));
     }
+    m_proxy->setDynamicSortFilter(true);
     m_proxy->sort(kNameColumn, Qt::AscendingOrder);
     // The arrow of the header is told, and no second sorting comes of it.
     const QSignalBlocker quiet(horizontalHeader());
