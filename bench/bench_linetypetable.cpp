@@ -20,6 +20,7 @@
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStandardItemModel>
 #include <QStyleFactory>
