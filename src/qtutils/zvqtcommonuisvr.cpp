@@ -4,6 +4,7 @@
 #include "common/qt_filedialog.h"
 #include "common/qt_messagebox.h"
 #include "common/qt_taskdialog.h"
+#include "common/zvcadprintpreviewdialog.h"
 #include "common/zvcolordialog.h"
 #include "private/zvdialogparent.h"
 #include "zevaqt.h"
@@ -39,14 +40,15 @@ struct DialogRow
     const wchar_t *serviceName;
     ZvDialogParent parent;
     const char *dialogName;
-    DialogMaker make; ///< Null: the library has no such dialog.
+    DialogMaker make;
 };
 
 constexpr DialogRow kDialogs[] = {
     {L"MessageBox", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtMessageBox>},
     {L"FileDialogBox", ZvDialogParent::kGiven, nullptr, makeFileDialog},
     {L"FileNavDialogBox", ZvDialogParent::kGiven, nullptr, makeFileDialog},
-    {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog", nullptr},
+    {L"CADPreviewDialog", ZvDialogParent::kMainWindow, "CADPreviewDialog",
+     makeModeDialog<ZvCadPrintPreviewDialog>},
     {L"TaskDialog", ZvDialogParent::kGiven, nullptr, makeModeDialog<ZvQtTaskDialog>},
     {L"ColorDialog", ZvDialogParent::kGivenOrSystem, nullptr, makeColorDialog},
 };
@@ -69,7 +71,7 @@ ZvQtCommonUISvr::~ZvQtCommonUISvr() = default;
 ZvUiDialogBasePtr ZvQtCommonUISvr::createDialog(const ZvString &name, void *parentHandle)
 {
     const DialogRow *row = findDialog(name);
-    if (!row || !row->make)
+    if (!row)
         return ZvUiDialogBasePtr();
     const ZvRxObjectPtr dialog = row->make(zvDialogParent(row->parent, parentHandle), row->dialogName);
     if (!dialog)

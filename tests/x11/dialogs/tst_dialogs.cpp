@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "mainwindowhost.h"
 #include "modaldriver.h"
 #include "modulesession.h"
 #include "x11client.h"
@@ -9,19 +10,6 @@
 #include <QWidget>
 
 namespace {
-
-/// The application, as far as its main window goes.
-class MainWindowHost : public ZvUiHost
-{
-public:
-    explicit MainWindowHost(QWidget *window) : m_window(window) { zvuiSetHost(this); }
-    ~MainWindowHost() override { zvuiSetHost(nullptr); }
-    void *mainWindow() override { return m_window; }
-    int setCursor(void *, int cursor) override { return cursor; }
-
-private:
-    QWidget *m_window;
-};
 
 ZvJsonPtr question()
 {
