@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "core/zvedviews.h"
 #include "db/zvdbrecords.h"
 #include "zvcommands_p.h"
 
 #include <charconv>
+#include <memory>
 
 namespace {
 
@@ -133,47 +135,38 @@ ZvDbObjectId findView(ZvDbDatabase &database, const ZvString &name)
 
 void restoreView(ZvDbDatabase &database, const ZvString &name)
 {
-    auto named = request(ZvEdHost::ViewRequest::kNamed);
-    named.view = findView(database, name);
-    ZvDbObjectPointer<ZvDbViewTableRecord> record(named.view, ZvDb::kForRead);
-    if (!record) {
+    if (zvedRestoreView(database, findView(database, name)) != Zv::eOk)
         zvedFailCommand(ZvString(L"There is no view named ") + name);
-        return;
-    }
-    const bool paper = record->isPaperspaceView();
-    record.close();
-    if (database.tilemode() == paper)
-        database.setTilemode(!paper);
-    change(named);
 }
 
 void saveView(ZvDbDatabase &database, const ZvString &name)
 {
-    ZvEdHost::ViewState state;
-    if (!zvedHost() || !zvedHost()->currentView(state)) {
+    ZvDbObjectId id;
+    const Zv::ErrorStatus status = zvedSaveView(database, name, id);
+    if (status == Zv::eInvalidInput)
+        zvedFailCommand(ZvString(L"Not a valid name: ") + name);
+    else if (status != Zv::eOk)
         zvedFailCommand(L"There is no view to save.");
-        return;
+}
+
+void listViews(const ZvDbDatabase &database)
+{
+    ZvDbSymbolTableIterator *made = nullptr;
+    if (const ZvDbObjectPointer<ZvDbViewTable> table(database.viewTableId(), ZvDb::kForRead); table)
+        table->newIterator(made);
+    const std::unique_ptr<ZvDbSymbolTableIterator> iterator(made);
+    bool isFirst = true;
+    for (; iterator && !iterator->done(); iterator->step()) {
+        const ZvDbObjectPointer<ZvDbViewTableRecord> record(iterator->getRecordId(), ZvDb::kForRead);
+        if (!record)
+            continue;
+        if (isFirst)
+            zvedPrint(L"Saved views (M model space, P paper space):");
+        isFirst = false;
+        zvedPrint(ZvString(record->isPaperspaceView() ? L"  P  " : L"  M  ") + record->name());
     }
-    ZvDbObjectId id = findView(database, name);
-    if (id.isNull()) {
-        auto *record = new ZvDbViewTableRecord;
-        ZvDbObjectPointer<ZvDbViewTable> table(database.viewTableId(), ZvDb::kForWrite);
-        if (!table || record->setName(name) != Zv::eOk || table->add(record, id) != Zv::eOk) {
-            delete record;
-            zvedFailCommand(ZvString(L"Not a valid name: ") + name);
-            return;
-        }
-        record->close();
-    }
-    if (ZvDbObjectPointer<ZvDbViewTableRecord> record(id, ZvDb::kForWrite); record) {
-        record->setCenterPoint(state.center);
-        record->setWidth(state.width);
-        record->setHeight(state.height);
-        record->setTarget(state.target);
-        record->setViewDirection(state.direction);
-        record->setViewTwist(state.twist);
-        record->setIsPaperspaceView(!database.tilemode());
-    }
+    if (isFirst)
+        zvedPrint(L"The drawing has no named views.");
 }
 
 void deleteView(ZvDbDatabase &database, const ZvString &name)
@@ -190,8 +183,8 @@ void view()
     ZvDbDatabase &database = *zvcoreCurrentDatabase();
     ZvString keyword;
     if (zvedGetKeyword(zvcorePrompt(ZvEdPrompt::kKeyword,
-                                    L"View [Restore/Save/Delete/TOP/BOTTOM/LEFT/RIGHT/FRONT/BACK/SWISO/SEISO/NEISO/NWISO]:",
-                                    L"Restore Save Delete TOP BOTTOM LEFT RIGHT FRONT BACK SWISO SEISO NEISO NWISO"),
+                                    L"View [?/Restore/Save/Delete/TOP/BOTTOM/LEFT/RIGHT/FRONT/BACK/SWISO/SEISO/NEISO/NWISO]:",
+                                    L"? Restore Save Delete TOP BOTTOM LEFT RIGHT FRONT BACK SWISO SEISO NEISO NWISO"),
                        keyword)
         != ZvEdInput::kKeyword)
         return;
@@ -202,6 +195,10 @@ void view()
             change(direction);
             return;
         }
+    }
+    if (keyword == L"?") {
+        listViews(database);
+        return;
     }
     ZvString name;
     if (!zvcoreAskName(L"View name:", name))
@@ -235,4 +232,51 @@ const ZvBuiltInCommand kCommands[] = {
 ZvBuiltInCommands zvcoreViewCommands()
 {
     return kCommands;
+}
+
+// ---- named views, also for the host's dialogs
+
+Zv::ErrorStatus zvedSaveView(ZvDbDatabase &database, const ZvString &name, ZvDbObjectId &id)
+{
+    ZvEdHost::ViewState state;
+    if (!zvedHost() || !zvedHost()->currentView(state))
+        return Zv::eNoDatabase;
+    id = findView(database, name);
+    if (id.isNull()) {
+        auto *record = new ZvDbViewTableRecord;
+        ZvDbObjectPointer<ZvDbViewTable> table(database.viewTableId(), ZvDb::kForWrite);
+        if (!table || record->setName(name) != Zv::eOk || table->add(record, id) != Zv::eOk) {
+            delete record;
+            return Zv::eInvalidInput;
+        }
+        record->close();
+    }
+    const ZvDbObjectPointer<ZvDbViewTableRecord> record(id, ZvDb::kForWrite);
+    if (!record)
+        return Zv::eInvalidInput;
+    record->setCenterPoint(state.center);
+    record->setWidth(state.width);
+    record->setHeight(state.height);
+    record->setTarget(state.target);
+    record->setViewDirection(state.direction);
+    record->setViewTwist(state.twist);
+    record->setIsPaperspaceView(!database.tilemode());
+    return Zv::eOk;
+}
+
+Zv::ErrorStatus zvedRestoreView(ZvDbDatabase &database, ZvDbObjectId id)
+{
+    bool isOnPaper = false;
+    {
+        const ZvDbObjectPointer<ZvDbViewTableRecord> record(id, ZvDb::kForRead);
+        if (!record)
+            return Zv::eKeyNotFound;
+        isOnPaper = record->isPaperspaceView();
+    }
+    if (database.tilemode() == isOnPaper)
+        database.setTilemode(!isOnPaper);
+    auto named = request(ZvEdHost::ViewRequest::kNamed);
+    named.view = id;
+    change(named);
+    return Zv::eOk;
 }
