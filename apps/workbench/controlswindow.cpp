@@ -2,6 +2,7 @@
 #include "controlswindow.h"
 
 #include "linetypemanager.h"
+#include "namespage.h"
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
@@ -147,6 +148,7 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     pages->addTab(makeLineTypePage(), tr("Line type"));
     pages->addTab(makeLineWeightPage(), tr("Line weight"));
     pages->addTab(makeLinetypeTablePage(), tr("Line type table"));
+    pages->addTab(makeNamesPage([this](const QString &line) { tell(line); }), tr("Names"));
     m_last->setObjectName(QStringLiteral("lastSignal"));
     m_last->setAccessibleName(tr("Last signal"));
     m_last->setTextInteractionFlags(Qt::TextSelectableByMouse);

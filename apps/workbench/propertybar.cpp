@@ -7,16 +7,12 @@
 #include "zvlinewidthcombobox.h"
 
 namespace {
-constexpr int kComboWidth = 16; // of the text, in average characters
-constexpr int kComboFrame = 10; // pixels above and below the text
 constexpr int kLayerStates = 77; // pixels before the name of the layer
 }
 
 PropertyBar::PropertyBar(QWidget *parent)
-    : QToolBar(tr("Properties"), parent), m_layer(new ZvLayerUltralComboBox(true, this))
+    : ComboBar(QStringLiteral("propertiesBar"), tr("Properties"), parent), m_layer(new ZvLayerUltralComboBox(true, this))
 {
-    setObjectName(QStringLiteral("propertiesBar"));
-    setAccessibleName(tr("Properties"));
     addCombo(m_layer, tr("Layer"), tr("Layer of the selected entities, or of new ones; its list switches layers"));
     m_layer->setMinimumWidth(m_layer->minimumWidth() + kLayerStates);
     addCombo(new ZvColorComboBox(true, this), tr("Colour"), tr("Colour of the selected entities, or of new ones"));
@@ -37,14 +33,4 @@ void PropertyBar::readLayers()
 {
     m_layer->init();
     m_layer->updateData(false);
-}
-
-void PropertyBar::addCombo(QComboBox *combo, const QString &name, const QString &toolTip)
-{
-    combo->setAccessibleName(name);
-    combo->setToolTip(toolTip);
-    combo->setMinimumWidth(kComboWidth * fontMetrics().averageCharWidth() + combo->iconSize().width());
-    // The line controls' pictures would grow with the bar, and the bar with them.
-    combo->setMaximumHeight(fontMetrics().height() + kComboFrame);
-    addWidget(combo);
 }

@@ -2,22 +2,19 @@
 #ifndef PROPERTYBAR_H
 #define PROPERTYBAR_H
 
+#include "combobar.h"
 #include "kernelevents.h"
 
-#include <QToolBar>
-
-class QComboBox;
 class ZvLayerUltralComboBox;
 
 /// The tool bar with the library's property controls, hooked to the drawing. Needs the update bus on offer.
-class PropertyBar : public QToolBar
+class PropertyBar : public ComboBar
 {
     Q_OBJECT
 public:
     explicit PropertyBar(QWidget *parent = nullptr);
 
 private:
-    void addCombo(QComboBox *combo, const QString &name, const QString &toolTip);
     void readLayers();
 
     ZvLayerUltralComboBox *const m_layer;

@@ -6,13 +6,16 @@
 #include "core/zvsystem.h"
 #include "linetypehost.h"
 #include "mainwindow.h"
+#include "objectbar.h"
 #include "panels.h"
+#include "plotutility.h"
 #include "propertybar.h"
 #include "recoveryquestion.h"
 #include "recoverystore.h"
 #include "updatebushost.h"
 #include "utils/zventityimage.h"
 #include "viewcolors.h"
+#include "viewmanager.h"
 #include "zvqtentrypoint.h"
 
 #include <QSettings>
@@ -27,9 +30,14 @@ Workbench::Workbench(std::unique_ptr<QSettings> settings) : m_settings(std::move
     m_bus = std::make_unique<UpdateBusHost>();
     m_window = std::make_unique<MainWindow>(m_settings.get());
     addPanels(*m_window, *m_bus);
+    m_plot = std::make_unique<PlotUtility>();
     m_window->addToolBar(new PropertyBar(m_window.get()));
+    m_window->addToolBarBreak();
+    m_window->addToolBar(ObjectBar::makeStyleBar(m_window.get()));
+    m_window->addToolBar(ObjectBar::makeViewBar(m_window.get()));
     m_color = std::make_unique<ColorCommand>();
     m_linetypes = std::make_unique<LinetypeHost>();
+    m_view = std::make_unique<ViewCommand>();
     m_window->restoreLayout();
 }
 
@@ -40,9 +48,11 @@ Workbench::~Workbench()
         documents->closeDocument(documents->documentAt(0));
     m_autosave.reset();
     m_recovery.reset();
+    m_view.reset();
     m_linetypes.reset();
     m_color.reset();
     m_window.reset(); // with all controls
+    m_plot.reset();
     m_bus.reset();
     zvrxEntryPoint(kZvRxUnloadModule);
     CHcSystem::stop();

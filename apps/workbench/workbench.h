@@ -10,9 +10,11 @@ class Autosave;
 class ColorCommand;
 class LinetypeHost;
 class MainWindow;
+class PlotUtility;
 class QSettings;
 class RecoveryStore;
 class UpdateBusHost;
+class ViewCommand;
 
 /// The running program: starts the kernel's core, loads the library through its module entry, offers the update bus,
 /// makes the window, and takes it all back in reverse.
@@ -40,9 +42,11 @@ public:
 private:
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<UpdateBusHost> m_bus;
+    std::unique_ptr<PlotUtility> m_plot;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<ColorCommand> m_color;
     std::unique_ptr<LinetypeHost> m_linetypes;
+    std::unique_ptr<ViewCommand> m_view;
     std::unique_ptr<RecoveryStore> m_recovery;
     std::unique_ptr<Autosave> m_autosave;
 };
