@@ -37,6 +37,8 @@ ZvDbObjectId addRecord(ZvDbDatabase &drawing, Record *record, const ZvString &na
     }
     if (table->add(record, id) == Zv::eOk)
         record->close();
+    else
+        delete record;
     table->close();
     return id;
 }
@@ -47,6 +49,8 @@ ZvDbObjectId addEntry(ZvDbObjectId dictionaryId, ZvDbObject *object, const ZvStr
     ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
     if (dictionary && dictionary->setAt(name, object, id) == Zv::eOk)
         object->close();
+    else
+        delete object;
     return id;
 }
 

@@ -2,6 +2,7 @@
 #ifndef NOTICES_H
 #define NOTICES_H
 
+#include "base/zverror.h"
 #include "base/zvlog.h"
 #include "zvglobaluireactorhelp.h"
 #include "zvqtcontrolhelp.h"
@@ -10,6 +11,7 @@
 #include "db/zvdbdictionary.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QStringList>
 
 #include <memory>
@@ -79,6 +81,26 @@ struct ObjectRow
     bool (*isFollowed)(QComboBox &combo, const ZvDbDatabase &drawing, bool affectsSelection);
     bool whenAffecting;
     bool otherwise;
+};
+
+/// A control with it fails by an error of the kernel while it shows something. (What is thrown out of the middle of a
+/// change to the list would leave memory of Qt's behind.)
+class FailingControl : public QObject
+{
+public:
+    explicit FailingControl(QComboBox &combo)
+    {
+        combo.setEnabled(false);
+        combo.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::EnabledChange)
+            throw ZvError("it cannot be shown");
+        return QObject::eventFilter(watched, event);
+    }
 };
 
 /// Collects the kernel's assertions for the life of the object, each as "text, unit, line".

@@ -487,8 +487,7 @@ void TestStyleCombos::errorIsSwallowedWithAnAssertion()
     QFETCH(bool, isText);
     QFETCH(QString, assertion);
     const Combo combo = isText ? makeText() : make<ZvUtilsDimStyleComboBox>();
-    QObject::connect(combo->model(), &QAbstractItemModel::rowsInserted, combo.get(),
-                     [] { throw ZvError("no room for the row"); });
+    const FailingControl failing(*combo);
     const Assertions assertions;
     if (isText) // the variable's notice makes the row
         drawing().setTextstyle(addTextStyle(L"Late"));
@@ -521,8 +520,7 @@ void TestStyleCombos::errorPassesWhereNothingSwallowsIt()
     service.writeVariable(variable, current, &drawing());
     bus().enableUpdateUI(true);
     zvutRelRb(current);
-    QObject::connect(combo->model(), &QAbstractItemModel::rowsInserted, combo.get(),
-                     [] { throw ZvError("no room for the row"); });
+    const FailingControl failing(*combo);
     auto &receiver = *qobject_cast<CZvQtControlHelp *>(combo.get());
     QVERIFY_EXCEPTION_THROWN(receiver.acceptUpdateUI(noticeOf(kNoticeCommandEnded)), ZvError);
     QVERIFY(!combo->signalsBlocked());
