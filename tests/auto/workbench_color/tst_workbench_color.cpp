@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogdemo.h"
+#include "combodriver.h"
 #include "commandline.h"
 #include "db/zvdbrecords.h"
 #include "modaldriver.h"
@@ -63,6 +64,8 @@ private Q_SLOTS:
     void cleanup();
     void theToolBarFollowsTheDrawing();
     void withoutADrawingTheToolBarIsDisabled();
+    void theToolBarListsEveryColourOnce_data();
+    void theToolBarListsEveryColourOnce();
     void pickingChangesTheSelectionInOneStep();
     void aMixedSelectionShowsNothing();
     void theStateReportListsTheCombo();
@@ -155,6 +158,38 @@ void tst_workbench_color::withoutADrawingTheToolBarIsDisabled()
     zvDocManagerPtr()->closeDocument(m_session->document());
     QVERIFY(!combo().isEnabled());
     QCOMPARE(combo().currentText(), QString());
+}
+
+void tst_workbench_color::theToolBarListsEveryColourOnce_data()
+{
+    QTest::addColumn<bool>("closedBefore");
+    QTest::newRow("first drawing after the start") << false;
+    QTest::newRow("drawing opened after the last one was closed and the empty list looked at") << true;
+}
+
+void tst_workbench_color::theToolBarListsEveryColourOnce()
+{
+    QFETCH(bool, closedBefore);
+    if (closedBefore) {
+        m_session->newDrawing();
+        zvDocManagerPtr()->closeDocument(m_session->document());
+        combo().showPopup();
+        combo().hidePopup();
+        QCOMPARE(combo().count(), 0);
+    }
+    QVERIFY(window().host()->openDocument(QStringLiteral(ZEVA_SAMPLES_DIR "/plan.dxf")));
+    QCoreApplication::processEvents();
+    waitForIdle();
+    QCOMPARE(combo().currentText(), colorText(m_session->database().cecolor()));
+    const QStringList rows = {"ByLayer", "ByBlock", "红", "黄", "绿", "青", "蓝", "洋红", "白", "选择颜色..."};
+    QCOMPARE(rowsOf(combo()), rows);
+    zvedCommandLine("_.REGEN");
+    waitForIdle();
+    combo().showPopup();
+    QTRY_VERIFY(combo().view()->isVisible());
+    QCOMPARE(rowsOf(combo()), rows);
+    QCOMPARE(combo().currentText(), colorText(m_session->database().cecolor()));
+    combo().hidePopup();
 }
 
 void tst_workbench_color::pickingChangesTheSelectionInOneStep()
