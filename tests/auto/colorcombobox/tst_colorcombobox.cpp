@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
 #include "drawingtest.h"
+#include "noticecases.h"
 
 #include "zvcolorcombobox.h"
 
@@ -1057,54 +1058,21 @@ void TestColorComboBox::paletteStateDecidesThePalette()
 
 void TestColorComboBox::noticesAreFiltered_data()
 {
-    QTest::addColumn<quint64>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("object"); // empty, "layer", "line"
-    QTest::addColumn<bool>("affects");
-    QTest::addColumn<bool>("passes");
-    for (const char *name : {"BLOCKEDITOR", "CLAYER", "CECOLOR", "cecolor", "TILEMODE", "CELTYPE"})
-        QTest::addRow("variable %s", name) << quint64(kNoticeSysVar) << name << "" << false << false;
-    QTest::newRow("a layer") << quint64(kNoticeObject) << ""
-                             << "layer" << false << true;
-    QTest::newRow("a line") << quint64(kNoticeObject) << ""
-                            << "line" << false << false;
-    QTest::newRow("a line of the selection") << quint64(kNoticeObject) << ""
-                                             << "line" << true << true;
-    QTest::newRow("no object") << quint64(kNoticeObject) << ""
-                               << "" << false << false;
-    QTest::newRow("document current") << quint64(kNoticeDocumentCurrent) << ""
-                                      << "" << false << true;
-    QTest::newRow("layout switched") << quint64(kNoticeLayoutSwitched) << ""
-                                     << "" << false << true;
-    QTest::newRow("selection") << quint64(kNoticePickFirst) << ""
-                               << "" << false << true;
-    QTest::newRow("command ended") << quint64(kNoticeCommandEnded) << "ANY"
-                                   << "" << false << true;
-    QTest::newRow("the host's first") << quint64(kNoticeHostFirst) << ""
-                                      << "" << false << true;
-    QTest::newRow("the host's second") << quint64(kNoticeHostSecond) << ""
-                                       << "" << false << true;
+    addNoticeRows({"BLOCKEDITOR", "CLAYER", "CECOLOR", "cecolor", "TILEMODE", "CELTYPE"});
+    addObjectNotice("a line type", "line type", false, false);
 }
 
 void TestColorComboBox::noticesAreFiltered()
 {
-    QFETCH(quint64, kind);
-    QFETCH(QString, name);
     QFETCH(QString, object);
-    QFETCH(bool, affects);
     QFETCH(bool, passes);
     drawing().setCecolor(colorOf(indexWord(3)));
     ZvColorComboBox combo(false, nullptr);
     combo.pickFirstInfo->status = ZvGlobalUIReactorHelp::kInfoNoSelection;
-    const ZvDbObjectId id = object == QLatin1String("line") ? addLine() : drawing().clayer();
-    const ZvDbObjectPointer<ZvDbObject> opened(id, ZvDb::kForRead);
-    CZvGlobalUIReactorHelp notice;
-    notice.kind = kind;
-    notice.name = ZvString(name.toUtf8().constData());
-    notice.object = object.isEmpty() ? nullptr : opened.get();
-    notice.database = &drawing();
-    notice.affectsSelection = affects;
-    combo.acceptUpdateUI(notice);
+    tellNotice(combo, drawing(),
+               object == "line"            ? addLine()
+                   : object == "line type" ? drawing().celtype()
+                                           : drawing().clayer());
     QCOMPARE(combo.currentText(), passes ? QStringLiteral("绿") : QStringLiteral("ByLayer"));
 }
 
@@ -1408,8 +1376,8 @@ QVector<QVariantList> contentsOf(const QComboBox &combo)
     QVector<QVariantList> rows;
     for (int row = 0; row < combo.count(); ++row) {
         const ColorData data = dataOf(combo, row);
-        rows << QVariantList{combo.itemText(row), swatchOf(combo, row), data.name, data.color, data.type,
-                             data.entityColor.color()};
+        rows << QVariantList{combo.itemText(row), swatchOf(combo, row),    data.name, data.color,
+                             data.type,           data.entityColor.color()};
     }
     return rows;
 }
@@ -1834,8 +1802,8 @@ void TestColorComboBox::answersOfAnotherDialog_data()
     QTest::newRow("by block, whatever the value") << 1 << 193 << 5 << "ByBlock" << word(ZvCm::kByBlock);
     QTest::newRow("an index is cut to 16 bits") << 1 << 195 << 0x10005 << "蓝" << indexWord(5);
     QTest::newRow("true black") << 1 << 194 << 0 << "RGB:0,0,0" << rgbWord(0, 0, 0);
-    QTest::newRow("bits above a true colour are cut") << 1 << 194 << 0x7F1E140A << "RGB:10,20,30"
-                                                      << rgbWord(10, 20, 30);
+    QTest::newRow("bits above a true colour are cut")
+        << 1 << 194 << 0x7F1E140A << "RGB:10,20,30" << rgbWord(10, 20, 30);
     QTest::newRow("cancelled with a colour") << 2 << 195 << 5 << "绿" << before;
     QTest::newRow("undecided with a colour") << -1 << 195 << 5 << "绿" << before;
     QTest::newRow("no result at all") << 0 << 195 << 5 << "绿" << before;

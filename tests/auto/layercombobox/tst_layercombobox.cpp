@@ -2,6 +2,7 @@
 #include "colordialogrun.h"
 #include "combodriver.h"
 #include "drawingtest.h"
+#include "noticecases.h"
 
 #include "zvcolorbutton.h"
 #include "zvlayerultralcombobox.h"
@@ -1024,47 +1025,16 @@ void TestLayerComboBox::currentLayerThatCannotBeRead()
 
 void TestLayerComboBox::noticesAreFiltered_data()
 {
-    QTest::addColumn<quint64>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("object");
-    QTest::addColumn<bool>("affects");
-    QTest::addColumn<bool>("passes");
-    for (const char *name : {"CLAYER", "CVPORT", "BLOCKEDITOR", "TILEMODE", "clayer", "CECOLOR"})
-        QTest::addRow("variable %s", name) << quint64(kNoticeSysVar) << name << "" << false << false;
-    QTest::newRow("variable CLAYER that affects the selection") << quint64(kNoticeSysVar) << "CLAYER"
-                                                                << "" << true << false;
-    QTest::newRow("a layer") << quint64(kNoticeObject) << ""
-                             << "layer" << false << true;
-    QTest::newRow("a viewport") << quint64(kNoticeObject) << ""
-                                << "viewport" << false << true;
-    QTest::newRow("the dictionary of layer states") << quint64(kNoticeObject) << ""
-                                                    << "states" << false << true;
-    QTest::newRow("another dictionary") << quint64(kNoticeObject) << ""
-                                        << "dictionary" << false << false;
-    QTest::newRow("a line") << quint64(kNoticeObject) << ""
-                            << "line" << false << false;
-    QTest::newRow("a line that affects the selection") << quint64(kNoticeObject) << ""
-                                                       << "line" << true << true;
-    QTest::newRow("a viewport of model space") << quint64(kNoticeObject) << ""
-                                               << "vport" << false << false;
-    QTest::newRow("document") << quint64(kNoticeDocumentCurrent) << ""
-                              << "" << false << true;
-    QTest::newRow("layout") << quint64(kNoticeLayoutSwitched) << ""
-                            << "" << false << true;
-    QTest::newRow("selection") << quint64(kNoticePickFirst) << ""
-                               << "" << false << true;
-    QTest::newRow("command") << quint64(kNoticeCommandEnded) << ""
-                             << "" << false << true;
-    QTest::newRow("host") << quint64(kNoticeHostFirst) << ""
-                          << "" << false << true;
+    addNoticeRows({"CLAYER", "CVPORT", "BLOCKEDITOR", "TILEMODE", "clayer", "CECOLOR"});
+    addObjectNotice("a viewport", "viewport", false, true);
+    addObjectNotice("the dictionary of layer states", "states", false, true);
+    addObjectNotice("another dictionary", "dictionary", false, false);
+    addObjectNotice("a viewport of model space", "vport", false, false);
 }
 
 void TestLayerComboBox::noticesAreFiltered()
 {
-    QFETCH(quint64, kind);
-    QFETCH(QString, name);
     QFETCH(QString, object);
-    QFETCH(bool, affects);
     QFETCH(bool, passes);
     addTwo();
     ZvDbObjectId id = m_a;
@@ -1083,15 +1053,7 @@ void TestLayerComboBox::noticesAreFiltered()
     QVERIFY(box.show());
     box.combo.pickFirstInfo->status = ZvGlobalUIReactorHelp::kInfoNoSelection;
     drawing().setClayer(m_b);
-    const ZvDbObjectPointer<ZvDbObject> opened(id, ZvDb::kForRead);
-    QVERIFY(opened);
-    CZvGlobalUIReactorHelp notice;
-    notice.kind = kind;
-    notice.name = ZvString(name.toUtf8().constData());
-    notice.object = object.isEmpty() ? nullptr : opened.get();
-    notice.database = &drawing();
-    notice.affectsSelection = affects;
-    box.combo.acceptUpdateUI(notice);
+    tellNotice(box.combo, drawing(), id);
     QCOMPARE(box.combo.currentIndex(), passes ? 2 : 0);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "combodriver.h"
 #include "drawingtest.h"
+#include "noticecases.h"
 
 #include "zvlinetypecombobox.h"
 #include "zvqtlinetypeservice.h"
@@ -864,59 +865,19 @@ void TestLineTypeComboBox::nameIsMatchedWithCase()
 
 void TestLineTypeComboBox::noticesAreFiltered_data()
 {
-    QTest::addColumn<quint64>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("object"); // empty, "layer", "line type", "line"
-    QTest::addColumn<bool>("affects");
-    QTest::addColumn<bool>("passes");
-    for (const char *name : {"CLAYER", "CELTYPE", "celtype", "CECOLOR"}) {
-        QTest::addRow("variable %s", name) << quint64(kNoticeSysVar) << name << "" << false << false;
-        QTest::addRow("variable %s of the selection", name) << quint64(kNoticeSysVar) << name << "" << true << false;
-    }
-    QTest::newRow("a layer") << quint64(kNoticeObject) << ""
-                             << "layer" << false << true;
-    QTest::newRow("a line type") << quint64(kNoticeObject) << ""
-                                 << "line type" << false << true;
-    QTest::newRow("a line") << quint64(kNoticeObject) << ""
-                            << "line" << false << false;
-    QTest::newRow("a line of the selection") << quint64(kNoticeObject) << ""
-                                             << "line" << true << true;
-    QTest::newRow("no object") << quint64(kNoticeObject) << ""
-                               << "" << false << false;
-    QTest::newRow("document current") << quint64(kNoticeDocumentCurrent) << ""
-                                      << "" << false << true;
-    QTest::newRow("layout switched") << quint64(kNoticeLayoutSwitched) << ""
-                                     << "" << false << true;
-    QTest::newRow("selection") << quint64(kNoticePickFirst) << ""
-                               << "" << false << true;
-    QTest::newRow("command ended") << quint64(kNoticeCommandEnded) << "ANY"
-                                   << "" << false << true;
-    QTest::newRow("the host's first") << quint64(kNoticeHostFirst) << ""
-                                      << "" << false << true;
-    QTest::newRow("the host's second") << quint64(kNoticeHostSecond) << ""
-                                       << "" << false << true;
+    addNoticeRows({"CLAYER", "CELTYPE", "celtype", "CECOLOR"});
+    addObjectNotice("a line type", "line type", false, true);
 }
 
 void TestLineTypeComboBox::noticesAreFiltered()
 {
-    QFETCH(quint64, kind);
-    QFETCH(QString, name);
     QFETCH(QString, object);
-    QFETCH(bool, affects);
     QFETCH(bool, passes);
     addTwo();
     drawing().setCeltype(m_dotted);
     ZvLineTypeComboBox combo(false, nullptr);
     combo.pickFirstInfo->status = kInfoNoSelection;
-    const ZvDbObjectId id = object == "line" ? addLine() : object == "layer" ? drawing().clayer() : m_dashed;
-    const ZvDbObjectPointer<ZvDbObject> opened(id, ZvDb::kForRead);
-    CZvGlobalUIReactorHelp notice;
-    notice.kind = kind;
-    notice.name = ZvString(name.toUtf8().constData());
-    notice.object = object.isEmpty() ? nullptr : opened.get();
-    notice.database = &drawing();
-    notice.affectsSelection = affects;
-    combo.acceptUpdateUI(notice);
+    tellNotice(combo, drawing(), object == "line" ? addLine() : object == "layer" ? drawing().clayer() : m_dashed);
     QCOMPARE(combo.currentText(), passes ? QString("Dotted") : QString("ByBlock"));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "combodriver.h"
 #include "drawingtest.h"
+#include "noticecases.h"
 
 #include "zvlinewidthcombobox.h"
 
@@ -684,45 +685,13 @@ void TestLineWeightComboBox::maskedOutWeightGetsARow()
 
 void TestLineWeightComboBox::noticesAreFiltered_data()
 {
-    QTest::addColumn<quint64>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("object"); // empty, "layer", "line type", "line"
-    QTest::addColumn<bool>("affects");
-    QTest::addColumn<bool>("passes");
-    for (const char *name : {"CLAYER", "CELWEIGHT", "celweight", "CECOLOR"}) {
-        QTest::addRow("variable %s", name) << quint64(kNoticeSysVar) << name << "" << false << false;
-        QTest::addRow("variable %s of the selection", name) << quint64(kNoticeSysVar) << name << "" << true << false;
-    }
-    QTest::newRow("a layer") << quint64(kNoticeObject) << ""
-                             << "layer" << false << true;
-    QTest::newRow("a line type") << quint64(kNoticeObject) << ""
-                                 << "line type" << false << false;
-    QTest::newRow("a line") << quint64(kNoticeObject) << ""
-                            << "line" << false << false;
-    QTest::newRow("a line of the selection") << quint64(kNoticeObject) << ""
-                                             << "line" << true << true;
-    QTest::newRow("no object") << quint64(kNoticeObject) << ""
-                               << "" << false << false;
-    QTest::newRow("document current") << quint64(kNoticeDocumentCurrent) << ""
-                                      << "" << false << true;
-    QTest::newRow("layout switched") << quint64(kNoticeLayoutSwitched) << ""
-                                     << "" << false << true;
-    QTest::newRow("selection") << quint64(kNoticePickFirst) << ""
-                               << "" << false << true;
-    QTest::newRow("command ended") << quint64(kNoticeCommandEnded) << "ANY"
-                                   << "" << false << true;
-    QTest::newRow("the host's first") << quint64(kNoticeHostFirst) << ""
-                                      << "" << false << true;
-    QTest::newRow("the host's second") << quint64(kNoticeHostSecond) << ""
-                                       << "" << false << true;
+    addNoticeRows({"CLAYER", "CELWEIGHT", "celweight", "CECOLOR"});
+    addObjectNotice("a line type", "line type", false, false);
 }
 
 void TestLineWeightComboBox::noticesAreFiltered()
 {
-    QFETCH(quint64, kind);
-    QFETCH(QString, name);
     QFETCH(QString, object);
-    QFETCH(bool, affects);
     QFETCH(bool, passes);
     drawing().setCelweight(ZvDb::LineWeight(30));
     ZvLineWidthComboBox combo(false, 7, nullptr);
@@ -730,14 +699,7 @@ void TestLineWeightComboBox::noticesAreFiltered()
     const ZvDbObjectId id = object == "line" ? addLine()
         : object == "layer"                  ? drawing().clayer()
                                              : drawing().continuousLinetype();
-    const ZvDbObjectPointer<ZvDbObject> opened(id, ZvDb::kForRead);
-    CZvGlobalUIReactorHelp notice;
-    notice.kind = kind;
-    notice.name = ZvString(name.toUtf8().constData());
-    notice.object = object.isEmpty() ? nullptr : opened.get();
-    notice.database = &drawing();
-    notice.affectsSelection = affects;
-    combo.acceptUpdateUI(notice);
+    tellNotice(combo, drawing(), id);
     QCOMPARE(combo.currentText(), passes ? QString("0.30 mm") : QString("ByLayer"));
 }
 
