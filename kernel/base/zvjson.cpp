@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -29,9 +30,17 @@ typedef std::vector<ZvJsonPtr> Elements;
 typedef std::vector<std::pair<std::string, ZvJsonPtr>> Members; // in order of insertion: bags are small
 typedef std::variant<Null, long long, bool, double, ZvUtf8String, ZvRxObjectPtr, Id, Elements, Members> Value;
 
-bool isIndex(const std::string &part)
+bool isIndex(std::string_view part)
 {
-    return !part.empty() && part.size() < 7 && part.find_first_not_of("0123456789") == std::string::npos;
+    return !part.empty() && part.size() < 7 && part.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+std::size_t indexOf(std::string_view part)
+{
+    std::size_t index = 0;
+    for (const char digit : part)
+        index = index * 10 + std::size_t(digit - '0');
+    return index;
 }
 
 class Node : public IElementValueBase
@@ -51,32 +60,32 @@ public:
     }
     bool GetDataB(const char *key, bool &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
+        if (!node)
             return false;
         value = node->asBool();
         return true;
     }
     bool GetDataL(const char *key, long long &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
+        if (!node)
             return false;
         value = node->asLong();
         return true;
     }
     bool GetDataD(const char *key, double &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagBool | kFlagInteger | kFlagDouble);
+        if (!node)
             return false;
         value = node->asDouble();
         return true;
     }
     bool GetDataS(const char *key, ZvUtf8String &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagString);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagString);
+        if (!node)
             return false;
         value = node->asString();
         return true;
@@ -91,24 +100,24 @@ public:
     }
     bool GetDataJ(const char *key, ZvJsonPtr &value) const override
     {
-        const ZvJsonPtr node = atPath(key);
-        if (node.isNull() || node->isNullNode())
+        const Node *node = atPath(key);
+        if (!node || node->isNullNode())
             return false;
-        value = node;
+        value = const_cast<Node *>(node);
         return true;
     }
     bool GetDataO(const char *key, ZvRxObjectPtr &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagReference);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagReference);
+        if (!node)
             return false;
         value = node->asReference();
         return true;
     }
     bool GetDataId(const char *key, std::uint64_t &value) const override
     {
-        const ZvJsonPtr node = valueAt(key, kFlagId | kFlagInteger);
-        if (node.isNull())
+        const Node *node = valueAt(key, kFlagId | kFlagInteger);
+        if (!node)
             return false;
         value = node->asId();
         return true;
@@ -144,13 +153,7 @@ public:
     bool hasKey(const ZvUtf8String &key) const override { return !member(key).isNull(); }
     ZvJsonPtr member(const ZvUtf8String &key) const override
     {
-        if (const auto *members = std::get_if<Members>(&m_value)) {
-            for (const auto &entry : *members) {
-                if (entry.first == key.c_str())
-                    return entry.second;
-            }
-        }
-        return nullptr;
+        return ZvJsonPtr(const_cast<Node *>(memberNode(key.c_str())));
     }
     ZvJsonPtr element(int position, const ZvUtf8String &key) const override
     {
@@ -234,28 +237,44 @@ private:
         parts.emplace_back(from);
         return parts;
     }
-    ZvJsonPtr child(const std::string &part) const
+    /// Null where there is none.
+    const Node *memberNode(std::string_view key) const
+    {
+        if (const auto *members = std::get_if<Members>(&m_value)) {
+            for (const auto &member : *members) {
+                if (member.first == key)
+                    return static_cast<const Node *>(member.second.get());
+            }
+        }
+        return nullptr;
+    }
+    const Node *child(std::string_view part) const
     {
         const auto *elements = std::get_if<Elements>(&m_value);
         if (!elements)
-            return member(ZvUtf8String(part));
-        return isIndex(part) ? element(std::stoi(part), ZvUtf8String()) : ZvJsonPtr();
+            return memberNode(part);
+        const std::size_t position = isIndex(part) ? indexOf(part) : elements->size();
+        return position < elements->size() ? static_cast<const Node *>((*elements)[position].get()) : nullptr;
     }
-    ZvJsonPtr atPath(const char *path) const
+    /// Read often, several keys for each picture: without a copy of the path, and without counting references.
+    const Node *atPath(const char *path) const
     {
-        ZvJsonPtr node(const_cast<Node *>(this));
-        for (const std::string &part : partsOf(path)) {
-            node = static_cast<const Node *>(node.get())->child(part);
-            if (node.isNull())
-                return nullptr;
+        const Node *node = this;
+        std::string_view rest = path ? path : "";
+        while (node) {
+            const std::size_t slash = rest.find('/');
+            node = node->child(rest.substr(0, slash));
+            if (slash == std::string_view::npos)
+                break;
+            rest.remove_prefix(slash + 1);
         }
         return node;
     }
     /// The value at \a path if its type is one of \a flags.
-    ZvJsonPtr valueAt(const char *path, unsigned flags) const
+    const Node *valueAt(const char *path, unsigned flags) const
     {
-        const ZvJsonPtr node = atPath(path);
-        return node.isNull() || (node->typeFlags() & flags) == 0 ? ZvJsonPtr() : node;
+        const Node *node = atPath(path);
+        return node && (node->typeFlags() & flags) != 0 ? node : nullptr;
     }
     void put(const char *path, const ZvJsonPtr &value)
     {
@@ -263,7 +282,7 @@ private:
         ZvJsonPtr holder(this);
         for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
             auto *node = static_cast<Node *>(holder.get());
-            ZvJsonPtr next = node->child(parts[i]);
+            ZvJsonPtr next(const_cast<Node *>(node->child(parts[i])));
             const bool wantsArray = isIndex(parts[i + 1]);
             if (next.isNull() || (next->typeFlags() & (kFlagArray | kFlagObject)) == 0) {
                 next = wantsArray ? make(Elements()) : make(Members());
@@ -278,7 +297,7 @@ private:
         if (auto *elements = std::get_if<Elements>(&m_value)) {
             if (!isIndex(part))
                 return;
-            const auto position = std::size_t(std::stoi(part));
+            const std::size_t position = indexOf(part);
             while (elements->size() <= position)
                 elements->push_back(make(Null()));
             (*elements)[position] = value;
