@@ -65,12 +65,11 @@ Zv::ErrorStatus change(ZvDbEntity &entity, T ZvDbEntityProperties::*member, cons
     ZvDbEntityProperties properties = zvdbProperties(entity);
     properties.*member = value;
     const Zv::ErrorStatus status = zvdbSetProperties(entity, properties);
-    const auto *insert = doSubents && status == Zv::eOk ? zvrxCast<ZvDbBlockReference>(&entity) : nullptr;
-    if (!insert || insert->objectId().isNull())
+    if (!doSubents || status != Zv::eOk || !entity.isKindOf(ZvDbBlockReference::desc()) || entity.objectId().isNull())
         return status;
-    for (ZvDbObjectId id : insert->attributeIds()) {
+    for (ZvDbObjectId id : static_cast<const ZvDbBlockReference &>(entity).attributeIds()) {
         ZvDbObjectPointer<ZvDbAttribute> attribute(id, ZvDb::kForWrite);
-        if (attribute && attribute->ownerId() == insert->objectId())
+        if (attribute && attribute->ownerId() == entity.objectId())
             change(*attribute, member, value, false);
     }
     return status;
