@@ -261,7 +261,7 @@ void MainWindow::makeMenus()
     QMenu *colors = dialogs->addMenu(tr("Co&lour Dialog"));
     colors->setObjectName(QStringLiteral("colorDialogMenu"));
     addDemos(colors, colorDialogDemos());
-    QMenu *files = dialogs->addMenu(tr("&File Dialog"));
+    QMenu *files = dialogs->addMenu(tr("File &Dialog"));
     files->setObjectName(QStringLiteral("fileDialogMenu"));
     addDemos(files, fileDialogDemos());
     dialogs->addSeparator();
