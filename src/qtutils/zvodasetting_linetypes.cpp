@@ -7,6 +7,7 @@
 #include "private/zvtablewalk.h"
 
 #include "db/zvdbrecords.h"
+#include "utils/zventityimage.h"
 
 namespace {
 constexpr double kLineEnd = 100.0;
@@ -19,7 +20,12 @@ void ZevaUISetting::getLineTypeInfo(
     const ZvDbDatabasePtr database(curDatabase());
     if (!database)
         return;
-    const ZvJsonPtr options = zvLinetypePictureOptions(width, height); // the renderer leaves them as they are
+    // The renderer leaves options and line as they are, and the line fits every line type but for type and scale.
+    const ZvJsonPtr options = zvLinetypePictureOptions(width, height);
+    const ZvSmartPtr<ZvDbLine> line = zvMakeLinetypeLine(database->byLayerLinetype(), kLineEnd, 1.0);
+    zvSetOpaqueBlack(*line);
+    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> content = zvLinetypePictureContent(line);
+    const double celtscale = database->celtscale();
     zvWalkTable(database->linetypeTableId(), [&](ZvDbObjectId id) {
         ZvString name;
         double patternLength = 0.0;
@@ -30,10 +36,9 @@ void ZevaUISetting::getLineTypeInfo(
             name = record->name();
             patternLength = record->patternLength();
         }
-        const double scale = zvLinetypePictureScale(patternLength, kRepeat, width, database->celtscale());
-        const ZvSmartPtr<ZvDbLine> line = zvMakeLinetypeLine(id, kLineEnd, scale);
-        zvSetOpaqueBlack(*line);
-        ZvSmartPtr<ZvGiRasterImage> image = zvDrawLinetypeLine(database, line, options);
+        line->setLinetype(id, true);
+        line->setLinetypeScale(zvLinetypePictureScale(patternLength, kRepeat, width, celtscale), true);
+        ZvSmartPtr<ZvGiRasterImage> image = zvsiutCreateEntityImage(database, content, options);
         if (callback)
             callback(image, name, id);
         return true;

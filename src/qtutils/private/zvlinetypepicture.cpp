@@ -51,10 +51,16 @@ ZvJsonPtr zvLinetypePictureOptions(int width, int height)
     return options;
 }
 
-ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
-                                               const ZvJsonPtr &options)
+ZvArrayEx<ZvSmartPtr<ZvDbEntity>> zvLinetypePictureContent(const ZvSmartPtr<ZvDbLine> &line)
 {
     ZvArrayEx<ZvSmartPtr<ZvDbEntity>> entities;
     entities.append(ZvSmartPtr<ZvDbEntity>(zvqt_queryRequired<ZvDbEntity>(line.get())));
+    return entities;
+}
+
+ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
+                                               const ZvJsonPtr &options)
+{
+    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> entities = zvLinetypePictureContent(line);
     return zvsiutCreateEntityImage(database, entities, options);
 }

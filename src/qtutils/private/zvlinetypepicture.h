@@ -17,6 +17,8 @@ ZvSmartPtr<ZvDbLine> zvMakeLinetypeLine(ZvDbObjectId linetype, double endX, doub
 void zvSetOpaqueBlack(ZvDbLine &line);
 /// What the renderer is told of a picture: its size, and no background.
 ZvJsonPtr zvLinetypePictureOptions(int width, int height);
+/// What the renderer draws of it.
+ZvArrayEx<ZvSmartPtr<ZvDbEntity>> zvLinetypePictureContent(const ZvSmartPtr<ZvDbLine> &line);
 /// May be null.
 ZvSmartPtr<ZvGiRasterImage> zvDrawLinetypeLine(const ZvDbDatabasePtr &database, const ZvSmartPtr<ZvDbLine> &line,
                                                const ZvJsonPtr &options);
