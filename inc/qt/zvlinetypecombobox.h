@@ -85,7 +85,7 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    struct KeptPictures;
+    struct FilledRows;
 
     bool isPendingRow(int index) const;
     QIcon rowPicture(const QImage &image) const;
@@ -102,7 +102,7 @@ private:
     bool m_isWheeling = false;
     bool m_usesCommand = true;
     ZvGlobalUIReactorHelp::SLineTypeInfo m_lineTypeInfo;
-    std::unique_ptr<KeptPictures> m_pictures;
+    std::unique_ptr<FilledRows> m_filled;
 };
 
 #endif

@@ -17,10 +17,12 @@
 #include <QBitmap>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -43,24 +45,48 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
-/// Whether these rows stand in the list already, with whatever behind them: they are not touched then. A list is filled
-/// each time it opens, and hardly ever has anything changed.
-bool beginsWith(const QComboBox &combo, const std::vector<ZvRow> &rows)
+/// Tells whether the first rows of a list still stand as they were filled, without looking at each of them.
+class RowWatch
 {
-    if (rows.empty() || std::size_t(combo.count()) < rows.size())
-        return false;
-    const QAbstractItemModel &model = *combo.model();
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        const ZvRow &row = rows[i];
-        const QModelIndex index = model.index(int(i), combo.modelColumn(), combo.rootModelIndex());
-        const QVariant held = index.data(Qt::UserRole);
-        if (held.userType() != row.data.userType() || held.value<ZvDbObjectId>() != row.data.value<ZvDbObjectId>()
-            || index.data(Qt::DisplayRole).toString() != row.text
-            || index.data(Qt::DecorationRole).value<QIcon>().cacheKey() != row.icon.cacheKey())
-            return false;
+public:
+    void start(const QComboBox &combo, int rows)
+    {
+        if (m_model != combo.model()) {
+            m_model = combo.model();
+            m_listener = std::make_unique<QObject>();
+            const auto touchedFrom = [this](int row) { m_isTouched = m_isTouched || row < m_rows; };
+            const auto touched = [this] { m_isTouched = true; };
+            const auto changed = [touchedFrom](const QModelIndex &first) { touchedFrom(first.row()); };
+            const auto moved = [touchedFrom](const QModelIndex &, int first) { touchedFrom(first); };
+            QObject *listener = m_listener.get();
+            QObject::connect(m_model, &QAbstractItemModel::dataChanged, listener, changed);
+            QObject::connect(m_model, &QAbstractItemModel::rowsInserted, listener, moved);
+            QObject::connect(m_model, &QAbstractItemModel::rowsRemoved, listener, moved);
+            QObject::connect(m_model, &QAbstractItemModel::rowsMoved, listener, touched);
+            QObject::connect(m_model, &QAbstractItemModel::columnsInserted, listener, touched);
+            QObject::connect(m_model, &QAbstractItemModel::columnsRemoved, listener, touched);
+            QObject::connect(m_model, &QAbstractItemModel::layoutChanged, listener, touched);
+            QObject::connect(m_model, &QAbstractItemModel::modelReset, listener, touched);
+        }
+        m_root = combo.rootModelIndex();
+        m_column = combo.modelColumn();
+        m_rows = rows;
+        m_isTouched = false;
     }
-    return true;
-}
+    bool isUntouched(const QComboBox &combo) const
+    {
+        return m_model && m_model == combo.model() && m_root == combo.rootModelIndex()
+            && m_column == combo.modelColumn() && !m_isTouched;
+    }
+
+private:
+    QPointer<QAbstractItemModel> m_model;
+    std::unique_ptr<QObject> m_listener;
+    QPersistentModelIndex m_root;
+    int m_column = 0;
+    int m_rows = 0;
+    bool m_isTouched = false;
+};
 
 QString currentLineTypeName(const ZvDbDatabase &drawing, const QString &fallback)
 {
@@ -70,34 +96,28 @@ QString currentLineTypeName(const ZvDbDatabase &drawing, const QString &fallback
 
 } // namespace
 
-/// Row pictures of the last fill, with the rasters they were made of, in the drawing's order. The renderer hands out
-/// the same raster as long as nothing in it changes, so that most refills make no picture.
-struct ZvLineTypeComboBox::KeptPictures
+/// The rows of the last fill, in the drawing's order. A list is filled each time it opens, and hardly ever has anything
+/// changed: the renderer hands out the same raster then, and a row whose id, name and raster are the same is left
+/// alone.
+struct ZvLineTypeComboBox::FilledRows
 {
-    struct Kept
+    struct Row
     {
+        ZvDbObjectId id;
+        ZvString name;
         ZvSmartPtr<ZvGiRasterImage> raster; // keeps its address from being used again
         QIcon icon;
     };
 
-    /// Null for one that was not there. \a position is where it was, if the drawing has no more and no fewer by now.
-    const Kept *find(const ZvGiRasterImage *raster, std::size_t position) const
-    {
-        if (position < all.size() && all[position].raster.get() == raster)
-            return &all[position];
-        const auto found
-            = std::find_if(all.begin(), all.end(), [raster](const Kept &kept) { return kept.raster.get() == raster; });
-        return found != all.end() ? &*found : nullptr;
-    }
-
-    std::vector<Kept> all;
+    std::vector<Row> all;
+    RowWatch watch;
 };
 
 // ---- construction ---------------------------------------------------------------------------------------------------
 
 ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool useCommand)
     : QComboBox(parent), CZvQtControlHelp(false, &m_lineTypeInfo), m_hasNoPendingRow(noPendingItem),
-      m_usesCommand(useCommand), m_pictures(std::make_unique<KeptPictures>())
+      m_usesCommand(useCommand), m_filled(std::make_unique<FilledRows>())
 {
     QFont fixedPitch = font();
     fixedPitch.setFixedPitch(true);
@@ -107,7 +127,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool
 }
 
 ZvLineTypeComboBox::ZvLineTypeComboBox(bool hook, QWidget *parent)
-    : QComboBox(parent), CZvQtControlHelp(hook, &m_lineTypeInfo), m_pictures(std::make_unique<KeptPictures>())
+    : QComboBox(parent), CZvQtControlHelp(hook, &m_lineTypeInfo), m_filled(std::make_unique<FilledRows>())
 {
     zvJoinUpdateBus(*this);
     init();
@@ -134,36 +154,65 @@ void ZvLineTypeComboBox::readLineTypeInfo()
     const ZvHookedCleared filling(*this);
     const QSignalBlocker quiet(this);
     zvResetRowPictures(*this, m_iconWidth, m_iconHeight);
-    std::vector<ZvRow> rows;
-    KeptPictures pictures;
-    ZevaUISetting::getLineTypeInfo(
-        m_iconWidth, m_iconHeight, [&](ZvSmartPtr<ZvGiRasterImage> &raster, ZvString &name, ZvDbObjectId &id) {
-            if (!id.isValid()) {
-                update();
-                return;
+    std::vector<FilledRows::Row> before = std::move(m_filled->all);
+    std::vector<FilledRows::Row> rows;
+    rows.reserve(before.size());
+    std::vector<int> changed;
+    const auto iconOf = [&](const ZvSmartPtr<ZvGiRasterImage> &raster) {
+        for (const auto *list : {&before, &rows}) {
+            for (const FilledRows::Row &row : *list) {
+                if (row.raster && row.raster.get() == raster.get())
+                    return row.icon; // another of the same picture, or the same one at another place
             }
-            // Refills deliver the same in the same order, as a rule.
-            const std::size_t position = rows.size();
-            const bool isKnown = int(position) < m_ids.length() && m_ids[int(position)] == id;
-            if (!isKnown && !m_ids.contains(id))
-                m_ids.append(id);
-            const KeptPictures::Kept *kept = m_pictures->find(raster.get(), position);
-            pictures.all.push_back(kept ? *kept
-                                        : KeptPictures::Kept{raster, rowPicture(zvutZvGiRasterImage2QImage(raster))});
-            rows.push_back({pictures.all.back().icon, zvToQString(name), QVariant::fromValue(id)});
-        });
-    std::swap(*m_pictures, pictures);
+        }
+        return rowPicture(zvutZvGiRasterImage2QImage(raster));
+    };
+    ZevaUISetting::getLineTypeInfo(m_iconWidth, m_iconHeight,
+                                   [&](ZvSmartPtr<ZvGiRasterImage> &raster, ZvString &name, ZvDbObjectId &id) {
+                                       if (!id.isValid()) {
+                                           update();
+                                           return;
+                                       }
+                                       const std::size_t position = rows.size();
+                                       if (position < before.size()) {
+                                           FilledRows::Row &row = before[position];
+                                           if (row.id == id && row.raster.get() == raster.get() && row.name == name) {
+                                               rows.push_back(std::move(row));
+                                               return;
+                                           }
+                                       }
+                                       if (!m_ids.contains(id))
+                                           m_ids.append(id);
+                                       changed.push_back(int(position));
+                                       rows.push_back({id, name, raster, iconOf(raster)});
+                                   });
+
     // New rows go before the last one, which is not yet the row "其他...": so the type that comes first is pushed to
     // the end by the others, and is still the current one there. Kept: users know it above "其他...".
-    const bool isPushedDown = !m_hasNoPendingRow && !rows.empty();
-    if (isPushedDown)
-        std::rotate(rows.begin(), rows.begin() + 1, rows.end());
-    if (beginsWith(*this, rows)) {
-        model()->removeRows(int(rows.size()), count() - int(rows.size()), rootModelIndex());
+    const int number = int(rows.size());
+    const bool isPushedDown = !m_hasNoPendingRow && number > 0;
+    const auto placeOf = [&](int position) { return isPushedDown ? (position + number - 1) % number : position; };
+    if (m_filled->watch.isUntouched(*this) && before.size() == rows.size()) {
+        if (count() > number)
+            model()->removeRows(number, count() - number, rootModelIndex());
+        for (const int position : changed) {
+            const FilledRows::Row &row = rows[std::size_t(position)];
+            model()->setItemData(model()->index(placeOf(position), modelColumn(), rootModelIndex()),
+                                 {{Qt::DisplayRole, zvToQString(row.name)},
+                                  {Qt::DecorationRole, row.icon},
+                                  {Qt::UserRole, QVariant::fromValue(row.id)}});
+        }
     } else {
+        std::vector<ZvRow> listed(rows.size());
+        for (int position = 0; position < number; ++position) {
+            const FilledRows::Row &row = rows[std::size_t(position)];
+            listed[std::size_t(placeOf(position))] = {row.icon, zvToQString(row.name), QVariant::fromValue(row.id)};
+        }
         clear();
-        zvAppendRows(*this, rows);
+        zvAppendRows(*this, listed);
     }
+    m_filled->all = std::move(rows);
+    m_filled->watch.start(*this, number);
     setCurrentIndex(isPushedDown ? count() - 1 : 0);
 }
 

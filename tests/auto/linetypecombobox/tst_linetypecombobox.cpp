@@ -17,6 +17,8 @@
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 
+#include <functional>
+
 using namespace ZvGlobalUIReactorHelp;
 
 namespace {
@@ -194,6 +196,9 @@ private Q_SLOTS:
     void listOpens();
     void openingRefillsTheHookedOne_data();
     void openingRefillsTheHookedOne();
+    void openingPutsTheRowsRight_data();
+    void openingPutsTheRowsRight();
+    void openingTouchesOnlyWhatHasChanged();
     void openingKeepsTheRowWithoutWriting();
     void blankStaysBlankOverOpening();
 
@@ -1216,6 +1221,92 @@ void TestLineTypeComboBox::openingRefillsTheHookedOne()
     combo.showPopup();
     combo.hidePopup();
     QCOMPARE(rowsOf(combo), hooked ? kRows : before);
+}
+
+typedef std::function<void(ZvLineTypeComboBox &combo, ZvDbObjectId dashed)> RowChange;
+Q_DECLARE_METATYPE(RowChange)
+
+void TestLineTypeComboBox::openingPutsTheRowsRight_data()
+{
+    const auto edit = [](ZvDbObjectId id, std::function<void(ZvDbLinetypeTableRecord &)> act) {
+        change<ZvDbLinetypeTableRecord>(id, act);
+    };
+    QTest::addColumn<RowChange>("change");
+    const auto row = [](const char *name, RowChange change) { QTest::newRow(name) << std::move(change); };
+    row("nothing", [](ZvLineTypeComboBox &, ZvDbObjectId) {});
+    row("text of a row", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.setItemText(1, "Other"); });
+    row("picture of a row", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.setItemIcon(1, QIcon()); });
+    row("id of a row", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.setItemData(1, 5); });
+    row("row in front", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.insertItem(0, "Other"); });
+    row("row in the middle", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.insertItem(3, "Other"); });
+    row("row behind", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.addItem("Other"); });
+    row("no first row", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.removeItem(0); });
+    row("no last row", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.removeItem(combo.count() - 1); });
+    row("no rows", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.clear(); });
+    row("rows sorted", [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.model()->sort(0, Qt::DescendingOrder); });
+    row("another model",
+        [](ZvLineTypeComboBox &combo, ZvDbObjectId) { combo.setModel(new QStandardItemModel(0, 1, &combo)); });
+    row("line type added", [](ZvLineTypeComboBox &, ZvDbObjectId) { addLineType(L"Fresh", {1.0, -1.0}); });
+    row("line type erased",
+        [edit](ZvLineTypeComboBox &, ZvDbObjectId id) { edit(id, [](auto &record) { record.erase(); }); });
+    row("one added and one erased", [edit](ZvLineTypeComboBox &, ZvDbObjectId id) {
+        addLineType(L"Fresh", {1.0, -1.0});
+        edit(id, [](auto &record) { record.erase(); });
+    });
+    row("line type renamed",
+        [edit](ZvLineTypeComboBox &, ZvDbObjectId id) { edit(id, [](auto &record) { record.setName(L"Renamed"); }); });
+    row("pattern edited", [edit](ZvLineTypeComboBox &, ZvDbObjectId id) {
+        edit(id, [](auto &record) {
+            ZvDbLinetypeTableRecord::Dash dash;
+            dash.length = 9.0;
+            ZvDbLinetypeTableRecord::Dash gap;
+            gap.length = -3.0;
+            record.setDashes({dash, gap});
+        });
+    });
+    row("another drawing", [this](ZvLineTypeComboBox &, ZvDbObjectId) { openAnother(); });
+}
+
+void TestLineTypeComboBox::openingPutsTheRowsRight()
+{
+    QFETCH(RowChange, change);
+    addTwo();
+    ZvLineTypeComboBox combo(true, nullptr);
+    combo.show();
+    for (int i = 0; i < 2; ++i) { // and once more, when all is as it was
+        if (i == 0)
+            change(combo, m_dashed);
+        combo.showPopup();
+        combo.hidePopup();
+        const ZvLineTypeComboBox fresh(true, nullptr);
+        QCOMPARE(rowsOf(combo), rowsOf(fresh));
+        for (int row = 0; row < fresh.count(); ++row) {
+            QCOMPARE(combo.itemData(row).value<ZvDbObjectId>(), fresh.itemData(row).value<ZvDbObjectId>());
+            QCOMPARE(pictureOf(combo, row), pictureOf(fresh, row));
+        }
+    }
+}
+
+void TestLineTypeComboBox::openingTouchesOnlyWhatHasChanged()
+{
+    addTwo();
+    ZvLineTypeComboBox combo(true, nullptr);
+    combo.show();
+    const QSignalSpy changed(combo.model(), &QAbstractItemModel::dataChanged);
+    const QSignalSpy inserted(combo.model(), &QAbstractItemModel::rowsInserted);
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(changed.size(), 0);
+    QCOMPARE(inserted.size(), 1);
+    QCOMPARE(inserted.at(0).at(1).toInt(), kPendingRow);
+    change<ZvDbLinetypeTableRecord>(m_dashed, [](ZvDbLinetypeTableRecord &record) { record.setName(L"Renamed"); });
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(inserted.size(), 2);
+    QVERIFY(!changed.isEmpty());
+    for (const QList<QVariant> &arguments : changed)
+        QCOMPARE(arguments.at(0).toModelIndex().row(), 2);
+    QCOMPARE(combo.itemText(2), QString("Renamed"));
 }
 
 void TestLineTypeComboBox::openingKeepsTheRowWithoutWriting()
