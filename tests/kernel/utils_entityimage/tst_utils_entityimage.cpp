@@ -4,6 +4,9 @@
 #include "utils/zventityimage.h"
 
 #include <QTest>
+#include <QtMath>
+
+#include <cmath>
 
 // What the lists of line types and the image widget ask of the renderer.
 
@@ -26,6 +29,9 @@ private slots:
     void recordsMayBeOpenForRead();
     void patternTextsAreDrawn_data();
     void patternTextsAreDrawn();
+    void patternTextsFollowTheLine_data();
+    void patternTextsFollowTheLine();
+    void shapesLeaveTheirPlaceEmpty();
     void picturesOfLinesAreKept();
     void anEditDropsThePictureOfItsLineTypeAlone();
     void keptPicturesHaveABound();
@@ -312,6 +318,122 @@ void UtilsEntityImageTest::patternTextsAreDrawn()
         }
     }
     QCOMPARE((above > 0 ? 1 : 0) | (below > 0 ? 2 : 0), place);
+}
+
+void UtilsEntityImageTest::patternTextsFollowTheLine_data()
+{
+    QTest::addColumn<double>("lineAngle"); // degrees
+    QTest::addColumn<bool>("absolute"); // the rotation counts from the X axis and not from the line
+    QTest::addColumn<double>("rotation"); // degrees
+    QTest::addColumn<double>("height");
+    QTest::addColumn<QPointF>("offset");
+    const auto row
+        = [](const char *name, double lineAngle, bool absolute, double rotation, double height, QPointF offset) {
+              QTest::newRow(name) << lineAngle << absolute << rotation << height << offset;
+          };
+    row("level", 0, false, 0, 20, {0, 0});
+    row("level, turned", 0, false, 45, 20, {0, 0});
+    row("slanted, with the line", 30, false, 0, 20, {0, 0});
+    row("slanted, turned against the line", 30, false, 60, 20, {0, 0});
+    row("slanted, upright", 30, true, 0, 20, {0, 0});
+    row("slanted, turned from the X axis", 30, true, 45, 20, {0, 0});
+    row("falling, with the line", -40, false, 0, 20, {0, 0});
+    row("falling, upright", -40, true, 0, 20, {0, 0});
+    row("plumb, with the line", 90, false, 0, 20, {0, 0});
+    row("plumb, upright", 90, true, 0, 20, {0, 0});
+    row("to the left, not upside down", 160, false, 0, 20, {0, 0});
+    row("to the left, upright", 160, true, 0, 20, {0, 0});
+    row("small", 30, false, 0, 10, {0, 0});
+    row("moved along and across", 30, false, 0, 20, {-6, -10});
+    row("moved along and across, upright", 30, true, 0, 20, {-6, -10});
+    row("moved, to the left", 200, false, 0, 20, {-6, -10});
+}
+
+void UtilsEntityImageTest::patternTextsFollowTheLine()
+{
+    QFETCH(double, lineAngle);
+    QFETCH(bool, absolute);
+    QFETCH(double, rotation);
+    QFETCH(double, height);
+    QFETCH(QPointF, offset);
+    constexpr int kSize = 300;
+    constexpr double kLength = 100.0;
+    constexpr double kPlace = 50.0; // of the text, from the line's start: the middle of the picture
+    Picture picture;
+    std::vector<ZvDbLinetypeTableRecord::Dash> dashes(3);
+    dashes[0].length = 1.0;
+    dashes[1].length = 1.0 - kPlace;
+    dashes[1].flags = absolute ? 3 : 2;
+    dashes[1].text = "I"; // one upright bar
+    dashes[1].scale = height;
+    dashes[1].rotation = qDegreesToRadians(rotation);
+    dashes[1].offsetX = offset.x();
+    dashes[1].offsetY = offset.y();
+    dashes[2].length = -kLength;
+    const ZvSmartPtr<ZvDbLine> line = makeLine(picture.addLinetype("with text", dashes), 1.0);
+    const double along = qDegreesToRadians(lineAngle);
+    line->setStartPoint(ZvGePoint3d(10, 10, 0));
+    line->setEndPoint(ZvGePoint3d(10 + kLength * std::cos(along), 10 + kLength * std::sin(along), 0));
+    Entities entities = listOf(line);
+    const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(kSize, kSize)));
+    const double unit = 0.9 * kSize / (kLength * std::max(std::abs(std::cos(along)), std::abs(std::sin(along))));
+
+    const QPointF direction(std::cos(along), -std::sin(along));
+    const QPointF middle(kSize / 2.0, kSize / 2.0);
+    QVector<QPointF> ink;
+    QPointF centre;
+    for (int y = 0; y < kSize; ++y) {
+        for (int x = 0; x < kSize; ++x) {
+            const QPointF point(x + 0.5, y + 0.5);
+            const bool isDash = QPointF::dotProduct(point - middle, direction) < (3.0 - kPlace) * unit;
+            if (isDash || qGray(image.pixel(x, y)) >= 128)
+                continue;
+            ink << point;
+            centre += point;
+        }
+    }
+    QVERIFY(!ink.isEmpty());
+    centre /= ink.size();
+
+    // Up the letter, as it has to stand; mirrored in a picture, where y runs down.
+    const double angle = qDegreesToRadians(rotation) + (absolute ? 0.0 : along);
+    const QPointF right(std::cos(angle), -std::sin(angle));
+    const QPointF up(-std::sin(angle), -std::cos(angle));
+    double least = 1e9;
+    double most = -1e9;
+    double widest = 0.0;
+    for (const QPointF &point : qAsConst(ink)) {
+        const double position = QPointF::dotProduct(point - centre, up);
+        least = std::min(least, position);
+        most = std::max(most, position);
+        widest = std::max(widest, std::abs(QPointF::dotProduct(point - centre, right)));
+    }
+    QVERIFY2(std::abs(most - least - height * unit) < 3.0, qPrintable(QString::number(most - least)));
+    QVERIFY2(widest < 0.15 * height * unit, qPrintable(QString::number(widest)));
+    const QPointF across(-std::sin(along), -std::cos(along));
+    const QPointF corner = middle + direction * offset.x() * unit + across * offset.y() * unit;
+    const QPointF fromCorner = centre - corner;
+    QVERIFY2(std::abs(QPointF::dotProduct(fromCorner, up) - height * unit / 2) < 2.0,
+             qPrintable(QString::number(QPointF::dotProduct(fromCorner, up))));
+    const double inside = QPointF::dotProduct(fromCorner, right) / (height * unit);
+    QVERIFY2(inside > 0.05 && inside < 0.35, qPrintable(QString::number(inside)));
+}
+
+void UtilsEntityImageTest::shapesLeaveTheirPlaceEmpty()
+{
+    Picture picture;
+    const auto imageWith = [&picture](const char *name, int flags) {
+        std::vector<ZvDbLinetypeTableRecord::Dash> dashes(3);
+        dashes[0].length = 10.0;
+        dashes[1].length = -5.0;
+        dashes[1].flags = flags;
+        dashes[1].shapeNumber = flags != 0 ? 130 : 0;
+        dashes[1].scale = 5.0;
+        dashes[2].length = -5.0;
+        Entities entities = listOf(makeLine(picture.addLinetype(name, dashes), 1.0));
+        return toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 41)));
+    };
+    QCOMPARE(imageWith("with a shape", 4), imageWith("without", 0));
 }
 
 void UtilsEntityImageTest::picturesOfLinesAreKept()
