@@ -5,6 +5,11 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QStyledItemDelegate>
+
+#include <cmath>
 
 namespace {
 
@@ -15,6 +20,13 @@ constexpr int kIconSize = 16;
 constexpr int kSwatchSize = 24; // scaled down to the icon size
 constexpr int kBesideTheName = 67;
 constexpr int kMostSwatches = 512;
+constexpr int kMostPictures = 1024;
+
+const QString &buttonStyleSheet()
+{
+    static const QString text = QStringLiteral("QPushButton{border: 0px solid;}");
+    return text;
+}
 
 struct ButtonSpec
 {
@@ -35,10 +47,13 @@ const ButtonSpec &buttonSpec(int column)
 
 /// A button that waits for its place. A view shows each cell widget as it takes it, and what is shown, or has come to
 /// the event loop once, is styled: for buttons that nobody may ever see that is most of their cost.
+///
+/// Of the buttons in view nearly all are at rest, and those with the same icon look the same: the style, which goes
+/// through its style sheets for each, paints one, and its picture serves the others.
 class RowButton : public QPushButton
 {
 public:
-    using QPushButton::QPushButton;
+    RowButton(ZvLayerButtonPictures *pictures, QWidget *parent) : QPushButton(parent), m_pictures(pictures) { }
     void setVisible(bool visible) override
     {
         if (m_isPlaced || !visible)
@@ -54,11 +69,102 @@ public:
 protected:
     bool event(QEvent *event) override
     {
+        // Style sheets can ask for properties; "_q_" are those that Qt itself sets.
+        if (event->type() == QEvent::DynamicPropertyChange
+            && !static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName().startsWith("_q_"))
+            m_isPlain = false;
         return (event->type() == QEvent::PolishRequest && !m_isPlaced) || QPushButton::event(event);
+    }
+    void paintEvent(QPaintEvent *event) override
+    {
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        if (m_isPlain && isAtRest(option) && styleSheet() == buttonStyleSheet()) {
+            QPainter painter(this);
+            if (fallsOnPixels(painter)) {
+                painter.drawPixmap(0, 0, picture(option));
+                return;
+            }
+        }
+        QPushButton::paintEvent(event);
     }
 
 private:
+    /// Elsewhere, as at 150 percent, a picture would be rounded to other pixels than the icon on it.
+    bool fallsOnPixels(const QPainter &painter) const
+    {
+        const qreal ratio = devicePixelRatioF();
+        const QTransform &onDevice = painter.deviceTransform();
+        return ratio == std::floor(ratio) && onDevice.type() <= QTransform::TxScale && onDevice.m11() == ratio
+            && onDevice.m22() == ratio;
+    }
+    static bool isAtRest(const QStyleOptionButton &option)
+    {
+        constexpr QStyle::State kMoved
+            = QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_On | QStyle::State_HasFocus;
+        return (option.state & QStyle::State_Enabled) && !(option.state & kMoved) && option.text.isEmpty()
+            && option.features == QStyleOptionButton::None;
+    }
+    const QPixmap &picture(const QStyleOptionButton &option) const
+    {
+        const qreal ratio = devicePixelRatioF();
+        ZvLayerButtonPictures &pictures = *m_pictures;
+        if (pictures.size() > kMostPictures)
+            pictures.clear();
+        ZvLayerButtonPicture &kept = pictures[{objectName(), option.icon.cacheKey()}];
+        if (kept.pixmap.size() == size() * ratio && kept.pixmap.devicePixelRatio() == ratio
+            && kept.state == option.state && kept.iconSize == option.iconSize && kept.direction == option.direction)
+            return kept.pixmap;
+        kept = {QPixmap(size() * ratio), option.state, option.iconSize, option.direction};
+        kept.pixmap.setDevicePixelRatio(ratio);
+        kept.pixmap.fill(Qt::transparent);
+        QStylePainter(&kept.pixmap, const_cast<RowButton *>(this)).drawControl(QStyle::CE_PushButton, option);
+        return kept.pixmap;
+    }
+
+    ZvLayerButtonPictures *const m_pictures; // of the table, which lives longer
     bool m_isPlaced = false;
+    bool m_isPlain = true;
+};
+
+/// Four of five cells lie under buttons and hold nothing. A style paints nothing there either as a rule, but takes as
+/// long for it as for a name.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    void forgetStyle() { m_isKnown = false; }
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        if (!isBlank(option, index))
+            QStyledItemDelegate::paint(painter, option, index);
+    }
+
+private:
+    bool isBlank(const QStyleOptionViewItem &option, const QModelIndex &index) const
+    {
+        constexpr QStyle::State kMarked = QStyle::State_Selected | QStyle::State_MouseOver | QStyle::State_HasFocus;
+        const auto *table = static_cast<const ZvLayerTable *>(parent());
+        if ((option.state & kMarked) || (option.features & QStyleOptionViewItem::Alternate)
+            || index.column() >= ZvLayerTable::kButtons || table->item(index.row(), index.column()))
+            return false;
+        if (!m_isKnown) {
+            QImage image(option.rect.size(), QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            const QImage untouched = image.copy();
+            QStyleOptionViewItem probe = option;
+            probe.rect = image.rect();
+            QPainter onImage(&image);
+            QStyledItemDelegate::paint(&onImage, probe, index);
+            onImage.end();
+            m_isNothingPainted = image == untouched;
+            m_isKnown = true;
+        }
+        return m_isNothingPainted;
+    }
+
+    mutable bool m_isKnown = false;
+    mutable bool m_isNothingPainted = false;
 };
 
 /// A hidden block has nothing to update; so marked, its buttons are passed over whenever the list opens.
@@ -92,6 +198,8 @@ ZvLayerTable::ZvLayerTable(const ZvArray<QIcon> *icons, QWidget *parent) : QTabl
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->hide();
     verticalHeader()->hide();
+    m_delegate = new RowDelegate(this);
+    setItemDelegate(m_delegate);
     setShowGrid(false);
     setFrameShape(QFrame::NoFrame);
     QPalette colours = palette();
@@ -218,7 +326,7 @@ void ZvLayerTable::buildRow(int row)
     QWidget *block = m_blocks.at(m_rows.at(row).block).widget;
     for (int column = 0; column < kButtons; ++column) {
         const ButtonSpec &spec = buttonSpec(column);
-        auto *button = new RowButton(this);
+        auto *button = new RowButton(&m_pictures, this);
         m_rows[row].buttons[std::size_t(column)] = button;
         button->setObjectName(spec.name);
         button->setIconSize(QSize(kIconSize, kIconSize));
@@ -230,7 +338,7 @@ void ZvLayerTable::buildRow(int row)
         // callers find. The swatch is asked for in one.
         if (column != kColor)
             button->setStyleSheet(QStringLiteral("background-color:#FFFFFF"));
-        button->setStyleSheet(QStringLiteral("QPushButton{border: 0px solid;}"));
+        button->setStyleSheet(buttonStyleSheet());
         connect(button, &QPushButton::clicked, this, [this, row, column] { Q_EMIT buttonClicked(row, column); });
     }
     m_isPlacing = wasPlacing;
@@ -277,6 +385,17 @@ void ZvLayerTable::forget(Row &row)
         button = nullptr;
     }
     row.block = -1;
+}
+
+void ZvLayerTable::changeEvent(QEvent *event)
+{
+    QTableWidget::changeEvent(event);
+    if (event->type() != QEvent::StyleChange && event->type() != QEvent::PaletteChange
+        && event->type() != QEvent::FontChange)
+        return;
+    m_pictures.clear();
+    if (m_delegate)
+        static_cast<RowDelegate *>(m_delegate.data())->forgetStyle();
 }
 
 // ---- what is in view

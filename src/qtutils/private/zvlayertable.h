@@ -7,12 +7,28 @@
 #include <QColor>
 #include <QHash>
 #include <QIcon>
+#include <QPair>
+#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
+#include <QStyle>
 #include <QTableWidget>
 #include <QVector>
 
 #include <array>
+
+class QStyledItemDelegate;
+
+/// What the style made of a button at rest.
+struct ZvLayerButtonPicture
+{
+    QPixmap pixmap;
+    QStyle::State state;
+    QSize iconSize;
+    Qt::LayoutDirection direction = Qt::LeftToRight;
+};
+/// By the button's object name and its icon's key.
+using ZvLayerButtonPictures = QHash<QPair<QString, qint64>, ZvLayerButtonPicture>;
 
 /// The drop-down of the layer combo: a row for each layer, with four live push buttons and the layer's name.
 ///
@@ -82,6 +98,7 @@ protected:
     void updateEditorGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
     void rowsInserted(const QModelIndex &parent, int first, int last) override;
     void rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last) override;
@@ -119,6 +136,8 @@ private:
     QVector<Block> m_blocks;
     QVector<int> m_shownBlocks;
     mutable QHash<QRgb, QIcon> m_swatches;
+    ZvLayerButtonPictures m_pictures; // until the style or its colours change
+    QPointer<QStyledItemDelegate> m_delegate; // unless others delete it
     bool m_isPlacing = false;
 };
 

@@ -3,8 +3,13 @@
 #include "zevatest.h"
 
 #include <QHeaderView>
+#include <QProcess>
 #include <QScrollBar>
 #include <QSignalSpy>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void(QPushButton &)>)
 
 namespace {
 
@@ -47,6 +52,13 @@ private Q_SLOTS:
     void buttonsAnswerWithoutBeingInView();
     void longListsBuildWhatComesIntoView();
     void buttonsLieOnTheirCells();
+    void buttonsLookAsOthersWithTheirStyleSheet_data();
+    void buttonsLookAsOthersWithTheirStyleSheet();
+    void buttonsFollowStyleSheets_data();
+    void buttonsFollowStyleSheets();
+    void scaledScreens_data();
+    void scaledScreens();
+    void emptyCellsFollowStyleSheets();
     void fewWidgetsAreShown();
     void unchangedRowsKeepTheirButtons();
     void changedStatesShow();
@@ -92,6 +104,23 @@ private:
     static QPushButton *button(const ZvLayerTable &table, int row, int column)
     {
         return qobject_cast<QPushButton *>(table.cellWidget(row, column));
+    }
+    /// A push button that only has what \a model was given.
+    static QPushButton *twinOf(const QPushButton &model)
+    {
+        auto *twin = new QPushButton(model.parentWidget());
+        twin->setObjectName(model.objectName());
+        twin->setStyleSheet(model.styleSheet());
+        twin->setIconSize(model.iconSize());
+        twin->setIcon(model.icon());
+        twin->setGeometry(model.geometry());
+        return twin;
+    }
+    static QImage inTheTable(ZvLayerTable &table, QPushButton *shown, QPushButton *hidden)
+    {
+        hidden->hide();
+        shown->show();
+        return table.viewport()->grab().toImage();
     }
     static void show(ZvLayerTable &table)
     {
@@ -213,6 +242,121 @@ void TestLayerTable::buttonsLieOnTheirCells()
             }
         }
     }
+}
+
+void TestLayerTable::buttonsLookAsOthersWithTheirStyleSheet_data()
+{
+    using Change = std::function<void(QPushButton &)>;
+    QTest::addColumn<Change>("change");
+    QTest::newRow("at rest") << Change([](QPushButton &) {});
+    QTest::newRow("under the mouse") << Change([](QPushButton &cell) { cell.setAttribute(Qt::WA_UnderMouse); });
+    QTest::newRow("pressed") << Change([](QPushButton &cell) { cell.setDown(true); });
+    QTest::newRow("disabled") << Change([](QPushButton &cell) { cell.setEnabled(false); });
+    QTest::newRow("focused") << Change([](QPushButton &cell) { cell.setFocus(Qt::TabFocusReason); });
+    QTest::newRow("no icon") << Change([](QPushButton &cell) { cell.setIcon(QIcon()); });
+    QTest::newRow("small icon") << Change([](QPushButton &cell) { cell.setIconSize(QSize(8, 8)); });
+    QTest::newRow("smaller") << Change([](QPushButton &cell) { cell.resize(13, 19); });
+    QTest::newRow("right to left") << Change([](QPushButton &cell) { cell.setLayoutDirection(Qt::RightToLeft); });
+    QTest::newRow("flat") << Change([](QPushButton &cell) { cell.setFlat(true); });
+    QTest::newRow("with a text") << Change([](QPushButton &cell) { cell.setText(QStringLiteral("x")); });
+    QTest::newRow("checked") << Change([](QPushButton &cell) {
+        cell.setCheckable(true);
+        cell.setChecked(true);
+    });
+    QTest::newRow("with another style sheet")
+        << Change([](QPushButton &cell) { cell.setStyleSheet(QStringLiteral("QPushButton{background:red;}")); });
+}
+
+void TestLayerTable::buttonsLookAsOthersWithTheirStyleSheet()
+{
+    QFETCH(std::function<void(QPushButton &)>, change);
+    ZvLayerTable table(&stateIcons(), nullptr);
+    table.setLayers(layers(20));
+    show(table);
+    table.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&table));
+    table.setAttribute(Qt::WA_KeyboardFocusChange);
+    for (int column = 0; column < 4; ++column) {
+        QPushButton *cell = button(table, 2, column);
+        QPushButton *twin = twinOf(*cell);
+        QCOMPARE(inTheTable(table, cell, twin), inTheTable(table, twin, cell)); // also makes what may be kept
+        cell->show();
+        change(*cell);
+        const QImage alone = cell->grab().toImage();
+        const QImage placed = inTheTable(table, cell, twin);
+        twin->show();
+        change(*twin);
+        QCOMPARE(alone, twin->grab().toImage());
+        QCOMPARE(placed, inTheTable(table, twin, cell));
+    }
+}
+
+void TestLayerTable::buttonsFollowStyleSheets_data()
+{
+    QTest::addColumn<QString>("styleSheet");
+    QTest::newRow("for all buttons") << "QPushButton{background:#00FF00;}";
+    QTest::newRow("for one kind") << "#pFreeze{background:#00FF00;}";
+    QTest::newRow("for those with a property") << "QPushButton[marked=\"true\"]{background:#00FF00;}";
+}
+
+void TestLayerTable::buttonsFollowStyleSheets()
+{
+    QFETCH(QString, styleSheet);
+    QWidget parent;
+    ZvLayerTable table(&stateIcons(), &parent);
+    table.setLayers(layers(20));
+    parent.show();
+    show(table);
+    QPushButton *cell = button(table, 2, 1);
+    const QImage before = cell->grab().toImage();
+    parent.setStyleSheet(styleSheet);
+    cell->setProperty("marked", true);
+    cell->setStyleSheet(QString()); // asked again
+    cell->setStyleSheet(button(table, 3, 1)->styleSheet());
+    QCOMPARE(cell->grab().toImage().pixelColor(0, 0), QColor(Qt::green));
+    parent.setStyleSheet(QString());
+    QCOMPARE(cell->grab().toImage(), before);
+}
+
+void TestLayerTable::scaledScreens_data()
+{
+    QTest::addColumn<QByteArray>("scale");
+    QTest::newRow("150 %") << QByteArray("1.5");
+    QTest::newRow("200 %") << QByteArray("2");
+}
+
+/// The scale is a matter of the process.
+void TestLayerTable::scaledScreens()
+{
+    QFETCH(QByteArray, scale);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("buttonsLookAsOthersWithTheirStyleSheet")});
+    QVERIFY(process.waitForFinished(120000));
+    QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0, process.readAll().constData());
+}
+
+void TestLayerTable::emptyCellsFollowStyleSheets()
+{
+    ZvLayerTable table(&stateIcons(), nullptr);
+    table.setLayers(layers(20));
+    show(table);
+    const QPoint place = table.visualRect(table.model()->index(2, 0)).topLeft();
+    const QString own = table.styleSheet();
+    const QImage before = table.viewport()->grab().toImage();
+    table.setStyleSheet(QStringLiteral("QTableView::item{background:#00FF00;}"));
+    QCOMPARE(table.viewport()->grab().toImage().pixelColor(place), QColor(Qt::green));
+    table.setStyleSheet(own);
+    QCOMPARE(table.viewport()->grab().toImage(), before);
+    table.selectRow(2);
+    QCOMPARE(table.viewport()->grab().toImage().pixelColor(place), QColor("lightblue"));
+    table.clearSelection();
+    table.setItem(2, 0, new QTableWidgetItem);
+    table.item(2, 0)->setBackground(Qt::green);
+    QCOMPARE(table.viewport()->grab().toImage().pixelColor(place), QColor(Qt::green));
 }
 
 void TestLayerTable::fewWidgetsAreShown()
