@@ -52,6 +52,15 @@ function(zeva_qt_test name)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "${ZEVA_QT_TEST_ENVIRONMENT};QT_QPA_PLATFORM=offscreen")
 endfunction()
 
+# zeva_qt_test_densities(NAME dpi...): the same program once more for each of these densities of the screen.
+function(zeva_qt_test_densities name)
+    foreach(dpi IN LISTS ARGN)
+        add_test(NAME ${name}_${dpi}dpi COMMAND tst_${name})
+        set_tests_properties(${name}_${dpi}dpi PROPERTIES
+            ENVIRONMENT "${ZEVA_QT_TEST_ENVIRONMENT};QT_QPA_PLATFORM=offscreen;ZEVA_TEST_DPI=${dpi}")
+    endforeach()
+endfunction()
+
 # zeva_x11_test(NAME SOURCES s... LIBRARIES l...): a QtTest program on an X server of its own with a window manager.
 function(zeva_x11_test name)
     zeva_qt_program(${name} ${ARGN})

@@ -110,7 +110,7 @@ void zevaPinEnvironment()
     qunsetenv("QT_STYLE_OVERRIDE");
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_AUTO_SCREEN_SCALE_FACTOR");
-    qputenv("QT_FONT_DPI", "96");
+    qputenv("QT_FONT_DPI", qEnvironmentVariableIsSet("ZEVA_TEST_DPI") ? qgetenv("ZEVA_TEST_DPI") : "96");
     // A desktop's theme would bring its own palette, font and dialogs.
     qputenv("XDG_CURRENT_DESKTOP", "");
     qunsetenv("QT_QPA_PLATFORMTHEME");

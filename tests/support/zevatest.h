@@ -26,7 +26,8 @@ protected Q_SLOTS:
 };
 
 /// Fixes what a picture or a size depends on: Fusion style and its palette, font DejaVu Sans 9, 96 dots
-/// per inch, locale C, no effects. To be called before the application object is made.
+/// per inch (or as many as the variable ZEVA_TEST_DPI tells), locale C, no effects. To be called before the application
+/// object is made.
 void zevaPinEnvironment();
 /// The rest of it, to be called when the application object is made.
 void zevaPinApplication();
