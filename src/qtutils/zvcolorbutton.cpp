@@ -3,6 +3,7 @@
 
 #include "private/zvcolorchoice.h"
 #include "private/zvcolorswatch.h"
+#include "private/zvframepen.h"
 #include "private/zvqtcolor.h"
 
 #include <QFontMetrics>
@@ -17,13 +18,6 @@ constexpr int kHeight = 25;
 constexpr int kButtonMargin = 5; // beside the text
 constexpr int kButtonHeight = 20;
 constexpr qreal kBorderWidth = 2.0;
-constexpr QRgb kHoverBorder = qRgb(0, 120, 215);
-constexpr QRgb kBorder = qRgb(191, 191, 191);
-
-QPen borderPen(const QColor &color, qreal width)
-{
-    return QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
-}
 
 } // namespace
 
@@ -85,7 +79,7 @@ void ZvColorButtonWidget::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (m_bDrawBorder)
-        painter.setPen(borderPen(QColor(m_bHover ? kHoverBorder : kBorder), kBorderWidth));
+        painter.setPen(zvFramePen(QColor(m_bHover ? kZvActiveFrameColor : kZvFrameColor), kBorderWidth));
     painter.setBrush(zvToQColor(m_color));
     painter.drawRect(0, 0, width() - 1, height() - 1);
 }

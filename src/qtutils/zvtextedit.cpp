@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "zvtextedit.h"
+
+ZvTextEdit::ZvTextEdit(QWidget *parent) : QTextEdit(parent)
+{
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this, &ZvTextEdit::slot_Menu);
+}
+
+void ZvTextEdit::slot_Menu(const QPoint &) { }
