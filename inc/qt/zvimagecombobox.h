@@ -33,6 +33,8 @@ class ZvImageVew;
 /// the combo's parent, so that it can stand outside the combo; the combo deletes it. Which row was picked is not
 /// stored, the picture in the closed box is all there is.
 ///
+/// By the keyboard Space, Down and F4 open the list, Return picks its current row, and Escape closes it.
+///
 /// There is one such picture in the whole process: a pick in one combo takes it away from the combo that showed it.
 class ZV_EXPORT ZvImageComboBox : public QWidget
 {
@@ -84,6 +86,7 @@ Q_SIGNALS:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void enterEvent(QEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -99,6 +102,7 @@ protected:
 
 private:
     ZvImageItem *makeItem();
+    void toggleList();
 };
 
 #endif

@@ -26,10 +26,11 @@ public:
     void setWidth(int width);
 
 Q_SIGNALS:
-    /// The user pressed a mouse button on the row \a item.
+    /// The user pressed a mouse button on the row \a item, or Return with that row current.
     void colorItemSelected(QWidget *item);
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     int metric(PaintDeviceMetric metric) const override;
 

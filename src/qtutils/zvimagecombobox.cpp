@@ -5,6 +5,7 @@
 #include "zvimagevew.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmap>
@@ -61,6 +62,8 @@ ZvImageComboBox::ZvImageComboBox(QWidget *parent)
     setLayout(m_phorizontalLayout);
     m_phorizontalLayout->addLayout(m_pItemErea, 3);
     m_phorizontalLayout->addLayout(m_pBtnErea, 1);
+    setFocusPolicy(Qt::TabFocus);
+    connect(m_view, &QDialog::rejected, this, [this] { setFocus(Qt::OtherFocusReason); });
     connect(m_view, &ZvImageVew::colorItemSelected, this, &ZvImageComboBox::colorItemSelected);
 }
 
@@ -149,7 +152,7 @@ void ZvImageComboBox::colorItemSelected(QWidget *item)
     Q_EMIT itemChanged(item);
 }
 
-void ZvImageComboBox::mousePressEvent(QMouseEvent *)
+void ZvImageComboBox::toggleList()
 {
     // Kept: a count of colours is asked for where one of rows would be expected, so that an empty list opens too.
     if (m_view && m_view->colorCount() > 0) {
@@ -159,8 +162,21 @@ void ZvImageComboBox::mousePressEvent(QMouseEvent *)
         m_view->raise(); // above what stands below the combo
         m_view->setFocus(Qt::OtherFocusReason);
     }
+}
+
+void ZvImageComboBox::mousePressEvent(QMouseEvent *)
+{
+    toggleList();
     setStyleSheet(QLatin1String(kPressedLook));
     frameColor = QColor(kActiveFrame);
+}
+
+void ZvImageComboBox::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Down || event->key() == Qt::Key_F4)
+        toggleList();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void ZvImageComboBox::enterEvent(QEvent *)
@@ -191,4 +207,10 @@ void ZvImageComboBox::paintEvent(QPaintEvent *)
     painter.drawLine(arrowRect.topLeft(), arrowRect.bottomLeft());
     painter.drawText(QRectF(arrowRect), QString::fromLatin1(kArrowText),
                      QTextOption(Qt::AlignHCenter | Qt::AlignVCenter));
+    if (hasFocus()) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect().adjusted(2, 2, -kBesideItem, -2);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
 }

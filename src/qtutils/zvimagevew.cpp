@@ -3,6 +3,7 @@
 
 #include "zvimageitem.h"
 
+#include <QKeyEvent>
 #include <QListWidget>
 
 namespace {
@@ -19,6 +20,7 @@ ZvImageVew::ZvImageVew(QWidget *parent) : QDialog(parent), list(new QListWidget(
     list->setViewMode(QListView::ListMode);
     list->setSpacing(1);
     list->setResizeMode(QListView::Adjust);
+    setFocusProxy(list);
     connect(list, &QListWidget::itemPressed, this,
             [this](QListWidgetItem *item) { Q_EMIT colorItemSelected(list->itemWidget(item)); });
 }
@@ -41,6 +43,15 @@ ZvImageItem *ZvImageVew::itemAt(int row) const
 void ZvImageVew::setWidth(int width)
 {
     resize(width, qMin(list->count() * kRowHeight, kHighest));
+}
+
+void ZvImageVew::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && list->currentItem())
+        Q_EMIT colorItemSelected(list->itemWidget(list->currentItem()));
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void ZvImageVew::resizeEvent(QResizeEvent *event)

@@ -6,6 +6,8 @@
 #include "zvimagevew.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QScrollBar>
@@ -127,6 +129,10 @@ private Q_SLOTS:
     void rowDeletedFromOutside();
     void wheelScrollsTheList();
     void escapeClosesTheList();
+    void keyboardOpensPicksAndCloses_data();
+    void keyboardOpensPicksAndCloses();
+    void otherKeysGoOn();
+    void keyboardIsSeen();
 };
 
 void TestImageComboBox::closedBoxIsLaidOut()
@@ -756,6 +762,75 @@ void TestImageComboBox::escapeClosesTheList()
     QVERIFY(!form.view().isVisible());
     form.press();
     QVERIFY(form.view().isVisible());
+}
+
+void TestImageComboBox::keyboardOpensPicksAndCloses_data()
+{
+    QTest::addColumn<int>("opening");
+    QTest::addColumn<int>("picking");
+    QTest::newRow("Space, Return") << int(Qt::Key_Space) << int(Qt::Key_Return);
+    QTest::newRow("Down, Return") << int(Qt::Key_Down) << int(Qt::Key_Return);
+    QTest::newRow("F4, Enter") << int(Qt::Key_F4) << int(Qt::Key_Enter);
+}
+
+void TestImageComboBox::keyboardOpensPicksAndCloses()
+{
+    QFETCH(int, opening);
+    QFETCH(int, picking);
+    Form form;
+    form.addRows({"red", "blue"});
+    auto *before = new QLineEdit(&form);
+    form.setTabOrder(before, form.combo);
+    QVERIFY(form.isShown());
+    before->setFocus();
+    QTest::keyClick(before, Qt::Key_Tab);
+    QVERIFY(form.combo->hasFocus());
+    QTest::keyClick(form.combo, Qt::Key(opening));
+    QVERIFY(form.view().isVisible());
+    QTRY_VERIFY(form.view().itemAt(1)->pixmap.toImage().pixelColor(10, 10).alpha() == 255);
+    const QSignalSpy changed(form.combo, &ZvImageComboBox::itemChanged);
+    QCOMPARE(form.list().currentRow(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(changed.size(), 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key(picking));
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.at(0).at(0).value<QWidget *>(), form.view().itemAt(1));
+    QCOMPARE(headerColor(*form.combo), QColor(Qt::blue));
+    QVERIFY(form.view().isVisible());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(!form.view().isVisible());
+    QVERIFY(form.combo->hasFocus());
+}
+
+void TestImageComboBox::otherKeysGoOn()
+{
+    Form form;
+    form.addRows({"red"});
+    QVERIFY(form.isShown());
+    for (const int key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Escape}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        event.accept();
+        QApplication::sendEvent(form.combo, &event);
+        QVERIFY(!event.isAccepted());
+        QVERIFY(!form.view().isVisible());
+    }
+}
+
+void TestImageComboBox::keyboardIsSeen()
+{
+    Form form;
+    auto *before = new QLineEdit(&form);
+    form.setTabOrder(before, form.combo);
+    QVERIFY(form.isShown());
+    const QImage without = pictureOf(form.combo);
+    before->setFocus();
+    QTest::keyClick(before, Qt::Key_Tab);
+    QVERIFY(form.combo->hasFocus());
+    const QImage with = pictureOf(form.combo);
+    QVERIFY(!firstDifference(with, without).isEmpty());
+    // The arrow's part is left alone.
+    const QRect arrow(159, 0, 21, 25);
+    COMPARE_PICTURES(with.copy(arrow), without.copy(arrow));
 }
 
 ZEVA_TEST_MAIN(TestImageComboBox)
