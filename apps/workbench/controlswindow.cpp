@@ -6,17 +6,27 @@
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
+#include "zvimagecombobox.h"
 #include "zvlayerultralcombobox.h"
 #include "zvlinetypecombobox.h"
 #include "zvlinewidthcombobox.h"
+#include "zvmenupushbutton.h"
 #include "zvqtcolorlabel.h"
 #include "zvqtimagewidget.h"
 #include "zvqtlinetypetableview.h"
+#include "zvtextedit.h"
+#include "zvunitlineedit.h"
+#include "zvutilsgradientcolorpushbutton.h"
+#include "zvutilsiconpushbutton.h"
 
 #include "db/zvdbentities.h"
 
+#include <QAction>
+#include <QCheckBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -133,6 +143,95 @@ void fillLongList(ZvLayerUltralComboBox &combo)
     }
 }
 
+enum RowPicture { kLinePicture, kGradientPicture, kColorPicture };
+
+struct ImageRowSpec
+{
+    const char *name;
+    RowPicture picture;
+    QRgb color;
+    ZvImageComboBox::ItemModeEx mode;
+};
+
+constexpr ImageRowSpec kImageRows[] = {
+    {QT_TRANSLATE_NOOP("ControlsWindow", "Solid line"), kLinePicture, qRgb(0, 0, 0), ZvImageComboBox::kItemShown},
+    {QT_TRANSLATE_NOOP("ControlsWindow", "Gradient"), kGradientPicture, qRgb(0, 0, 0), ZvImageComboBox::kItemShown},
+    {QT_TRANSLATE_NOOP("ControlsWindow", "Red"), kColorPicture, qRgb(214, 48, 49), ZvImageComboBox::kItemShown},
+    {QT_TRANSLATE_NOOP("ControlsWindow", "Blue"), kColorPicture, qRgb(24, 118, 210), ZvImageComboBox::kItemShown},
+    {QT_TRANSLATE_NOOP("ControlsWindow", "More..."), kLinePicture, qRgb(150, 150, 150),
+     ZvImageComboBox::kItemPickedOnly},
+};
+
+/// Paints the row \a item as its entry of kImageRows tells.
+void paintImageRow(ZvImageComboBox &combo, const QWidget &item, QPainter &painter, const QRect &area, QString &text)
+{
+    for (const ImageRowSpec &spec : kImageRows) {
+        if (item.objectName() != QLatin1String(spec.name))
+            continue;
+        QColor color(spec.color);
+        painter.setPen(color);
+        switch (spec.picture) {
+        case kLinePicture:
+            combo.drawSolidLine(&painter, area, text);
+            break;
+        case kGradientPicture:
+            combo.drawGradientColor(&painter, area.adjusted(0, 3, 0, -3), text);
+            break;
+        case kColorPicture:
+            combo.drawColorGrid(&painter, area.adjusted(0, 3, 0, -3), color, text);
+            break;
+        }
+        painter.setPen(Qt::black);
+        text = ControlsWindow::tr(spec.name);
+    }
+}
+
+struct ImageComboSpec
+{
+    const char *id;
+    const char *label;
+    int rows; // several times those of kImageRows where there are more
+};
+
+constexpr ImageComboSpec kImageCombos[] = {
+    {"imageCombo", QT_TRANSLATE_NOOP("ControlsWindow", "Picture list"), int(sizeof kImageRows / sizeof *kImageRows)},
+    {"imageComboLong", QT_TRANSLATE_NOOP("ControlsWindow", "With more rows than fit"), 20},
+    {"imageComboEmpty", QT_TRANSLATE_NOOP("ControlsWindow", "Without rows"), 0},
+};
+
+/// A field that shows another unit than the usual, as a host's does.
+class OtherUnitField : public ZvUnitLineEdit
+{
+public:
+    explicit OtherUnitField(const QString &value) : ZvUnitLineEdit(nullptr)
+    {
+        m_units = kUnitOne;
+        setText(value);
+    }
+};
+
+struct IconButtonSpec
+{
+    const char *id;
+    const char *label;
+    const char *images;
+    bool framed;
+    bool enabled;
+};
+
+constexpr char kButtonImages[] = ":/res/file.png$:/res/computer.png";
+constexpr char kButtonStates[] = "normal$pressed";
+
+constexpr IconButtonSpec kIconButtons[] = {
+    {"iconButton", QT_TRANSLATE_NOOP("ControlsWindow", "Framed"), kButtonImages, true, true},
+    {"iconButtonPlain", QT_TRANSLATE_NOOP("ControlsWindow", "Without a frame"), kButtonImages, false, true},
+    {"iconButtonEmpty", QT_TRANSLATE_NOOP("ControlsWindow", "Without a picture"), "", true, true},
+    {"iconButtonDisabled", QT_TRANSLATE_NOOP("ControlsWindow", "Disabled"), kButtonImages, true, false},
+};
+
+constexpr int kGradientPatterns = 9;
+constexpr QSize kGradientButton{72, 56};
+
 } // namespace
 
 ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QLabel)
@@ -149,6 +248,10 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     pages->addTab(makeLineWeightPage(), tr("Line weight"));
     pages->addTab(makeLinetypeTablePage(), tr("Line type table"));
     pages->addTab(makeNamesPage([this](const QString &line) { tell(line); }), tr("Names"));
+    pages->addTab(makeImageComboPage(), tr("Picture list"));
+    pages->addTab(makeFieldPage(), tr("Fields"));
+    pages->addTab(makeButtonPage(), tr("Buttons"));
+    pages->addTab(makeGradientPage(), tr("Gradients"));
     m_last->setObjectName(QStringLiteral("lastSignal"));
     m_last->setAccessibleName(tr("Last signal"));
     m_last->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -331,5 +434,173 @@ QWidget *ControlsWindow::makeLinetypeTablePage()
         column->addWidget(new QLabel(tr(row.label)));
         column->addWidget(table);
     }
+    return page;
+}
+
+QWidget *ControlsWindow::makeImageComboPage()
+{
+    auto *page = new QWidget;
+    // The lists open inside the page: no layout below the boxes, which keep the size their rows are made in.
+    auto *column = new QVBoxLayout(page);
+    for (const ImageComboSpec &spec : kImageCombos) {
+        column->addWidget(new QLabel(tr(spec.label)));
+        auto *combo = new ZvImageComboBox(page);
+        combo->setObjectName(QLatin1String(spec.id));
+        combo->setAccessibleName(tr(spec.label));
+        combo->setFixedSize(200, 25);
+        connect(combo, &ZvImageComboBox::onDraw, combo,
+                [combo](QWidget *item, QPainter *painter, const QRect &area, QString &text) {
+                    paintImageRow(*combo, *item, *painter, area, text);
+                });
+        for (int i = 0; i < spec.rows; ++i) {
+            const ImageRowSpec &row = kImageRows[std::size_t(i) % (sizeof kImageRows / sizeof *kImageRows)];
+            combo->createCustomItem(QLatin1String(row.name), row.mode);
+        }
+        connect(combo, &ZvImageComboBox::itemChanged, this,
+                [this](QWidget *item) { tell(tr("itemChanged: %1").arg(item->objectName())); });
+        column->addWidget(combo);
+    }
+    column->addStretch();
+    return page;
+}
+
+QWidget *ControlsWindow::makeFieldPage()
+{
+    auto *page = new QWidget;
+    auto *form = new QFormLayout(page);
+    const struct
+    {
+        const char *id;
+        const char *label;
+        ZvUnitLineEdit *field;
+        bool enabled;
+    } fields[] = {
+        {"unitField", QT_TR_NOOP("Number with a unit"), new ZvUnitLineEdit(QStringLiteral("3.50"), nullptr), true},
+        {"unitFieldOther", QT_TR_NOOP("In a unit that the library does not convert"),
+         new OtherUnitField(QStringLiteral("3.50")), true},
+        {"unitFieldDisabled", QT_TR_NOOP("Number with a unit, disabled"),
+         new ZvUnitLineEdit(QStringLiteral("3.50"), nullptr), false},
+    };
+    for (const auto &row : fields) {
+        ZvUnitLineEdit *field = row.field;
+        field->setObjectName(QLatin1String(row.id));
+        field->setAccessibleName(tr(row.label));
+        field->setEnabled(row.enabled);
+        connect(field, &QLineEdit::returnPressed, this,
+                [this, field] { tell(tr("returnPressed: %1").arg(field->text())); });
+        form->addRow(tr(row.label), field);
+    }
+    for (const bool readOnly : {false, true}) {
+        auto *box = new ZvTextEdit;
+        const QString label = readOnly ? tr("Text, read only") : tr("Text without a context menu");
+        box->setObjectName(readOnly ? QStringLiteral("textBoxReadOnly") : QStringLiteral("textBox"));
+        box->setAccessibleName(label);
+        box->setReadOnly(readOnly);
+        box->setTabChangesFocus(true);
+        box->setPlainText(tr("Right button and menu key open nothing here."));
+        connect(box, &QWidget::customContextMenuRequested, this, [this](const QPoint &pos) {
+            tell(tr("customContextMenuRequested: %1, %2").arg(pos.x()).arg(pos.y()));
+        });
+        form->addRow(label, box);
+    }
+    return page;
+}
+
+QWidget *ControlsWindow::makeButtonPage()
+{
+    auto *page = new QWidget;
+    auto *form = new QFormLayout(page);
+    for (const bool hasActions : {true, false}) {
+        auto *button = new ZvMenuPushButton;
+        button->setObjectName(hasActions ? QStringLiteral("menuButton") : QStringLiteral("menuButtonPlain"));
+        button->setText(hasActions ? tr("Actions at the right third") : tr("No actions"));
+        if (hasActions) {
+            for (const QString &name : {tr("Copy"), tr("Move"), tr("Turn")}) {
+                auto *action = new QAction(name, button);
+                connect(action, &QAction::triggered, this, [this, name] { tell(tr("triggered: %1").arg(name)); });
+                button->addMenu(action);
+            }
+        }
+        connect(button, &QPushButton::clicked, this, [this] { tell(tr("clicked: menu button")); });
+        form->addRow(hasActions ? tr("Two menus") : tr("Without a menu"), button);
+    }
+    for (const IconButtonSpec &spec : kIconButtons) {
+        auto *button
+            = new ZvUtilsIconPushButton(QLatin1String(spec.images), QLatin1String(kButtonStates), spec.framed, nullptr);
+        // Its object name is its state, so that the place in the window is told by another.
+        button->setProperty("id", QLatin1String(spec.id));
+        button->setAccessibleName(tr(spec.label));
+        button->setEnabled(spec.enabled);
+        button->resize(24, 24);
+        connect(button, &QPushButton::clicked, this, [this, button] {
+            const bool wasNormal = button->objectName() == QLatin1String("normal");
+            button->setObjectName(wasNormal ? QStringLiteral("pressed") : QStringLiteral("normal"));
+            button->update();
+            tell(tr("clicked: now %1").arg(button->objectName()));
+        });
+        form->addRow(tr(spec.label), button);
+    }
+    return page;
+}
+
+QWidget *ControlsWindow::makeGradientPage()
+{
+    auto *page = new QWidget;
+    page->setObjectName(QStringLiteral("gradientPage"));
+    auto *column = new QVBoxLayout(page);
+    auto *grid = new QGridLayout;
+    column->addLayout(grid);
+    QVector<ZvUtilsGradientColorPushButton *> buttons;
+    for (int pattern = 0; pattern <= kGradientPatterns; ++pattern) {
+        auto *button = new ZvUtilsGradientColorPushButton;
+        button->m_pattern = pattern;
+        button->m_selected = pattern == 1;
+        button->setAccessibleName(tr("Gradient %1").arg(pattern));
+        button->setFixedSize(kGradientButton);
+        grid->addWidget(button, pattern / 5, pattern % 5);
+        buttons << button;
+    }
+    for (ZvUtilsGradientColorPushButton *button : qAsConst(buttons)) {
+        connect(button, &QPushButton::clicked, this, [this, buttons, button] {
+            for (ZvUtilsGradientColorPushButton *other : buttons) {
+                other->m_selected = other == button;
+                other->update();
+            }
+            tell(tr("clicked: pattern %1").arg(button->m_pattern));
+        });
+    }
+    auto *form = new QFormLayout;
+    column->addLayout(form);
+    column->addStretch();
+    auto *centered = new QCheckBox(tr("Centered"));
+    centered->setObjectName(QStringLiteral("gradientCentered"));
+    auto *twoColors = new QCheckBox(tr("Two colours"));
+    twoColors->setObjectName(QStringLiteral("gradientTwoColors"));
+    auto *angle = new QSpinBox;
+    angle->setObjectName(QStringLiteral("gradientAngle"));
+    angle->setRange(0, 360);
+    angle->setSingleStep(15);
+    angle->setSuffix(QStringLiteral("\u00b0"));
+    auto *shade = new QSpinBox;
+    shade->setObjectName(QStringLiteral("gradientShade"));
+    shade->setRange(-99, 99);
+    shade->setValue(99);
+    form->addRow(centered);
+    form->addRow(twoColors);
+    form->addRow(tr("Angle"), angle);
+    form->addRow(tr("Shade"), shade);
+    const auto show = [buttons, centered, twoColors, angle, shade] {
+        for (ZvUtilsGradientColorPushButton *button : buttons) {
+            button->m_centered = centered->isChecked();
+            button->m_twoColors = twoColors->isChecked();
+            button->m_angle = angle->value();
+            button->m_shade = shade->value();
+            button->update();
+        }
+    };
+    connect(centered, &QCheckBox::toggled, page, show);
+    connect(twoColors, &QCheckBox::toggled, page, show);
+    connect(angle, QOverload<int>::of(&QSpinBox::valueChanged), page, show);
+    connect(shade, QOverload<int>::of(&QSpinBox::valueChanged), page, show);
     return page;
 }

@@ -21,6 +21,10 @@ private:
     QWidget *makeLineTypePage();
     QWidget *makeLineWeightPage();
     QWidget *makeLinetypeTablePage();
+    QWidget *makeImageComboPage();
+    QWidget *makeFieldPage();
+    QWidget *makeButtonPage();
+    QWidget *makeGradientPage();
     void tell(const QString &line);
 
     QLabel *m_last;
