@@ -5,13 +5,12 @@
 #include "core/zveditor.h"
 #include "core/zvui.h"
 #include "filequestions.h"
-#include "mainwindow.h"
 #include "textforms.h"
 #include "utils/zvrenderer.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
+#include <QWidget>
 
 namespace {
 
@@ -22,13 +21,10 @@ QString text(const char *english)
 
 QString askForFile(const ZvApDocument &document)
 {
-    const auto *window = qobject_cast<MainWindow *>(static_cast<QWidget *>(zvuiMainWindow()));
+    const auto *window = static_cast<QWidget *>(zvuiMainWindow());
     if (!window || !window->isVisible())
         return QString();
-    const QFileInfo file(toQString(document.fileName()));
-    const QString start = file.fileName().isEmpty() ? QDir(window->lastFolder()).filePath(toQString(document.title()))
-                                                    : file.path() + QLatin1Char('/') + file.completeBaseName();
-    return askFileToSave(text("Export a picture"), start + QLatin1String(".png"),
+    return askFileToSave(text("Export a picture"), pathBeside(document) + QLatin1String(".png"),
                          text("PNG pictures (*.png);;PDF documents (*.pdf);;SVG pictures (*.svg);;Drawings (*.dxf)"));
 }
 

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "filequestions.h"
 
+#include "core/zvapdocument.h"
 #include "core/zvui.h"
+#include "mainwindow.h"
 #include "textforms.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -34,4 +39,13 @@ QString askFileToSave(const QString &caption, const QString &dir, const QString 
     if (result)
         result->GetDataSW("filePath", path);
     return toQString(path);
+}
+
+QString pathBeside(const ZvApDocument &document)
+{
+    const QFileInfo file(toQString(document.fileName()));
+    if (!file.fileName().isEmpty())
+        return file.path() + QLatin1Char('/') + file.completeBaseName();
+    const auto *window = qobject_cast<MainWindow *>(static_cast<QWidget *>(zvuiMainWindow()));
+    return QDir(window ? window->lastFolder() : QString()).filePath(toQString(document.title()));
 }

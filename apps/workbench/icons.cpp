@@ -105,6 +105,21 @@ void drawExport(QPainter &p)
     arrowHead(p, {22.3, 21}, 0, 3.6);
 }
 
+void drawPrint(QPainter &p)
+{
+    p.setPen(line());
+    p.setBrush(kPaper);
+    p.drawRect(QRectF(6.5, 2.5, 11, 8));
+    p.setBrush(kFill);
+    p.drawRoundedRect(QRectF(2.5, 8.5, 19, 9), 2, 2);
+    p.setBrush(kPaper);
+    p.drawRect(QRectF(6.5, 13.5, 11, 8));
+    p.setPen(line(kAccent, 1.4));
+    p.drawLine(QPointF(9, 16.3), QPointF(15, 16.3));
+    p.drawLine(QPointF(9, 18.8), QPointF(13, 18.8));
+    dot(p, QPointF(18, 11.5), kGreen);
+}
+
 void curvedArrow(QPainter &p, bool back)
 {
     p.save();
@@ -340,6 +355,7 @@ const Picture kPictures[] = {
     {"save", drawSave},
     {"saveas", drawSaveAs},
     {"export", drawExport},
+    {"print", drawPrint},
     {"undo", drawUndo},
     {"redo", drawRedo},
     {"erase", drawErase},

@@ -13,6 +13,8 @@
 #include "infobar.h"
 #include "kernelevents.h"
 #include "messageboxdemo.h"
+#include "plotcommand.h"
+#include "printpreviewdemo.h"
 #include "recentfiles.h"
 #include "startpage.h"
 #include "statusfields.h"
@@ -92,6 +94,7 @@ MainWindow::MainWindow(QSettings *settings, QWidget *parent)
     m_events = std::make_unique<KernelEvents>();
     m_host = std::make_unique<WorkbenchHost>(this);
     addExportCommand();
+    addPlotCommand();
     connectKernel();
 
     std::vector<const ZvEdCommand *> commands;
@@ -119,6 +122,7 @@ void MainWindow::restoreLayout()
 
 MainWindow::~MainWindow()
 {
+    removePlotCommand();
     removeExportCommand();
     m_host.reset();
     m_events.reset();
@@ -264,6 +268,9 @@ void MainWindow::makeMenus()
     QMenu *files = dialogs->addMenu(tr("File &Dialog"));
     files->setObjectName(QStringLiteral("fileDialogMenu"));
     addDemos(files, fileDialogDemos());
+    QMenu *previews = dialogs->addMenu(tr("&Print Preview"));
+    previews->setObjectName(QStringLiteral("printPreviewMenu"));
+    addDemos(previews, printPreviewDemos());
     dialogs->addSeparator();
     QAction *controls = dialogs->addAction(tr("Co&ntrols..."), this, &MainWindow::showControls);
     controls->setObjectName(QStringLiteral("controls"));
