@@ -6,7 +6,9 @@
 #include "zvqtcanvas.h"
 
 #include "base/zverror.h"
+#include "db/zvdbentities.h"
 #include "utils/zvcanvas.h"
+#include "utils/zvpage.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -351,6 +353,7 @@ private Q_SLOTS:
     void dragMovesTheSheet();
     void moveWithoutAButtonMovesNothing();
     void panningDrawsNothingAgain();
+    void panningALargeLayoutDrawsNothingAgain();
     void panningInACloseViewDrawsWhatComesIntoView();
     void drawingBesideThePaperIsSeen();
     void sheetIsDrawnAnew_data();
@@ -1033,6 +1036,53 @@ void TestPrintPreview::panningDrawsNothingAgain()
     preview.drag({path.last(), path.first()});
     QCOMPARE(preview.picture(), before);
     QCOMPARE(page->calls, calls);
+}
+
+void TestPrintPreview::panningALargeLayoutDrawsNothingAgain()
+{
+    class Counted : public ZvRxObjectImpl<ZvsiRenderObject>
+    {
+    public:
+        explicit Counted(const ZvSmartPtr<ZvsiRenderObject> &drawer) : m_drawer(drawer) { }
+        void draw(ZvRxObjectPtr canvas) override
+        {
+            ++calls;
+            m_drawer->draw(canvas);
+        }
+        int calls = 0;
+
+    private:
+        ZvSmartPtr<ZvsiRenderObject> m_drawer;
+    };
+    const ZvDbDatabasePtr database = ZvDbDatabase::create();
+    ZvArray<ZvString> layouts;
+    database->layoutNames(layouts);
+    QCOMPARE(database->setCurrentLayout(layouts[1]), Zv::eOk);
+    const ZvGiPage page = zvgiReadPage(database, database->currentLayoutId());
+    for (int i = 0; i < 100000; ++i) {
+        const ZvGePoint3d from(i % 400 * page.printableWidth() / 400, i / 400 * page.printableHeight() / 250, 0);
+        auto *line = new ZvDbLine(from, ZvGePoint3d(from.x + 0.5, from.y + 0.5, 0));
+        line->setDatabaseDefaults(database);
+        ZvDbObjectId id;
+        QCOMPARE(database->appendEntity(line, page.block, id, false), Zv::eOk);
+    }
+    constexpr int kDotsPerInch = 300;
+    const auto counted
+        = ZvSmartPtr<Counted>::adopt(new Counted(zvgiMakePageRenderer(database, page, kDotsPerInch / 25.4)));
+    const ZvJsonPtr params = makeObject();
+    params->SetDataJ("paper", zvgiPaperTree(page));
+    params->SetDataO("refDC", zvsiMakeReferenceDevice(kDotsPerInch));
+    params->SetDataO("intHelper", counted);
+    Preview preview(params);
+    preview.show(QSize(600, 400)); // all of it is in view
+    const QImage before = preview.picture();
+    const QRect drawn = boundsOf(before, [](const QColor &color) { return color.lightness() < 100; });
+    QVERIFY2(drawn.width() > whiteIn(before).width() * 0.9, qPrintable(QString::number(drawn.width())));
+    const int calls = counted->calls;
+    preview.drag({{250, 200}, {260, 210}, {300, 150}, {100, 390}, {30, 20}});
+    preview.drag({{30, 20}, {250, 200}});
+    QCOMPARE(counted->calls, calls);
+    QCOMPARE(preview.picture(), before);
 }
 
 void TestPrintPreview::panningInACloseViewDrawsWhatComesIntoView()
