@@ -6,6 +6,7 @@
 #include "private/zvcolorkeys.h"
 #include "private/zvcolornames.h"
 #include "private/zvcolorswatch.h"
+#include "private/zvcolortext.h"
 #include "private/zvqtcolor.h"
 
 #include "db/zvdbrecords.h"
@@ -83,58 +84,6 @@ QString indexName(int index, const unsigned int *palette)
     return name.isEmpty() ? QStringLiteral("颜色 %1").arg(index) : name;
 }
 
-bool isDigits(const QString &text)
-{
-    for (const QChar character : text) {
-        if (character < QLatin1Char('0') || character > QLatin1Char('9'))
-            return false;
-    }
-    return !text.isEmpty();
-}
-
-/// False for what is no number of 16 bits.
-bool readIndex(const QString &text, ZvCmEntityColor &color)
-{
-    bool fits = false;
-    const ushort index = text.toUShort(&fits);
-    if (!isDigits(text) || !fits)
-        return false;
-    color.setColorIndex(index);
-    return true;
-}
-
-bool readRgb(const QString &text, ZvCmEntityColor &color)
-{
-    const QStringList parts = text.split(QLatin1Char(','));
-    if (parts.size() != 3)
-        return false;
-    for (const QString &part : parts) {
-        if (!isDigits(part))
-            return false;
-    }
-    color.setRGB(std::uint8_t(parts[0].toUInt()), std::uint8_t(parts[1].toUInt()), std::uint8_t(parts[2].toUInt()));
-    return true;
-}
-
-bool readColorText(const QString &text, ZvCmEntityColor &color)
-{
-    if (text.compare(QLatin1String("BYLAYER"), Qt::CaseInsensitive) == 0) {
-        color = plainColor(ZvCm::kByLayer);
-        return true;
-    }
-    if (text.compare(QLatin1String("BYBLOCK"), Qt::CaseInsensitive) == 0) {
-        color = plainColor(ZvCm::kByBlock);
-        return true;
-    }
-    if (text.isEmpty() || isDigits(text))
-        return readIndex(text, color);
-    // Any one of the four characters stands for "RGB:". Kept: callers hand in texts with other prefixes of that length.
-    if (QStringLiteral("RGB:").contains(text.at(0)))
-        return readRgb(text.mid(4), color);
-    const int blank = text.indexOf(QLatin1Char(' '));
-    return blank >= 0 && readIndex(text.mid(blank + 1), color);
-}
-
 bool hasCurrentPalette()
 {
     const ZvEdDisplayContext *display = zvDisplayContext();
@@ -202,7 +151,7 @@ ColorData formatColor(const ZvCmEntityColor &entityColor, const unsigned int *pa
 bool convertColorStrToColorData(const ZvString &text, ColorData &data)
 {
     ZvCmEntityColor color;
-    if (!readColorText(zvToQString(text), color))
+    if (!zvReadColorText(zvToQString(text), color))
         return false;
     data = formatColor(color, zvsiutCurPalette(), ZvDbObjectId());
     return true;
