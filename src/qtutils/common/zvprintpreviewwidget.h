@@ -12,8 +12,7 @@
 /// One sheet of paper, drawn by a render object, to be zoomed and moved about.
 ///
 /// Device units are those of the reference device, y up, with the origin on the lower left corner of the printable
-/// area. The render object's origin is the upper left corner of that area, its y runs down. A device unit is scale()
-/// pixels.
+/// area. The render object's origin is the upper left corner of that area, its y runs down.
 ///
 /// The sheet is drawn once for a scale, into a picture: moving it about draws nothing again that the picture has.
 class ZvPrintPreviewWidget : public QWidget
@@ -32,7 +31,6 @@ public:
     /// \a percent of the paper's true size on a screen of 96 dots per inch; the middle of the view stays.
     void zoomToPercent(double percent);
     double pixelScalePercent();
-    double scale() const { return m_scaleX; }
 
 Q_SIGNALS:
     /// Also where the scale came out as it was.
