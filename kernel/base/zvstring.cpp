@@ -328,10 +328,9 @@ int ZvString::compare(const ZvString &other) const
     if (m_data == other.m_data)
         return 0;
     const int n = std::min(length(), other.length());
-    for (int i = 0; i < n; ++i) {
-        if (at(i) != other.at(i))
-            return at(i) < other.at(i) ? -1 : 1;
-    }
+    const int order = std::wmemcmp(wstr(), other.wstr(), std::size_t(n));
+    if (order != 0)
+        return order < 0 ? -1 : 1;
     return length() == other.length() ? 0 : length() < other.length() ? -1 : 1;
 }
 
@@ -340,9 +339,13 @@ int ZvString::compareNoCase(const ZvString &other) const
     if (m_data == other.m_data)
         return 0;
     const int n = std::min(length(), other.length());
+    const wchar_t *const text = wstr();
+    const wchar_t *const otherText = other.wstr();
     for (int i = 0; i < n; ++i) {
-        const wchar_t a = folded(at(i));
-        const wchar_t b = folded(other.at(i));
+        if (text[i] == otherText[i])
+            continue;
+        const wchar_t a = folded(text[i]);
+        const wchar_t b = folded(otherText[i]);
         if (a != b)
             return a < b ? -1 : 1;
     }
