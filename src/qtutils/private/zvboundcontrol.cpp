@@ -102,8 +102,11 @@ void zvAppendRows(QComboBox &combo, const std::vector<ZvRow> &rows)
     QList<QStandardItem *> items;
     items.reserve(int(rows.size()));
     for (const ZvRow &row : rows) {
-        auto *item = new QStandardItem(row.icon, row.text);
-        item->setData(row.data, Qt::UserRole);
+        auto *item = new QStandardItem(row.text);
+        if (!row.icon.isNull())
+            item->setIcon(row.icon);
+        if (row.data.isValid())
+            item->setData(row.data, Qt::UserRole);
         items << item;
     }
     if (!items.isEmpty())
