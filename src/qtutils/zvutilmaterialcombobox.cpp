@@ -19,6 +19,11 @@ ZvString currentMaterialName(const ZvDbDatabase &drawing)
     return material ? material->name() : ZvString();
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.materialDictionaryId();
+}
+
 } // namespace
 
 ZvUtilsMaterialComboBox::ZvUtilsMaterialComboBox(QWidget *parent) : ZvUtilsMaterialComboBox(false, parent) { }
@@ -63,8 +68,8 @@ void ZvUtilsMaterialComboBox::curIndexChanged(int index)
 
 void ZvUtilsMaterialComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsMaterialComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

@@ -19,6 +19,11 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.dimStyleTableId();
+}
+
 } // namespace
 
 ZvUtilsDimStyleComboBox::ZvUtilsDimStyleComboBox(QWidget *parent) : ZvUtilsDimStyleComboBox(false, parent) { }
@@ -62,8 +67,8 @@ void ZvUtilsDimStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsDimStyleComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsDimStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

@@ -23,6 +23,11 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.layerTableId();
+}
+
 } // namespace
 
 ZvUtilsLayerComboBox::ZvUtilsLayerComboBox(int mode, QWidget *parent) : ZvUtilsLayerComboBox(false, mode, parent)
@@ -96,8 +101,8 @@ void ZvUtilsLayerComboBox::activatedIndexChanged(int index)
 void ZvUtilsLayerComboBox::showPopup()
 {
     m_savedIndex = currentIndex();
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsLayerComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

@@ -23,6 +23,11 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.mleaderStyleDictionaryId();
+}
+
 } // namespace
 
 ZvUtilsMleaderStyleComboBox::ZvUtilsMleaderStyleComboBox(QWidget *parent) : ZvUtilsMleaderStyleComboBox(false, parent)
@@ -68,8 +73,8 @@ void ZvUtilsMleaderStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsMleaderStyleComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsMleaderStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

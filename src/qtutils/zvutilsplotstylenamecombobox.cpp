@@ -49,6 +49,11 @@ int findShown(const QComboBox &combo, const ZvString &name)
     return -1;
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.plotStyleDictionaryId();
+}
+
 } // namespace
 
 ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(QWidget *parent)
@@ -103,8 +108,8 @@ void ZvUtilsPlotStyleNameComboBox::curIndexChanged(int index)
 
 void ZvUtilsPlotStyleNameComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsPlotStyleNameComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

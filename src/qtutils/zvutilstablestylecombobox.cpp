@@ -18,6 +18,11 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.tableStyleDictionaryId();
+}
+
 } // namespace
 
 ZvUtilsTableStyleComboBox::ZvUtilsTableStyleComboBox(QWidget *parent) : ZvUtilsTableStyleComboBox(false, parent) { }
@@ -61,8 +66,8 @@ void ZvUtilsTableStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsTableStyleComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsTableStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

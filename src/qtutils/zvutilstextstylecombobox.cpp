@@ -26,6 +26,11 @@ bool isOfExternalReference(ZvDbObjectId style)
     return record && record->isDependent();
 }
 
+ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+{
+    return drawing.textStyleTableId();
+}
+
 } // namespace
 
 ZvUtilsTextStyleComboBox::ZvUtilsTextStyleComboBox(QWidget *parent, bool sorted)
@@ -106,8 +111,8 @@ void ZvUtilsTextStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsTextStyleComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsTextStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

@@ -22,6 +22,38 @@ void zvAppendNames(QComboBox &combo, CZvQtControlHelp &control, const ZvArray<Zv
 void zvAppendStyles(QComboBox &combo, CZvQtControlHelp &control,
                     const ZvArray<ZevaUISetting::ZvsiStyleInfoItem> &styles);
 
+/// What a list of names is read from.
+struct ZvListSource
+{
+    ZvDbObjectId table; ///< Or dictionary; null where the list cannot be told to be unchanged.
+    std::uint64_t stamp = 0;
+};
+
+/// The table or dictionary that \a idOf names in the current drawing. While anything is open the source is none: what is
+/// open for write is missing in a list.
+ZvListSource zvListSource(ZvDbObjectId (*idOf)(const ZvDbDatabase &drawing));
+
+/// Whether the rows are those that the list was filled with from \a source, and nobody has changed them since.
+bool zvIsFilledFrom(const QComboBox &combo, const ZvListSource &source);
+/// Notes that the list has just been filled from \a source.
+void zvNoteFilledFrom(QComboBox &combo, const ZvListSource &source);
+
+/// What comes before QComboBox::showPopup() of a bound list of names: it is filled anew, unless that would make the same
+/// rows. A drawing has thousands of styles at times, and its lists are opened far more often than they change.
+template <class Fill>
+void zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, const ZvListSource &source, Fill fill)
+{
+    if (!control.hooked)
+        return;
+    const bool isFilled = zvIsFilledFrom(combo, source);
+    zvRefillKeepingText(combo, [&] {
+        if (!isFilled)
+            fill();
+    });
+    if (!isFilled)
+        zvNoteFilledFrom(combo, source);
+}
+
 /// Id that a system variable of the drawing holds, null where it cannot be read.
 ZvDbObjectId zvStyleVariable(const wchar_t *variable, const ZvDbDatabase &drawing);
 

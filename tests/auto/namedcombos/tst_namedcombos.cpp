@@ -188,6 +188,10 @@ private Q_SLOTS:
     void namesOfAllKindsArePicked();
     void renamedAndErasedObjectsFollowAtTheNextOpening_data() { bounds(); }
     void renamedAndErasedObjectsFollowAtTheNextOpening();
+    void unchangedListIsLeftAloneByItsOpening_data() { bounds(); }
+    void unchangedListIsLeftAloneByItsOpening();
+    void changedListIsFilledAnew_data() { bounds(); }
+    void changedListIsFilledAnew();
 
 private:
     static void members();
@@ -813,6 +817,77 @@ void TestNamedCombos::renamedAndErasedObjectsFollowAtTheNextOpening()
         QCOMPARE(combo->findText(QStringLiteral("Beta")), -1);
         QVERIFY(combo->findText(QStringLiteral("Delta")) >= 0);
     }
+}
+
+/// Opens and closes the list; how often its rows were changed.
+static int changesByOpening(QComboBox &combo)
+{
+    QSignalSpy inserted(combo.model(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy reset(combo.model(), &QAbstractItemModel::modelReset);
+    combo.showPopup();
+    combo.hidePopup();
+    return inserted.size() + reset.size();
+}
+
+void TestNamedCombos::unchangedListIsLeftAloneByItsOpening()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    QVERIFY(changesByOpening(*combo) > 0); // the first
+    const QStringList rows = rowsOf(*combo);
+    QCOMPARE(changesByOpening(*combo), 0);
+    add(new ZvDbCircle({0, 0, 0}, {0, 0, 1}, 1.0)); // elsewhere in the drawing
+    endCommand();
+    QCOMPARE(changesByOpening(*combo), 0);
+    QCOMPARE(rowsOf(*combo), rows);
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+    combo->blockSignals(true);
+    combo->setCurrentIndex(-1);
+    combo->blockSignals(false);
+    QCOMPARE(changesByOpening(*combo), 0);
+    QCOMPARE(combo->currentIndex(), -1);
+    QVERIFY(!combo->signalsBlocked());
+}
+
+void TestNamedCombos::changedListIsFilledAnew()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    changesByOpening(*combo);
+    const QStringList rows = rowsOf(*combo);
+    const auto refills = [&] { return changesByOpening(*combo) > 0 && rowsOf(*combo) == rows; };
+    QVERIFY(!refills());
+    combo->addItem(QStringLiteral("a row of somebody else"));
+    QVERIFY(refills());
+    combo->removeItem(0);
+    QVERIFY(refills());
+    combo->setItemText(0, QStringLiteral("another text"));
+    QVERIFY(refills());
+    combo->setItemData(0, 5);
+    QVERIFY(refills());
+    combo->clear();
+    QVERIFY(refills());
+    // An object that cannot be read is missing while it cannot, and only then.
+    {
+        const ZvDbObjectPointer<ZvDbObject> held(alpha, ZvDb::kForWrite);
+        changesByOpening(*combo);
+    }
+    QVERIFY(refills());
+    bound->add(L"Gamma");
+    changesByOpening(*combo);
+    QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
+    ZvApDocument *first = document();
+    openAnother();
+    changesByOpening(*combo);
+    QCOMPARE(combo->findText(QStringLiteral("Gamma")), -1);
+    zvDocManagerPtr()->setCurrentDocument(first);
+    bus().enableUpdateUI(true);
+    changesByOpening(*combo);
+    QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
+    QVERIFY(runMacro(L"_.CIRCLE 0,0 1;"));
+    QCOMPARE(changesByOpening(*combo), 0);
 }
 
 ZEVA_TEST_MAIN(TestNamedCombos)

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+// Filling the drop-downs of names with 5,000 rows, beside a plain QComboBox that is emptied and given as many names
+// with addItem(). "ratio" holds the two of one run beside each other, the median of seven each, by the processor's
+// time: 1 at most is wanted. Opening is measured with the popup and without (a plain list is filled before it opens,
+// too).
+//
+// Run it with QT_QPA_PLATFORM=offscreen where there is no display.
+#include "timing.h"
+#include "zvqtentrypoint.h"
+#include "zvutilmaterialcombobox.h"
+#include "zvutilsblockcombobox.h"
+#include "zvutilsdimstylecombobox.h"
+#include "zvutilslayercombobox.h"
+#include "zvutilsmleaderstylecombobox.h"
+#include "zvutilsplotstylenamecombobox.h"
+#include "zvutilstablestylecombobox.h"
+#include "zvutilstextstylecombobox.h"
+#include "zvutilsucscombobox.h"
+#include "zvutilsviewcombobox.h"
+
+#include "core/zvapdocument.h"
+#include "core/zvsystem.h"
+#include "db/zvdbdatabase.h"
+#include "db/zvdbdictionary.h"
+#include "db/zvdbrecords.h"
+#include "db/zvdbstyles.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QSignalBlocker>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kNames = 5000;
+constexpr int kTimings = 7; // the median counts
+
+ZvString nameOf(int number)
+{
+    return ZvString(("Name " + std::to_string(number)).c_str());
+}
+
+template <class Table, class Record> void addRecords(ZvDbDatabase &drawing)
+{
+    Table *table = nullptr;
+    if (drawing.getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk)
+        return;
+    for (int i = 0; i < kNames; ++i) {
+        auto *record = new Record;
+        record->setName(nameOf(i));
+        ZvDbObjectId id;
+        if (table->add(record, id) == Zv::eOk)
+            record->close();
+        else
+            delete record;
+    }
+    table->close();
+}
+
+template <class Object> void addEntries(ZvDbObjectId dictionaryId)
+{
+    const ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
+    for (int i = 0; i < kNames; ++i) {
+        auto *object = new Object;
+        ZvDbObjectId id;
+        if (dictionary->setAt(nameOf(i), object, id) == Zv::eOk)
+            object->close();
+        else
+            delete object;
+    }
+}
+
+struct Subject
+{
+    const char *name;
+    void (*add)(ZvDbDatabase &drawing);
+    std::unique_ptr<QComboBox> (*make)();
+    void (*fill)(QComboBox &combo);
+};
+
+template <class Combo, class... Arguments> std::unique_ptr<QComboBox> made(Arguments... arguments)
+{
+    return std::make_unique<Combo>(true, arguments...);
+}
+
+template <class Combo> void fill(QComboBox &combo)
+{
+    static_cast<Combo &>(combo).init();
+}
+
+template <class Combo> std::unique_ptr<QComboBox> make()
+{
+    return made<Combo>(static_cast<QWidget *>(nullptr));
+}
+
+const Subject kSubjects[] = {
+    {"text styles", addRecords<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>,
+     [] { return made<ZvUtilsTextStyleComboBox>(static_cast<QWidget *>(nullptr), false); },
+     fill<ZvUtilsTextStyleComboBox>},
+    {"dimension styles", addRecords<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>, make<ZvUtilsDimStyleComboBox>,
+     fill<ZvUtilsDimStyleComboBox>},
+    {"multileader styles",
+     [](ZvDbDatabase &drawing) { addEntries<ZvDbMLeaderStyle>(drawing.mleaderStyleDictionaryId(true)); },
+     make<ZvUtilsMleaderStyleComboBox>, fill<ZvUtilsMleaderStyleComboBox>},
+    {"table styles", [](ZvDbDatabase &drawing) { addEntries<ZvDbTableStyle>(drawing.tableStyleDictionaryId(true)); },
+     make<ZvUtilsTableStyleComboBox>, fill<ZvUtilsTableStyleComboBox>},
+    {"layers", addRecords<ZvDbLayerTable, ZvDbLayerTableRecord>,
+     [] { return made<ZvUtilsLayerComboBox>(0, static_cast<QWidget *>(nullptr)); }, fill<ZvUtilsLayerComboBox>},
+    {"materials", [](ZvDbDatabase &drawing) { addEntries<ZvDbMaterial>(drawing.materialDictionaryId(true)); },
+     make<ZvUtilsMaterialComboBox>, fill<ZvUtilsMaterialComboBox>},
+    {"plot styles", [](ZvDbDatabase &drawing) { addEntries<ZvDbPlaceHolder>(drawing.plotStyleDictionaryId(true)); },
+     make<ZvUtilsPlotStyleNameComboBox>, fill<ZvUtilsPlotStyleNameComboBox>},
+    {"blocks", addRecords<ZvDbBlockTable, ZvDbBlockTableRecord>,
+     [] { return made<ZvUtilsBlockComboBox>(static_cast<QWidget *>(nullptr), false); }, fill<ZvUtilsBlockComboBox>},
+    {"coordinate systems", addRecords<ZvDbUCSTable, ZvDbUCSTableRecord>, make<ZvUtilsUcsComboBox>,
+     fill<ZvUtilsUcsComboBox>},
+    {"views", addRecords<ZvDbViewTable, ZvDbViewTableRecord>, make<ZvUtilsViewComboBox>, fill<ZvUtilsViewComboBox>},
+};
+
+void fillPlain(QComboBox &combo, const QStringList &names)
+{
+    combo.clear();
+    for (const QString &name : names)
+        combo.addItem(name);
+}
+
+double openingSeconds(QComboBox &combo)
+{
+    return processorSecondsOf([&combo] {
+        combo.showPopup();
+        combo.hidePopup();
+    });
+}
+
+void report(benchmark::State &state, double ours, double plain)
+{
+    state.SetIterationTime(ours);
+    state.counters["plain_ms"] = plain * 1e3;
+    state.counters["ratio"] = ours / plain;
+}
+
+/// \a opening: as a user opens the list; otherwise the filling alone.
+void namedCombo(benchmark::State &state, const Subject &subject, bool opening)
+{
+    zvDocManagerPtr()->newDocument();
+    ZvDbDatabase &drawing = *curDatabase();
+    subject.add(drawing);
+    const std::unique_ptr<QComboBox> combo = subject.make();
+    if (combo->count() < kNames)
+        state.SkipWithError("the list is short of rows");
+    QStringList names;
+    for (int row = 0; row < combo->count(); ++row)
+        names << combo->itemText(row);
+    QComboBox plain;
+    fillPlain(plain, names);
+    const QSignalBlocker ourBlocker(opening ? nullptr : combo.get());
+    for ([[maybe_unused]] auto round : state) {
+        const double ours = medianOf(kTimings, [&] {
+            return opening ? openingSeconds(*combo) : processorSecondsOf([&] { subject.fill(*combo); });
+        });
+        const double base = medianOf(kTimings, [&] {
+            double seconds = processorSecondsOf([&] { fillPlain(plain, names); });
+            return opening ? seconds + openingSeconds(plain) : seconds;
+        });
+        report(state, ours, base);
+    }
+    zvDocManagerPtr()->closeDocument(zvDocManagerPtr()->currentDocument());
+}
+
+void registerAll()
+{
+    for (const bool opening : {false, true}) {
+        for (const Subject &subject : kSubjects) {
+            benchmark::RegisterBenchmark(
+                (std::string(opening ? "open/" : "fill/") + subject.name).c_str(),
+                [&subject, opening](benchmark::State &state) { namedCombo(state, subject, opening); })
+                ->UseManualTime()
+                ->Iterations(1)
+                ->Unit(benchmark::kMillisecond);
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    CHcSystem::start();
+    zvrxEntryPoint(kZvRxLoadModule);
+    registerAll();
+    benchmark::RunSpecifiedBenchmarks();
+    zvrxEntryPoint(kZvRxUnloadModule);
+    CHcSystem::stop();
+    return 0;
+}
