@@ -4,6 +4,7 @@
 #include "db/zvdblinetypes.h"
 #include "db/zvdbrecords.h"
 #include "linetypeforms.h"
+#include "managerforms.h"
 #include "textforms.h"
 #include "undostep.h"
 
@@ -67,13 +68,7 @@ LinetypeManager::LinetypeManager(ZvDbDatabase &database, Purpose purpose, QWidge
     setWindowTitle(tr("Line Types"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
 
-    auto *actions = new QHBoxLayout;
-    const struct
-    {
-        const char *id;
-        const char *text;
-        void (LinetypeManager::*run)();
-    } buttons[] = {
+    const ManagerButton<LinetypeManager> buttons[] = {
         {"loadButton", QT_TR_NOOP("&Load..."), &LinetypeManager::load},
         {"newButton", QT_TR_NOOP("&New..."), &LinetypeManager::create},
         {"renameButton", QT_TR_NOOP("&Rename"), &LinetypeManager::edit},
@@ -81,19 +76,10 @@ LinetypeManager::LinetypeManager(ZvDbDatabase &database, Purpose purpose, QWidge
         {"unusedButton", QT_TR_NOOP("Delete &Unused"), &LinetypeManager::removeUnused},
         {"currentButton", QT_TR_NOOP("Set &Current"), &LinetypeManager::makeCurrent},
     };
-    for (const auto &row : buttons) {
-        auto *button = new QPushButton(tr(row.text));
-        button->setObjectName(QLatin1String(row.id));
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, row.run);
-        actions->addWidget(button);
-    }
-    actions->addStretch();
+    auto *actions = makeActionRow(*this, buttons);
 
     m_current->setObjectName(QStringLiteral("currentLinetype"));
-    m_message->setObjectName(QStringLiteral("message"));
-    m_message->setAccessibleName(tr("Message"));
-    m_message->setWordWrap(true);
+    setUpMessage(*m_message);
     auto *ends = new QDialogButtonBox(purpose == kChoose ? QDialogButtonBox::Ok | QDialogButtonBox::Cancel
                                                          : QDialogButtonBox::StandardButtons(QDialogButtonBox::Close));
     connect(ends, &QDialogButtonBox::accepted, this, &QDialog::accept);

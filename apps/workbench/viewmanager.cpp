@@ -4,6 +4,7 @@
 #include "core/zvedviews.h"
 #include "core/zvui.h"
 #include "db/zvdbrecords.h"
+#include "managerforms.h"
 #include "textforms.h"
 
 #include <QDialogButtonBox>
@@ -59,29 +60,14 @@ ViewManager::ViewManager(ZvDbDatabase &database, QWidget *parent)
     connect(new QShortcut(QKeySequence::Delete, m_list, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, &ViewManager::remove);
 
-    auto *actions = new QHBoxLayout;
-    const struct
-    {
-        const char *id;
-        const char *text;
-        void (ViewManager::*run)();
-    } buttons[] = {
+    const ManagerButton<ViewManager> buttons[] = {
         {"newButton", QT_TR_NOOP("&New"), &ViewManager::create},
         {"renameButton", QT_TR_NOOP("&Rename"), &ViewManager::edit},
         {"deleteButton", QT_TR_NOOP("&Delete"), &ViewManager::remove},
         {"currentButton", QT_TR_NOOP("Set &Current"), &ViewManager::makeCurrent},
     };
-    for (const auto &row : buttons) {
-        auto *button = new QPushButton(tr(row.text));
-        button->setObjectName(QLatin1String(row.id));
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, row.run);
-        actions->addWidget(button);
-    }
-    actions->addStretch();
-    m_message->setObjectName(QStringLiteral("message"));
-    m_message->setAccessibleName(tr("Message"));
-    m_message->setWordWrap(true);
+    auto *actions = makeActionRow(*this, buttons);
+    setUpMessage(*m_message);
     auto *ends = new QDialogButtonBox(QDialogButtonBox::Close);
     ends->button(QDialogButtonBox::Close)->setAutoDefault(false); // Enter ends the editing of a name
     connect(ends, &QDialogButtonBox::rejected, this, &QDialog::reject);
