@@ -38,7 +38,6 @@ private:
     };
     static void cut(const Clip &clip, const QPointF &a, const QPointF &b, std::vector<Part> &parts);
 
-    void dash(const std::vector<double> &dashes, const QPointF *points, int count, double start);
     void drawInClips(const std::vector<QPointF> &points);
     void draw(const std::vector<QPointF> &points);
     void fillArea(const QPainterPath &path, const QColor &color);

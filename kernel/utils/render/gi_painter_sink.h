@@ -30,13 +30,15 @@ private:
     struct Batch
     {
         GiStroke stroke;
+        bool isCut = false; ///< Into its dashes: drawn without a pattern.
         QVector<QLineF> lines;
         QVector<QPointF> points; ///< Of polylines, one behind the other.
         std::vector<int> counts;
     };
-    Batch &batchOf(const GiStroke &stroke);
+    Batch &batchOf(const GiStroke &stroke, bool isCut);
+    void draw(const GiStroke &stroke, bool isCut, const QPointF *points, int count, double dashStart);
     void flush(Batch &batch);
-    QPen penOf(const GiStroke &stroke) const;
+    QPen penOf(const GiStroke &stroke, bool isCut) const;
 
     QPainter &m_painter;
     bool m_isCosmetic;

@@ -29,6 +29,8 @@ private slots:
     void recordsMayBeOpenForRead();
     void patternTextsAreDrawn_data();
     void patternTextsAreDrawn();
+    void dashesAreAsLongInEveryDirection_data();
+    void dashesAreAsLongInEveryDirection();
     void patternTextsFollowTheLine_data();
     void patternTextsFollowTheLine();
     void shapesLeaveTheirPlaceEmpty();
@@ -318,6 +320,49 @@ void UtilsEntityImageTest::patternTextsAreDrawn()
         }
     }
     QCOMPARE((above > 0 ? 1 : 0) | (below > 0 ? 2 : 0), place);
+}
+
+void UtilsEntityImageTest::dashesAreAsLongInEveryDirection_data()
+{
+    QTest::addColumn<double>("lineAngle"); // degrees
+    QTest::addColumn<int>("transparency"); // percent of opacity
+    for (const int angle : {0, 10, 30, 45, 60, 80, 90, 135, 200, 300})
+        QTest::addRow("%d degrees", angle) << double(angle) << 100;
+    QTest::newRow("45 degrees, translucent") << 45.0 << 60;
+}
+
+void UtilsEntityImageTest::dashesAreAsLongInEveryDirection()
+{
+    QFETCH(double, lineAngle);
+    QFETCH(int, transparency);
+    constexpr int kSize = 300;
+    constexpr double kLength = 100.0;
+    Picture picture;
+    std::vector<ZvDbLinetypeTableRecord::Dash> dashes(2);
+    dashes[0].length = 5.0;
+    dashes[1].length = -5.0;
+    const ZvSmartPtr<ZvDbLine> line = makeLine(picture.addLinetype("dashed", dashes), 1.0);
+    const double along = qDegreesToRadians(lineAngle);
+    line->setEndPoint(ZvGePoint3d(10 + kLength * std::cos(along), 10 + kLength * std::sin(along), 0));
+    ZvCmTransparency transparent;
+    transparent.setMethod(2);
+    transparent.setAlphaPercent(transparency / 100.0);
+    line->setTransparency(transparent, true);
+    Entities entities = listOf(line);
+    const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(kSize, kSize)));
+    const double unit = 0.9 * kSize / (kLength * std::max(std::abs(std::cos(along)), std::abs(std::sin(along))));
+    const QPointF direction(std::cos(along), -std::sin(along));
+    const QPointF start = QPointF(kSize / 2.0, kSize / 2.0) - direction * kLength / 2 * unit;
+    for (double place = 2.5; place < kLength; place += 5.0) { // the middle of a dash and of a gap in turn
+        const QPoint pixel = (start + direction * place * unit - QPointF(0.5, 0.5)).toPoint();
+        int darkest = 255;
+        for (int y = -1; y <= 1; ++y) {
+            for (int x = -1; x <= 1; ++x)
+                darkest = std::min(darkest, qGray(image.pixel(pixel + QPoint(x, y))));
+        }
+        const bool isDash = int(place / 5.0) % 2 == 0;
+        QVERIFY2((darkest < 200) == isDash, qPrintable(QString::number(place)));
+    }
 }
 
 void UtilsEntityImageTest::patternTextsFollowTheLine_data()
