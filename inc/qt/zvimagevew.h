@@ -18,7 +18,7 @@ class ZV_EXPORT ZvImageVew : public QDialog
 public:
     explicit ZvImageVew(QWidget *parent);
 
-    /// Takes \a item as the last row and owns it. Null is ignored.
+    /// Takes \a item as the last row and owns it. Its object name is what a screen reader reads. Null is ignored.
     void addItem(ZvImageItem *item);
     /// Null for a row that does not exist.
     ZvImageItem *itemAt(int row) const;

@@ -32,6 +32,7 @@ void ZvImageVew::addItem(ZvImageItem *item)
     auto *row = new QListWidgetItem(list);
     row->setData(Qt::UserRole, 0);
     row->setData(Qt::SizeHintRole, QSize(itemWidth, kRowHeight));
+    row->setData(Qt::AccessibleTextRole, item->objectName());
     list->setItemWidget(row, item);
 }
 

@@ -5,6 +5,7 @@
 #include "zvimageitem.h"
 #include "zvimagevew.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -133,6 +134,7 @@ private Q_SLOTS:
     void keyboardOpensPicksAndCloses();
     void otherKeysGoOn();
     void keyboardIsSeen();
+    void rowsAreReadByTheirNames();
 };
 
 void TestImageComboBox::closedBoxIsLaidOut()
@@ -831,6 +833,22 @@ void TestImageComboBox::keyboardIsSeen()
     // The arrow's part is left alone.
     const QRect arrow(159, 0, 21, 25);
     COMPARE_PICTURES(with.copy(arrow), without.copy(arrow));
+}
+
+void TestImageComboBox::rowsAreReadByTheirNames()
+{
+    Form form;
+    form.addRows({"red", "blue"});
+    QVERIFY(form.isShown());
+    form.open();
+    QAccessibleInterface *list = QAccessible::queryAccessibleInterface(&form.list());
+    QVERIFY(list);
+    QStringList names;
+    for (int i = 0; i < list->childCount(); ++i) {
+        if (list->child(i) && list->child(i)->role() == QAccessible::ListItem)
+            names << list->child(i)->text(QAccessible::Name);
+    }
+    QCOMPARE(names, QStringList({"red", "blue"}));
 }
 
 ZEVA_TEST_MAIN(TestImageComboBox)
