@@ -3,6 +3,7 @@
 
 #include "linetypemanager.h"
 #include "namespage.h"
+#include "qt_utils.h"
 #include "textforms.h"
 #include "zvcolorbutton.h"
 #include "zvcolorcombobox.h"
@@ -447,7 +448,8 @@ QWidget *ControlsWindow::makeImageComboPage()
         auto *combo = new ZvImageComboBox(page);
         combo->setObjectName(QLatin1String(spec.id));
         combo->setAccessibleName(tr(spec.label));
-        combo->setFixedSize(200, 25);
+        // The list's rows are 23 pixels high on any screen, and so the box is no higher on any.
+        combo->setFixedSize(zvqt_dpiScaled(200, combo), 25);
         connect(combo, &ZvImageComboBox::onDraw, combo,
                 [combo](QWidget *item, QPainter *painter, const QRect &area, QString &text) {
                     paintImageRow(*combo, *item, *painter, area, text);
