@@ -41,7 +41,7 @@ class ZV_EXPORT ZvImageComboBox : public QWidget
     Q_OBJECT
 public:
     /// What picking a row does. Any other value than kItemShown counts as kItemPickedOnly.
-    enum ItemModeEx {
+    enum ItemModeEx : int {
         kItemShown = 0, ///< the closed box shows the row
         kItemPickedOnly = 1, ///< itemChanged() only; the closed box stays as it is
     };

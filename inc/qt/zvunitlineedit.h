@@ -19,7 +19,7 @@ class ZV_EXPORT ZvUnitLineEdit : public QLineEdit
     Q_OBJECT
 public:
     /// The numbers are the host's. All but the first are shown alike.
-    enum EngineeringUnits {
+    enum EngineeringUnits : int {
         kUnitAsGiven = 0, ///< the value is shown as it was set
         kUnitOne = 1,
         kUnitTwo = 2,
