@@ -334,6 +334,7 @@ void ZvLayerTable::buildRow(int row)
         button->setToolTip(spec.toolTip);
         setCellWidget(row, column, button);
         button->setParent(block);
+        button->hide(); // or it would be shown with its block, over another row's, before it has its place
         // The second call takes the place of the first, so no button has a white background. Kept: the result is what
         // callers find. The swatch is asked for in one.
         if (column != kColor)

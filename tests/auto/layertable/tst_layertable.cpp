@@ -59,6 +59,7 @@ private Q_SLOTS:
     void scaledScreens_data();
     void scaledScreens();
     void emptyCellsFollowStyleSheets();
+    void nothingLiesOverAButton();
     void fewWidgetsAreShown();
     void unchangedRowsKeepTheirButtons();
     void changedStatesShow();
@@ -294,28 +295,41 @@ void TestLayerTable::buttonsLookAsOthersWithTheirStyleSheet()
 void TestLayerTable::buttonsFollowStyleSheets_data()
 {
     QTest::addColumn<QString>("styleSheet");
-    QTest::newRow("for all buttons") << "QPushButton{background:#00FF00;}";
-    QTest::newRow("for one kind") << "#pFreeze{background:#00FF00;}";
-    QTest::newRow("for those with a property") << "QPushButton[marked=\"true\"]{background:#00FF00;}";
+    QTest::addColumn<bool>("isMarked");
+    QTest::newRow("for all buttons") << "QPushButton{background:#00FF00;}" << false;
+    QTest::newRow("for the place of the icon") << "QPushButton{padding-left:5px;}" << false;
+    QTest::newRow("for one kind") << "#pFreeze{background:#00FF00;}" << false;
+    QTest::newRow("for those with a property") << "QPushButton[marked=\"true\"]{background:#00FF00;}" << true;
 }
 
 void TestLayerTable::buttonsFollowStyleSheets()
 {
     QFETCH(QString, styleSheet);
+    QFETCH(bool, isMarked);
     QWidget parent;
     ZvLayerTable table(&stateIcons(), &parent);
     table.setLayers(layers(20));
+    parent.resize(300, 300);
+    table.resize(240, 240);
     parent.show();
-    show(table);
+    parent.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&parent)); // it changes the look by itself
     QPushButton *cell = button(table, 2, 1);
-    const QImage before = cell->grab().toImage();
+    const QPushButton *neighbour = button(table, 3, 1); // with the same icon
+    const QImage before = table.viewport()->grab().toImage();
     parent.setStyleSheet(styleSheet);
-    cell->setProperty("marked", true);
-    cell->setStyleSheet(QString()); // asked again
-    cell->setStyleSheet(button(table, 3, 1)->styleSheet());
-    QCOMPARE(cell->grab().toImage().pixelColor(0, 0), QColor(Qt::green));
+    if (isMarked) {
+        cell->setProperty("marked", true);
+        cell->setStyleSheet(QString()); // asked again
+        cell->setStyleSheet(neighbour->styleSheet());
+    }
+    const QImage styled = table.viewport()->grab().toImage();
+    const QRect place(cell->mapTo(table.viewport(), QPoint(0, 0)), cell->size());
+    const QRect beside(neighbour->mapTo(table.viewport(), QPoint(0, 0)), neighbour->size());
+    QVERIFY(styled.copy(place) != before.copy(place));
+    QCOMPARE(styled.copy(beside) != before.copy(beside), !isMarked);
     parent.setStyleSheet(QString());
-    QCOMPARE(cell->grab().toImage(), before);
+    QCOMPARE(table.viewport()->grab().toImage(), before);
 }
 
 void TestLayerTable::scaledScreens_data()
@@ -357,6 +371,25 @@ void TestLayerTable::emptyCellsFollowStyleSheets()
     table.setItem(2, 0, new QTableWidgetItem);
     table.item(2, 0)->setBackground(Qt::green);
     QCOMPARE(table.viewport()->grab().toImage().pixelColor(place), QColor(Qt::green));
+}
+
+/// Not even those of rows on the same block that were never in view.
+void TestLayerTable::nothingLiesOverAButton()
+{
+    for (const int count : {300, 3000}) {
+        ZvLayerTable table(&stateIcons(), nullptr);
+        table.setLayers(layers(count));
+        show(table);
+        for (const int place : {0, 20, 37, 100}) {
+            table.verticalScrollBar()->setValue(place);
+            for (int row = place; row < place + 10; ++row) {
+                for (int column = 0; column < 4; ++column) {
+                    const QPoint middle = table.visualRect(table.model()->index(row, column)).center();
+                    QCOMPARE(table.viewport()->childAt(middle), table.cellWidget(row, column));
+                }
+            }
+        }
+    }
 }
 
 void TestLayerTable::fewWidgetsAreShown()
