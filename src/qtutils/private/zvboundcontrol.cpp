@@ -16,7 +16,7 @@ bool matches(const ZvObjectRule &rule, const CZvGlobalUIReactorHelp &notice)
     const ZvRxClass *cls = notice.object->isA();
     if (rule.match == ZvObjectRule::kExact ? cls != rule.cls() : !cls->isDerivedFrom(rule.cls()))
         return false;
-    return !rule.onlyId || notice.object->objectId() == rule.onlyId(notice.database);
+    return !rule.onlyId || (notice.database && notice.object->objectId() == rule.onlyId(notice.database));
 }
 
 bool variableConcerns(const ZvNoticeFilter &filter, const ZvString &name)

@@ -371,6 +371,13 @@ void TestBoundControl::objectPassesByItsId()
         state->close();
     }
     QCOMPARE(box.updates, 1);
+
+    // A host's own notice may name no database.
+    const ZvDbObjectPointer<ZvDbDictionary> states(drawing().layerStateDictionaryId(), ZvDb::kForRead);
+    CZvGlobalUIReactorHelp notice = noticeOf(kNoticeObject);
+    notice.object = states.get();
+    bus().notifyUpdateUI(notice);
+    QCOMPARE(box.updates, 1);
 }
 
 void TestBoundControl::otherKindsPass()
