@@ -2,13 +2,18 @@
 #ifndef DIALOGBAG_H
 #define DIALOGBAG_H
 
+#include "modaldriver.h"
+
 #include "base/zvjson.h"
 
 #include <QColor>
 #include <QCoreApplication>
 #include <QDir>
 #include <QImage>
+#include <QPushButton>
 #include <QStringList>
+#include <QTest>
+#include <QVector>
 
 /// Stands for "the key is missing".
 constexpr int kMissing = -1000;
@@ -26,6 +31,34 @@ inline void setTexts(const ZvJsonPtr &params, const char *key, const QStringList
     for (const QString &text : texts)
         array->append(ElementValue::createString(text.toUtf8().constData()));
     params->SetDataJ(key, array);
+}
+
+// Texts of the dialogs' own buttons.
+inline const QString kOk = QStringLiteral("确定(&O)");
+inline const QString kCancel = QStringLiteral("取消(&C)");
+inline const QString kAbort = QStringLiteral("终止(&A)");
+inline const QString kRetry = QStringLiteral("重试(&R)");
+inline const QString kIgnore = QStringLiteral("忽略(&I)");
+inline const QString kYes = QStringLiteral("是(&Y)");
+inline const QString kNo = QStringLiteral("否(&N)");
+inline const QString kClose = QStringLiteral("关闭(&C)");
+
+inline QStringList textsOf(const QList<QPushButton *> &buttons)
+{
+    QStringList texts;
+    for (const QPushButton *button : buttons)
+        texts << button->text();
+    return texts;
+}
+
+/// Three ways out of a dialog that are no button: Escape, the window's frame, the program's own.
+inline QVector<ModalDriver::Action> waysOut()
+{
+    return {
+        [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); },
+        [](QDialog *dialog) { dialog->close(); },
+        [](QDialog *dialog) { dialog->reject(); },
+    };
 }
 
 /// The pictures of message and task dialog beside the test program, for the life of the object: each of one colour and

@@ -7,8 +7,8 @@
 #include "base/zvlog.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QFile>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -37,14 +37,6 @@ ZvJsonPtr makeParams(int contentFlag, int flag = 0)
     params->SetDataI("contentFlag", contentFlag);
     params->SetDataI("flag", flag);
     return params;
-}
-
-QStringList textsOf(const QList<QPushButton *> &buttons)
-{
-    QStringList texts;
-    for (const QPushButton *button : buttons)
-        texts << button->text();
-    return texts;
 }
 
 /// A message box of the service with its parameters.
@@ -90,14 +82,6 @@ public:
     QDialog *dialog;
     bool isReady;
 };
-
-const QString kOk = QStringLiteral("确定(&O)");
-const QString kCancel = QStringLiteral("取消(&C)");
-const QString kAbort = QStringLiteral("终止(&A)");
-const QString kRetry = QStringLiteral("重试(&R)");
-const QString kIgnore = QStringLiteral("忽略(&I)");
-const QString kYes = QStringLiteral("是(&Y)");
-const QString kNo = QStringLiteral("否(&N)");
 
 struct ButtonSet
 {
@@ -584,12 +568,7 @@ void TestQtMessageBox::rejectAnswersTheLastButton()
 {
     QFETCH(int, flag);
     QFETCH(int, id);
-    const QVector<std::function<void(QDialog *)>> ways = {
-        [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); },
-        [](QDialog *dialog) { dialog->close(); },
-        [](QDialog *dialog) { dialog->reject(); },
-    };
-    for (const auto &way : ways) {
+    for (const ModalDriver::Action &way : waysOut()) {
         const ZvJsonPtr params = makeParams(1, flag);
         setTexts(params, "btnText", {QStringLiteral("甲"), QStringLiteral("乙"), QStringLiteral("丙")});
         const Box box(params);

@@ -19,13 +19,6 @@ namespace {
 enum ContentFlag { kTexts = 1, kButtons = 2, kCommands = 4, kCheck = 8 };
 constexpr int kCallersButtons = 64;
 
-const QString kOk = QStringLiteral("确定(&O)");
-const QString kYes = QStringLiteral("是(&Y)");
-const QString kNo = QStringLiteral("否(&N)");
-const QString kRetry = QStringLiteral("重试(&R)");
-const QString kCancel = QStringLiteral("取消(&C)");
-const QString kClose = QStringLiteral("关闭(&C)");
-
 ZvJsonPtr makeParams(int contentFlag, int flag = 0)
 {
     const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
@@ -57,14 +50,6 @@ int boolOf(const ZvJsonPtr &params, const char *key)
 {
     bool value = false;
     return params->GetDataB(key, value) ? int(value) : kMissing;
-}
-
-QStringList textsOf(const QList<QPushButton *> &buttons)
-{
-    QStringList texts;
-    for (const QPushButton *button : buttons)
-        texts << button->text();
-    return texts;
 }
 
 /// A task dialog of the service with its parameters.
@@ -975,12 +960,7 @@ void TestQtTaskDialog::rejectAnswersTheLastButton()
     QFETCH(int, contentFlag);
     QFETCH(int, flag);
     QFETCH(int, id);
-    const QVector<std::function<void(QDialog *)>> ways = {
-        [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); },
-        [](QDialog *dialog) { dialog->close(); },
-        [](QDialog *dialog) { dialog->reject(); },
-    };
-    for (const auto &way : ways) {
+    for (const ModalDriver::Action &way : waysOut()) {
         const ZvJsonPtr params = makeParams(contentFlag, flag);
         setTexts(params, "btnText", {QStringLiteral("甲"), QStringLiteral("乙"), QStringLiteral("丙")});
         setCommands(params, {{10, QStringLiteral("甲")}});
