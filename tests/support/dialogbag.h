@@ -33,7 +33,8 @@ inline void setTexts(const ZvJsonPtr &params, const char *key, const QStringList
     params->SetDataJ(key, array);
 }
 
-// Texts of the dialogs' own buttons.
+/// Texts of the buttons that message and task dialog have of their own.
+namespace BoxButtons {
 inline const QString kOk = QStringLiteral("确定(&O)");
 inline const QString kCancel = QStringLiteral("取消(&C)");
 inline const QString kAbort = QStringLiteral("终止(&A)");
@@ -42,6 +43,7 @@ inline const QString kIgnore = QStringLiteral("忽略(&I)");
 inline const QString kYes = QStringLiteral("是(&Y)");
 inline const QString kNo = QStringLiteral("否(&N)");
 inline const QString kClose = QStringLiteral("关闭(&C)");
+}
 
 inline QStringList textsOf(const QList<QPushButton *> &buttons)
 {

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace {
 
 QString toQ(const ZvString &text)
@@ -320,9 +322,11 @@ void TestFacadeTables::tableThatCannotBeOpenedGivesNothing()
 {
     QFETCH(int, reader);
     openDrawing(kDrawing);
-    const ZvDbObjectPointer<ZvDbObject> held((drawing().*kReaders[reader].table)(), ZvDb::kForWrite);
+    const Reader &row = kReaders[reader];
+    const ZvDbObjectId table = std::invoke(row.table, drawing());
+    const ZvDbObjectPointer<ZvDbObject> held(table, ZvDb::kForWrite);
     QVERIFY(held);
-    QCOMPARE(kReaders[reader].rows(nullptr), 0);
+    QCOMPARE(row.rows(nullptr), 0);
     QCOMPARE(drawing().frameDepth(), 0);
 }
 

@@ -14,6 +14,8 @@
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
+using namespace BoxButtons;
+
 namespace {
 
 struct LogLine

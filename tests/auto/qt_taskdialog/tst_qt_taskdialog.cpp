@@ -14,6 +14,8 @@
 
 #include <memory>
 
+using namespace BoxButtons;
+
 namespace {
 
 enum ContentFlag { kTexts = 1, kButtons = 2, kCommands = 4, kCheck = 8 };
