@@ -263,6 +263,11 @@ ControlsWindow::ControlsWindow(QWidget *parent) : QDialog(parent), m_last(new QL
     resize(460, sizeHint().height());
 }
 
+ControlsWindow::~ControlsWindow()
+{
+    hide(); // a field that loses the keyboard tells so, and what it is told to is still there
+}
+
 void ControlsWindow::tell(const QString &line)
 {
     m_last->setText(line);

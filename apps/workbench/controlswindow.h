@@ -13,6 +13,7 @@ class ControlsWindow : public QDialog
     Q_OBJECT
 public:
     explicit ControlsWindow(QWidget *parent = nullptr);
+    ~ControlsWindow() override;
 
 private:
     QWidget *makeColorPage();
