@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
+#include "stranger.h"
 #include "notices.h"
 
 #include "private/zvboundcontrol.h"
@@ -151,17 +152,6 @@ private:
 
 namespace {
 
-/// No ZvRxObject, as far as it says itself.
-class Stranger : public ZvRxObject
-{
-public:
-    ZvRxClass *isA() const override
-    {
-        static ZvRxClass cls("Stranger", nullptr);
-        return &cls;
-    }
-};
-
 ZvString busKey()
 {
     return ZvString(wchar_t(ZvQtUpdateBusService::kKey));
@@ -264,8 +254,7 @@ void TestBoundControl::controlWorksWithoutTheBus()
 void TestBoundControl::joiningThrowsWhereTheKeyHoldsAStranger()
 {
     const ZvRxObjectPtr service = zv_arbitDict_getservice(busKey());
-    ZvStaticRxObject<Stranger> stranger;
-    zv_arbitDict_regservice(busKey(), &stranger);
+    zv_arbitDict_regservice(busKey(), Stranger::make());
     QVERIFY_EXCEPTION_THROWN(MaterialBox box(true), ZvError_NotThatKindOfClass);
     MaterialBox unhooked(false);
     zv_arbitDict_regservice(busKey(), service);
@@ -274,10 +263,9 @@ void TestBoundControl::joiningThrowsWhereTheKeyHoldsAStranger()
 void TestBoundControl::leavingNeverThrows()
 {
     const ZvRxObjectPtr service = zv_arbitDict_getservice(busKey());
-    ZvStaticRxObject<Stranger> stranger;
     auto box = std::make_unique<MaterialBox>(true);
     MaterialBox *raw = box.get();
-    zv_arbitDict_regservice(busKey(), &stranger);
+    zv_arbitDict_regservice(busKey(), Stranger::make());
     zvLeaveUpdateBus(*raw);
     zv_arbitDict_regservice(busKey(), service);
     box.reset();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
+#include "stranger.h"
 #include "zevatest.h"
 
 #include "zvqthelpservice.h"
@@ -28,17 +29,6 @@ class CountingHelp : public ZvRxObjectImpl<ZvQtHelpService>
 public:
     void showHelp() override { ++calls; }
     int calls = 0;
-};
-
-/// Claims to be of a class that does not derive from the kernel's root.
-class Stranger : public ZvRxObjectImpl<ZvRxObject>
-{
-public:
-    ZvRxClass *isA() const override
-    {
-        static ZvRxClass descriptor("Stranger", nullptr);
-        return &descriptor;
-    }
 };
 
 ZvString helpKey()
@@ -694,7 +684,7 @@ void TestColorDialog::helpButtonWithoutHelpDoesNothing()
 
 void TestColorDialog::helpOfAForeignClassThrows()
 {
-    zv_arbitDict_regservice(helpKey(), ZvRxObjectPtr::adopt(new Stranger));
+    zv_arbitDict_regservice(helpKey(), Stranger::make());
     const ColorDialogRun run(ColorKeys{});
     QVERIFY_EXCEPTION_THROWN(run.dialog->slot_help_button_clicked(), ZvError_NotThatKindOfClass);
     zv_arbitDict_clearservice(helpKey());

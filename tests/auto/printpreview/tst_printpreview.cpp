@@ -3,6 +3,7 @@
 #include "modaldriver.h"
 #include "modulesession.h"
 #include "zevatest.h"
+#include "stranger.h"
 #include "zvqtcanvas.h"
 
 #include "base/zverror.h"
@@ -97,17 +98,6 @@ private:
     }
 
     QSizeF m_size;
-};
-
-/// Claims to be of a class that does not derive from the kernel's root.
-class Stranger : public ZvRxObjectImpl<ZvRxObject>
-{
-public:
-    ZvRxClass *isA() const override
-    {
-        static ZvRxClass descriptor("Stranger", nullptr);
-        return &descriptor;
-    }
 };
 
 struct Paper
@@ -548,7 +538,7 @@ void TestPrintPreview::foreignObjectThrows()
 {
     QFETCH(QByteArray, key);
     const ZvJsonPtr params = makeParams(kA4);
-    params->SetDataO(key.constData(), ZvRxObjectPtr::adopt(new Stranger));
+    params->SetDataO(key.constData(), Stranger::make());
     const ZvUiDialogBasePtr adapter = ModuleSession::createDialog(L"CADPreviewDialog");
     QVERIFY_EXCEPTION_THROWN(adapter->onInit(params, nullptr), ZvError_NotThatKindOfClass);
 }
