@@ -102,6 +102,7 @@ void tst_layer_list::opensAgainAfterTheColourDialog()
     bool wasOpen = true;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
         wasOpen = table()->isVisible();
         // by the pointer of the display: a list that were open still would take the click
         QVERIFY(clickAt(dialog->mapToGlobal(QPoint(dialog->width() / 2, 4))));
@@ -121,7 +122,11 @@ void tst_layer_list::opensAgainAfterAMessage()
 {
     open();
     ModalDriver driver;
-    driver.next([](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    driver.next([](QDialog *dialog) {
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QVERIFY(pressKey(QStringLiteral("Escape")));
+        QTRY_VERIFY(!dialog->isVisible());
+    });
     QVERIFY(clickAt(middleOf(table()->cellWidget(0, 1)))); // the current layer is not frozen
     QTRY_VERIFY(driver.finished());
     QTRY_VERIFY(table()->isVisible());
