@@ -22,6 +22,8 @@ QT_END_NAMESPACE
 class ZV_EXPORT ZvColorButtonWidget : public QWidget
 {
     Q_OBJECT
+    /// For forms: as a true colour.
+    Q_PROPERTY(QColor color READ shownColor WRITE showColor)
 public:
     explicit ZvColorButtonWidget(QWidget *parent);
     ~ZvColorButtonWidget() override;
@@ -53,6 +55,9 @@ protected:
     virtual void initBtn();
 
 private:
+    QColor shownColor() const;
+    void showColor(const QColor &color);
+
     unsigned m_viewStyle = 0;
     QSharedPointer<QPushButton> m_pInnerBtn;
     ZvCmColor m_color;

@@ -62,6 +62,7 @@ class ZV_EXPORT ZvColorComboBox : public QComboBox, public CZvQtControlHelp
 {
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
+    Q_PROPERTY(ViewStyles viewStyle READ viewStyle WRITE setViewStyle)
 public:
     /// What the list holds besides the seven basic colours: bits to be combined. Bit 4 of the default 7 means nothing.
     enum ViewStyle : unsigned int {
@@ -70,6 +71,8 @@ public:
         kColorViewNone = 8, ///< no colour
         kColorViewUseCurrent = 16, ///< first of all, a row for the current colour, whatever that is
     };
+    Q_DECLARE_FLAGS(ViewStyles, ViewStyle)
+    Q_FLAG(ViewStyles)
 
     /// Not hooked.
     explicit ZvColorComboBox(QWidget *parent);
@@ -153,6 +156,7 @@ protected:
 private:
     enum class Found { kNo, kByValue, kByIndex };
 
+    ViewStyles viewStyle() const { return ViewStyles(int(m_viewStyle)); }
     void setUp();
     QVector<ColorData> fixedRows(const ZvApDocument &document, const unsigned int *palette,
                                  const ZvDbObjectId &layerId) const;

@@ -37,6 +37,8 @@ public:
     ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool useCommand);
     /// With the row "其他...", which runs the command.
     ZvLineTypeComboBox(bool hook, QWidget *parent);
+    /// What a form makes: unhooked, with the row "其他...", which asks the service.
+    explicit ZvLineTypeComboBox(QWidget *parent) : ZvLineTypeComboBox(parent, false, false) { }
     ~ZvLineTypeComboBox() override;
 
     // ---- rows

@@ -12,6 +12,8 @@
 class ZV_EXPORT ZvQtColorLabel : public QLabel
 {
     Q_OBJECT
+    /// For forms; invalid while no colour was set.
+    Q_PROPERTY(QColor color READ shownColor WRITE showColor)
 public:
     explicit ZvQtColorLabel(QWidget *parent = nullptr);
 
@@ -19,6 +21,10 @@ public:
     /// \a color is a QRgb.
     void SetColor(unsigned color);
     void SetColor(const ZvCmColor &color);
+
+private:
+    QColor shownColor() const;
+    void showColor(QColor color) { SetColor(color); }
 };
 
 #endif

@@ -64,6 +64,8 @@ public:
     };
 
     ZvQtLinetypeTableView(int mode, QWidget *parent);
+    /// What a form makes: interactive.
+    explicit ZvQtLinetypeTableView(QWidget *parent) : ZvQtLinetypeTableView(kInteractive, parent) { }
     ~ZvQtLinetypeTableView() override;
 
     // ---- setting up

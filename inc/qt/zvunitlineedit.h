@@ -17,6 +17,8 @@
 class ZV_EXPORT ZvUnitLineEdit : public QLineEdit
 {
     Q_OBJECT
+    // The value, where the base class has what stands in the field.
+    Q_PROPERTY(QString text READ text WRITE setText)
 public:
     /// The numbers are the host's. All but the first are shown alike.
     enum EngineeringUnits : int {

@@ -18,6 +18,8 @@ public:
     ZvUtilsBlockComboBox(QWidget *parent, bool usedOnly);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsBlockComboBox(bool hook, QWidget *parent, bool usedOnly);
+    /// What a form makes: all blocks.
+    explicit ZvUtilsBlockComboBox(QWidget *parent) : ZvUtilsBlockComboBox(parent, false) { }
     ~ZvUtilsBlockComboBox() override;
 
     void init();

@@ -14,6 +14,15 @@
 class ZV_EXPORT ZvUtilsGradientColorPushButton : public ZvUtilsIconPushButton
 {
     Q_OBJECT
+    // The members below, for forms: setting one of these repaints the button.
+    Q_PROPERTY(QColor firstColor MEMBER m_firstColor NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor secondColor MEMBER m_secondColor NOTIFY appearanceChanged)
+    Q_PROPERTY(bool centered MEMBER m_centered NOTIFY appearanceChanged)
+    Q_PROPERTY(bool twoColors MEMBER m_twoColors NOTIFY appearanceChanged)
+    Q_PROPERTY(int angle MEMBER m_angle NOTIFY appearanceChanged)
+    Q_PROPERTY(int shade MEMBER m_shade NOTIFY appearanceChanged)
+    Q_PROPERTY(int pattern MEMBER m_pattern NOTIFY appearanceChanged)
+    Q_PROPERTY(bool selected MEMBER m_selected NOTIFY appearanceChanged)
 public:
     explicit ZvUtilsGradientColorPushButton(QWidget *parent = nullptr);
 

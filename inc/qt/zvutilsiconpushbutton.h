@@ -15,6 +15,10 @@
 class ZV_EXPORT ZvUtilsIconPushButton : public QPushButton
 {
     Q_OBJECT
+    // What the constructor tells, for forms.
+    Q_PROPERTY(QString imagePaths MEMBER m_imagePaths NOTIFY appearanceChanged)
+    Q_PROPERTY(QString stateNames MEMBER m_stateNames NOTIFY appearanceChanged)
+    Q_PROPERTY(bool framed MEMBER m_framed NOTIFY appearanceChanged)
 public:
     /// \a imagePaths are the picture files (":/..." too) and \a stateNames the states they belong to, in the same
     /// order, each list separated by "$". Of a state named twice the first counts.
@@ -23,6 +27,12 @@ public:
     /// picture counts as one of no size. With \a framed the frame is grey, and blue under the pointer; without, it is a
     /// line in the colour of the text, and the button's background shows through.
     ZvUtilsIconPushButton(const QString &imagePaths, QString stateNames, bool framed, QWidget *parent);
+    /// What a form makes: framed, without pictures.
+    explicit ZvUtilsIconPushButton(QWidget *parent) : ZvUtilsIconPushButton(QString(), QString(), true, parent) { }
+
+Q_SIGNALS:
+    /// One of the properties was set to another value. Writing a member directly tells nothing.
+    void appearanceChanged();
 
 protected:
     // These two do not repaint: the frame changes with the next painting, which most styles ask for themselves.

@@ -27,6 +27,8 @@ public:
     ZvUtilsLayerComboBox(int mode, QWidget *parent);
     /// Without that guard.
     ZvUtilsLayerComboBox(bool hook, int mode, QWidget *parent);
+    /// What a form makes: not hooked, plain.
+    explicit ZvUtilsLayerComboBox(QWidget *parent) : ZvUtilsLayerComboBox(kPlain, parent) { }
     ~ZvUtilsLayerComboBox() override;
 
     void init();

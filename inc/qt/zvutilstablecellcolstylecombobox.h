@@ -17,6 +17,8 @@ public:
     ZvUtilsTableCellColStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsTableCellColStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
+    /// What a form makes: init() tells it the table style later.
+    explicit ZvUtilsTableCellColStyleComboBox(QWidget *parent) : ZvUtilsTableCellColStyleComboBox(ZvDbObjectId(), parent) { }
     ~ZvUtilsTableCellColStyleComboBox() override;
 
     /// Fills the list with those of another table style.

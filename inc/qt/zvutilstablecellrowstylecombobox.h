@@ -17,6 +17,8 @@ public:
     ZvUtilsTableCellRowStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsTableCellRowStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
+    /// What a form makes: init() tells it the table style later.
+    explicit ZvUtilsTableCellRowStyleComboBox(QWidget *parent) : ZvUtilsTableCellRowStyleComboBox(ZvDbObjectId(), parent) { }
     ~ZvUtilsTableCellRowStyleComboBox() override;
 
     /// Fills the list with those of another table style.

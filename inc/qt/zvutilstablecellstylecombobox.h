@@ -18,6 +18,8 @@ public:
     ZvUtilsTableCellStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsTableCellStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
+    /// What a form makes: init() tells it the table style later.
+    explicit ZvUtilsTableCellStyleComboBox(QWidget *parent) : ZvUtilsTableCellStyleComboBox(ZvDbObjectId(), parent) { }
     ~ZvUtilsTableCellStyleComboBox() override;
 
     /// Fills the list with those of another table style.

@@ -27,6 +27,8 @@ public:
     /// Not hooked. \a sorted: by name, otherwise in the drawing's order.
     ZvUtilsTextStyleComboBox(QWidget *parent, bool sorted);
     ZvUtilsTextStyleComboBox(bool hook, QWidget *parent, bool sorted);
+    /// What a form makes: not hooked, sorted.
+    explicit ZvUtilsTextStyleComboBox(QWidget *parent) : ZvUtilsTextStyleComboBox(parent, true) { }
     ~ZvUtilsTextStyleComboBox() override;
 
     /// Fills the list; signals are not blocked.

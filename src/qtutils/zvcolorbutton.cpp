@@ -47,6 +47,18 @@ void ZvColorButtonWidget::setColor(ZvCmColor color)
     update();
 }
 
+QColor ZvColorButtonWidget::shownColor() const
+{
+    return zvToQColor(m_color);
+}
+
+void ZvColorButtonWidget::showColor(const QColor &color)
+{
+    ZvCmColor trueColor;
+    trueColor.setRGB(std::uint8_t(color.red()), std::uint8_t(color.green()), std::uint8_t(color.blue()));
+    setColor(trueColor);
+}
+
 QPixmap ZvColorButtonWidget::getColorPixmapWithBorder(int w, int h, const QColor &color)
 {
     return zvColorPixmapWithBorder(w, h, color);

@@ -17,6 +17,12 @@ void ZvQtColorLabel::SetColor(QColor &color)
     setPixmap(pixmap);
 }
 
+QColor ZvQtColorLabel::shownColor() const
+{
+    const auto square = property("pixmap").value<QPixmap>();
+    return square.isNull() ? QColor() : square.toImage().pixelColor(0, 0);
+}
+
 void ZvQtColorLabel::SetColor(unsigned color)
 {
     QColor opaque{QRgb(color)};

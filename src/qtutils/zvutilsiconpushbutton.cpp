@@ -13,6 +13,7 @@ ZvUtilsIconPushButton::ZvUtilsIconPushButton(const QString &imagePaths, QString 
     : QPushButton(parent), m_imagePaths(imagePaths), m_stateNames(std::move(stateNames)), m_framed(framed)
 {
     setObjectName(QStringLiteral("normal"));
+    connect(this, &ZvUtilsIconPushButton::appearanceChanged, this, qOverload<>(&QWidget::update));
 }
 
 void ZvUtilsIconPushButton::enterEvent(QEvent *)

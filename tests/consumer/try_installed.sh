@@ -19,6 +19,7 @@ echo "== by CMake"
 cmake -S "$here" -B "$folder/cmake" -G Ninja -DCMAKE_PREFIX_PATH="$stage" > "$folder/configure.log"
 cmake --build "$folder/cmake" > "$folder/build.log"
 "$folder/cmake/consumer"
+"$folder/cmake/form"
 
 echo "== by pkg-config"
 export PKG_CONFIG_PATH=$libdir/pkgconfig
@@ -32,7 +33,8 @@ echo "== the workbench"
 
 echo "== the library on a kernel that is installed"
 cmake -S "$here/../.." -B "$folder/library" -G Ninja -DCMAKE_PREFIX_PATH="$stage" \
-    -DZevaKernel_DIR="$libdir/cmake/ZevaKernel" -DZEVA_BUILD_TESTS=OFF -DZEVA_BUILD_WORKBENCH=OFF > "$folder/library.log"
+    -DZevaKernel_DIR="$libdir/cmake/ZevaKernel" -DZEVA_BUILD_TESTS=OFF -DZEVA_BUILD_WORKBENCH=OFF \
+    -DZEVA_BUILD_DESIGNER=OFF > "$folder/library.log"
 test ! -e "$folder/library/kernel"
 ninja -C "$folder/library" src/qtutils/CMakeFiles/qtutils.dir/zvcolorcombobox.cpp.o > "$folder/object.log"
 echo "== all of it works"

@@ -45,7 +45,7 @@ class Tree:
 
 
 def storey(path):
-    """The storey a file of the tree belongs to: ("kernel", lib, is_public), ("qtutils",), ("workbench",) or None."""
+    """The storey a file of the tree belongs to: ("kernel", lib, is_public), ("qtutils",), ("applications",) or None."""
     parts = path.parts
     if parts[:2] == ("kernel", "inc"):
         return ("kernel", parts[2] if len(parts) > 3 else None, True)
@@ -53,8 +53,8 @@ def storey(path):
         return ("kernel", parts[1], False)
     if parts[:2] in (("src", "qtutils"), ("inc", "qt")):
         return ("qtutils",)
-    if parts[0] == "apps":
-        return ("workbench",)
+    if parts[0] in ("apps", "designer"):
+        return ("applications",)
     return None
 
 
@@ -70,7 +70,7 @@ def complaint(source, name, target):
         _, lib, public = here
         if lib != "utils" and QT.match(name):
             return "only kernel/utils knows Qt"
-        if there and there[0] in ("qtutils", "workbench"):
+        if there and there[0] in ("qtutils", "applications"):
             return "the kernel rests on nothing above it"
         if there and there[0] == "kernel":
             _, other, other_public = there
@@ -83,14 +83,14 @@ def complaint(source, name, target):
             if not other_public and other != lib:
                 return f"kernel/{lib} looks behind the interface of kernel/{other}"
     if here[0] == "qtutils":
-        if there and there[0] == "workbench":
+        if there and there[0] == "applications":
             return "the library rests on nothing above it"
         if there and there[0] == "kernel" and not there[2]:
             return "the library sees nothing behind kernel/inc"
         if source.parts[0] == "inc" and target and target.parts[0] == "src":
             return "a public header includes a private one"
-    if here[0] == "workbench" and there and there[0] == "kernel" and not there[2]:
-        return "the workbench sees nothing behind kernel/inc"
+    if here[0] == "applications" and there and there[0] == "kernel" and not there[2]:
+        return "an application sees nothing behind kernel/inc"
     return None
 
 
@@ -98,7 +98,7 @@ def check(root):
     tree = Tree(root)
     complaints = []
     seen = 0
-    for folder in ("kernel", "src/qtutils", "inc/qt", "apps"):
+    for folder in ("kernel", "src/qtutils", "inc/qt", "apps", "designer"):
         for path in tree.sources(folder):
             seen += 1
             source = path.relative_to(root)

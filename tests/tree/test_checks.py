@@ -28,6 +28,7 @@ ALLOWED = [
     ("src/qtutils/a.cpp", "private/shared.h"),
     ("src/qtutils/a.cpp", "QtCore/QString"),
     ("apps/workbench/a.cpp", "zevaqt.h"),
+    ("designer/a.cpp", "zevaqt.h"),
 ]
 
 REFUSED = [
@@ -53,6 +54,7 @@ REFUSED = [
     ("src/qtutils/a.cpp", "../../apps/workbench/window.h"),
     ("inc/qt/a.h", "../../src/qtutils/private/shared.h"),
     ("apps/workbench/a.cpp", "../../kernel/base/inner.h"),
+    ("designer/a.cpp", "../kernel/base/inner.h"),
 ]
 
 
