@@ -14,6 +14,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QPointer>
+#include <QRect>
 #include <QString>
 #include <QVector>
 
@@ -121,7 +122,27 @@ private:
         bool operator()(const ZvString &a, const ZvString &b) const { return a.compareNoCase(b) == 0; }
     };
 
+    /// What decides where the open list lies.
+    struct ListSetting
+    {
+        QRect box; // on the desktop
+        QRect screen;
+        QRect available;
+        QSize iconSize;
+        int column = 0;
+        int leastWidth = 0;
+        int rowsHeight = 0;
+        bool needsScrollBar = false; // the horizontal one
+        int row = -1; // that lies over the box
+        int scrolled = 0;
+
+        bool operator==(const ListSetting &other) const;
+    };
+
     Source sourceNow(const unsigned int *palette) const;
+    ListSetting listSetting() const;
+    void openList();
+    void openListAgain();
     void rowButtonClicked(int row, int column);
     void switchState(int row, int column);
     void recolour(int row);
@@ -146,6 +167,9 @@ private:
     QFont m_measuredFont; // of the widths
     std::vector<int> m_nameWidths; // pixels by row, -1 while not measured
     QVector<QString> m_names; // of the rows as they were read
+    ListSetting m_listSetting; // when the list was last opened by the base
+    QRect m_listPlace; // which it got then; null when it has to be found anew
+    bool m_isInMouseEvent = false;
 };
 
 #endif

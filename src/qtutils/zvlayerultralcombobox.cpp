@@ -15,13 +15,19 @@
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QHash>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
 #include <QPainter>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -113,6 +119,9 @@ void ZvLayerUltralComboBox::initializeData()
         hidePopup();
     });
     connect(m_table.data(), &ZvLayerTable::buttonClicked, this, &ZvLayerUltralComboBox::rowButtonClicked);
+    const auto forgetPlace = [this] { m_listPlace = QRect(); };
+    connect(m_table.data(), &ZvLayerTable::lookChanged, this, forgetPlace);
+    connect(m_table->model(), &QAbstractItemModel::dataChanged, this, forgetPlace);
     m_icons.clear();
     for (int icon = 0; icon < kIcons; ++icon)
         m_icons.append(zvsiQtCreateIcon(toFullPath(iconFile(icon)), false, kIconSize, kIconSize));
@@ -345,8 +354,12 @@ void ZvLayerUltralComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
 void ZvLayerUltralComboBox::showPopup()
 {
     m_undoKey = nextUndoKey();
-    if (!m_table || !m_label || !hooked) {
+    if (!m_table || !m_label) {
         QComboBox::showPopup();
+        return;
+    }
+    if (!hooked) {
+        openList();
         return;
     }
     if (zvIsOrdinaryCommandActive())
@@ -359,7 +372,76 @@ void ZvLayerUltralComboBox::showPopup()
     QComboBox::setCurrentIndex(row);
     m_table->selectRow(row);
     blockSignals(false);
+    openList();
+}
+
+bool ZvLayerUltralComboBox::ListSetting::operator==(const ListSetting &other) const
+{
+    const auto values = [](const ListSetting &s) {
+        return std::tie(s.box, s.screen, s.available, s.iconSize, s.column, s.leastWidth, s.rowsHeight,
+                        s.needsScrollBar, s.row, s.scrolled);
+    };
+    return values(*this) == values(other);
+}
+
+ZvLayerUltralComboBox::ListSetting ZvLayerUltralComboBox::listSetting() const
+{
+    ListSetting setting;
+    setting.box = QRect(mapToGlobal(QPoint()), size());
+    setting.screen = screen()->geometry();
+    setting.available = screen()->availableGeometry();
+    setting.iconSize = iconSize();
+    setting.column = modelColumn();
+    setting.leastWidth = m_table->minimumWidth();
+    setting.rowsHeight = m_table->verticalHeader()->length();
+    const QScrollBar *bar = m_table->horizontalScrollBar();
+    setting.needsScrollBar
+        = m_table->horizontalScrollBarPolicy() != Qt::ScrollBarAlwaysOff && bar->minimum() < bar->maximum();
+    setting.row = currentIndex();
+    setting.scrolled = m_table->verticalScrollBar()->value();
+    return setting;
+}
+
+/// To find its place the base goes through all rows twice, which with thousands of layers is what the user waits for.
+/// A list that opens as it did before gets the place that it had.
+void ZvLayerUltralComboBox::openList()
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    // Other styles stop at the most visible items. A list that others open while a button of the mouse is down takes
+    // the release for a choice or not by a clock that the base alone can set.
+    const bool isQuick = style()->styleHint(QStyle::SH_ComboBox_Popup, &option, this)
+        && (m_isInMouseEvent || QGuiApplication::mouseButtons() == Qt::NoButton);
+    ListSetting setting = listSetting();
+    if (setting.rowsHeight > m_listPlace.height()) { // it fills the screen, at whatever row it opens
+        m_listSetting.row = setting.row;
+        m_listSetting.scrolled = setting.scrolled;
+    }
+    if (isQuick && !m_listPlace.isNull() && count() > 0 && !m_table->isVisible() && setting == m_listSetting) {
+        openListAgain();
+        return;
+    }
+    m_listSetting = setting;
+    m_listPlace = QRect();
     QComboBox::showPopup();
+    if (m_table->isVisible())
+        m_listPlace = m_table->window()->geometry();
+}
+
+void ZvLayerUltralComboBox::openListAgain()
+{
+    QWidget *popup = m_table->window();
+    popup->layout()->activate();
+    popup->setGeometry(m_listPlace);
+    const bool updates = popup->updatesEnabled();
+    popup->setUpdatesEnabled(false);
+    popup->raise();
+    popup->show();
+    QMetaObject::invokeMethod(popup, "updateScrollers");
+    m_table->setFocus();
+    m_table->scrollTo(m_table->currentIndex(), QAbstractItemView::PositionAtCenter);
+    popup->setUpdatesEnabled(updates);
+    popup->update();
 }
 
 /// Of the rows that stand for layers, with a margin; 0 without any.
@@ -387,7 +469,12 @@ void ZvLayerUltralComboBox::hidePopup()
 
 bool ZvLayerUltralComboBox::event(QEvent *event)
 {
-    return QComboBox::event(event);
+    const bool wasInMouseEvent = m_isInMouseEvent;
+    m_isInMouseEvent = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonRelease
+        || event->type() == QEvent::MouseButtonDblClick;
+    const bool isTaken = QComboBox::event(event);
+    m_isInMouseEvent = wasInMouseEvent;
+    return isTaken;
 }
 
 void ZvLayerUltralComboBox::changeEvent(QEvent *event)
@@ -396,6 +483,9 @@ void ZvLayerUltralComboBox::changeEvent(QEvent *event)
         update(); // the base would close the list
         return;
     }
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange
+        || event->type() == QEvent::LayoutDirectionChange)
+        m_listPlace = QRect();
     QComboBox::changeEvent(event);
 }
 

@@ -3,13 +3,14 @@
 
 #include "private/zvcolorswatch.h"
 
-#include <QEvent>
 #include <QHeaderView>
+#include <QPaintEvent>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 #include <QStyledItemDelegate>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -49,7 +50,8 @@ const ButtonSpec &buttonSpec(int column)
 /// the event loop once, is styled: for buttons that nobody may ever see that is most of their cost.
 ///
 /// Of the buttons in view nearly all are at rest, and those with the same icon look the same: the style, which goes
-/// through its style sheets for each, paints one, and its picture serves the others.
+/// through its style sheets for each, paints one, and its picture serves the others. The block paints these pictures
+/// for its buttons, since a painter for each costs more than the picture.
 class RowButton : public QPushButton
 {
 public:
@@ -65,6 +67,8 @@ public:
         setAccessibleName(toolTip());
         show();
     }
+    /// Under the button, which is painted right afterwards.
+    void paintOnBlock(QPainter &painter) { m_isPainted = drawPicture(painter, pos()); }
 
 protected:
     bool event(QEvent *event) override
@@ -77,19 +81,27 @@ protected:
     }
     void paintEvent(QPaintEvent *event) override
     {
-        QStyleOptionButton option;
-        initStyleOption(&option);
-        if (m_isPlain && isAtRest(option) && styleSheet() == buttonStyleSheet()) {
-            QPainter painter(this);
-            if (fallsOnPixels(painter)) {
-                painter.drawPixmap(0, 0, picture(option));
-                return;
-            }
-        }
+        if (std::exchange(m_isPainted, false))
+            return;
+        QPainter painter(this);
+        if (drawPicture(painter, QPoint()))
+            return;
+        painter.end();
         QPushButton::paintEvent(event);
     }
 
 private:
+    bool drawPicture(QPainter &painter, const QPoint &at) const
+    {
+        if (!m_isPlain || !fallsOnPixels(painter) || styleSheet() != buttonStyleSheet())
+            return false;
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        if (!isAtRest(option))
+            return false;
+        painter.drawPixmap(at, picture(option));
+        return true;
+    }
     /// Elsewhere, as at 150 percent, a picture would be rounded to other pixels than the icon on it.
     bool fallsOnPixels(const QPainter &painter) const
     {
@@ -125,6 +137,26 @@ private:
     ZvLayerButtonPictures *const m_pictures; // of the table, which lives longer
     bool m_isPlaced = false;
     bool m_isPlain = true;
+    bool m_isPainted = false; // by the block
+};
+
+/// The buttons of some rows.
+class RowsBlock : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QPainter painter(this);
+        const QRegion dirty = event->region();
+        for (QObject *child : children()) {
+            auto *button = dynamic_cast<RowButton *>(child);
+            if (button && !button->isHidden() && dirty.intersects(button->geometry()))
+                button->paintOnBlock(painter);
+        }
+    }
 };
 
 /// Four of five cells lie under buttons and hold nothing. A style paints nothing there either as a rule, but takes as
@@ -370,7 +402,7 @@ int ZvLayerTable::blockFor(int row)
         m_blocks[block].last = qMax(m_blocks.at(block).last, row);
         return block;
     }
-    auto *widget = new QWidget(viewport());
+    auto *widget = new RowsBlock(viewport());
     setShown(widget, false);
     m_blocks.append({widget, row, row});
     return m_blocks.size() - 1;
@@ -397,6 +429,7 @@ void ZvLayerTable::changeEvent(QEvent *event)
     m_pictures.clear();
     if (m_delegate)
         static_cast<RowDelegate *>(m_delegate.data())->forgetStyle();
+    Q_EMIT lookChanged();
 }
 
 // ---- what is in view

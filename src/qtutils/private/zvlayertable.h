@@ -92,6 +92,8 @@ public:
 
 Q_SIGNALS:
     void buttonClicked(int row, int column);
+    /// Style or font.
+    void lookChanged();
 
 protected:
     void reset() override;

@@ -16,10 +16,14 @@
 #include <QLabel>
 #include <QPainter>
 #include <QProcess>
+#include <QProxyStyle>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QWindow>
+
+#include <functional>
 
 namespace {
 
@@ -124,10 +128,15 @@ public:
         return QTest::qWaitFor([this] { return table->isVisible(); });
     }
     void click(int row, int column) { QTest::mouseClick(button(row, column), Qt::LeftButton); }
-    void pressName(int row)
+    QPoint placeOfName(int row) const { return table->visualRect(table->model()->index(row, kName)).center(); }
+    void pressName(int row) { QTest::mousePress(table->viewport(), Qt::LeftButton, Qt::NoModifier, placeOfName(row)); }
+    /// With the button down.
+    void dragTo(int row)
     {
-        QTest::mousePress(table->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          table->visualRect(table->model()->index(row, kName)).center());
+        const QPoint place = placeOfName(row);
+        QMouseEvent move(QEvent::MouseMove, place, table->viewport()->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(table->viewport(), &move);
     }
     QPushButton *button(int row, int column) const
     {
@@ -252,6 +261,12 @@ private Q_SLOTS:
     void listOpensAtTheShownLayer();
     void lostNameOpensWithoutARow();
     void keyboardGoesBackToTheDrawing();
+    void listOpensAgainWhereItWouldBeFoundAnew_data();
+    void listOpensAgainWhereItWouldBeFoundAnew();
+    void rowsAreNotMeasuredAgain_data();
+    void rowsAreNotMeasuredAgain();
+    void dragThroughTheListOpenedAgain();
+    void releaseOfAnotherPressIsNoChoice();
 
     // the row buttons
     void listStaysOpenForTheNextSwitch();
@@ -1239,6 +1254,191 @@ void TestLayerComboBox::keyboardGoesBackToTheDrawing()
     QTRY_VERIFY(!box.table->isVisible());
     QCOMPARE(box.window.focusWidget(), &view);
     QVERIFY(runCommands());
+}
+
+using Change = std::function<void(Box &box)>;
+Q_DECLARE_METATYPE(Change)
+
+void TestLayerComboBox::listOpensAgainWhereItWouldBeFoundAnew_data()
+{
+    QTest::addColumn<int>("layers");
+    QTest::addColumn<Change>("change"); // between the openings
+    const auto shows = [](int row) {
+        return Change([row](Box &box) {
+            ZvDbDatabase &drawing = *zvDocManagerPtr()->currentDocument()->database();
+            drawing.setClayer(layerNamed(ZvString(box.names().at(row).toUtf8().constData())));
+            box.combo.updateData(false);
+        });
+    };
+    for (const int layers : {3, 25, 300}) {
+        QTest::addRow("%d, nothing", layers) << layers << Change([](Box &) {});
+        QTest::addRow("%d, another row", layers) << layers << shows(layers / 2);
+        QTest::addRow("%d, last row", layers) << layers << shows(layers);
+        QTest::addRow("%d, moved down", layers) << layers << Change([](Box &box) { box.window.move(100, 600); });
+        QTest::addRow("%d, moved right", layers) << layers << Change([](Box &box) { box.window.move(760, 300); });
+        QTest::addRow("%d, wider", layers) << layers << Change([](Box &box) { box.combo.resize(420, 26); });
+        QTest::addRow("%d, right to left", layers)
+            << layers << Change([](Box &box) { box.combo.setLayoutDirection(Qt::RightToLeft); });
+        QTest::addRow("%d, font", layers) << layers << Change([](Box &box) {
+            QFont font = box.combo.font();
+            font.setPointSize(20);
+            box.combo.setFont(font);
+        });
+        QTest::addRow("%d, rows higher", layers)
+            << layers << Change([](Box &box) { box.table->verticalHeader()->setDefaultSectionSize(31); });
+        QTest::addRow("%d, a row hidden", layers)
+            << layers << Change([](Box &box) { box.table->setRowHidden(1, true); });
+        QTest::addRow("%d, a text beside the buttons", layers) << layers << Change([](Box &box) {
+            box.table->setItem(1, kSwitch, new QTableWidgetItem(QString(50, QLatin1Char('W'))));
+        });
+        QTest::addRow("%d, frame", layers)
+            << layers << Change([](Box &box) { box.table->setStyleSheet(QStringLiteral("border: 7px solid red;")); });
+        QTest::addRow("%d, columns too wide", layers) << layers << Change([](Box &box) {
+            box.table->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+            box.table->horizontalHeader()->setStretchLastSection(false);
+            box.table->setColumnWidth(kName, 2000);
+        });
+        QTest::addRow("%d, scrolled", layers)
+            << layers << Change([](Box &box) { box.table->verticalScrollBar()->setValue(7); });
+        QTest::addRow("%d, no popup", layers)
+            << layers << Change([](Box &box) { box.combo.setStyleSheet(QStringLiteral("combobox-popup: 0;")); });
+    }
+}
+
+void TestLayerComboBox::listOpensAgainWhereItWouldBeFoundAnew()
+{
+    QFETCH(int, layers);
+    QFETCH(Change, change);
+    for (int i = 0; i < layers; ++i)
+        addLayer(numberedName(i));
+    const auto opened = [&](bool isFoundAnew) {
+        Box box;
+        drawing().setClayer(layerNamed(L"0"));
+        notifyCommandEnded();
+        QStringList report;
+        for (int opening = 0; opening < 4; ++opening) {
+            if (isFoundAnew) {
+                const QModelIndex first = box.table->model()->index(0, kName);
+                Q_EMIT box.table->model()->dataChanged(first, first); // a new text may need more room
+            }
+            if (!box.open())
+                return QStringList();
+            QCoreApplication::processEvents(); // places the arrows of a list that scrolls
+            const QWidget *list = box.table->window();
+            QString line;
+            QDebug(&line) << list->geometry() << box.table->geometry() << box.table->viewport()->geometry()
+                          << box.table->verticalScrollBar()->value() << box.table->currentRow()
+                          << box.table->selectionModel()->selectedRows().size() << box.combo.currentIndex()
+                          << list->updatesEnabled() << (list->focusWidget() == box.table);
+            for (const QWidget *part : list->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+                QDebug(&line) << part->metaObject()->className() << part->isVisible() << part->geometry();
+            report << line;
+            box.combo.hidePopup();
+            if (opening == 1) {
+                change(box);
+                QCoreApplication::processEvents();
+            }
+        }
+        return report;
+    };
+    const QStringList expected = opened(true);
+    QCOMPARE(expected.size(), 4);
+    QCOMPARE(opened(false), expected);
+}
+
+void TestLayerComboBox::rowsAreNotMeasuredAgain_data()
+{
+    QTest::addColumn<int>("layers");
+    QTest::addColumn<int>("row"); // made current in between
+    QTest::addColumn<bool>("isMeasured");
+    QTest::newRow("a few, nothing changed") << 5 << 0 << false;
+    QTest::newRow("a few, at another row") << 5 << 3 << true; // which the list is to lie over
+    QTest::newRow("many, nothing changed") << 300 << 0 << false;
+    QTest::newRow("many, at another row") << 300 << 200 << false; // they fill the screen
+}
+
+void TestLayerComboBox::rowsAreNotMeasuredAgain()
+{
+    QFETCH(int, layers);
+    QFETCH(int, row);
+    QFETCH(bool, isMeasured);
+    class MeasuringStyle : public QProxyStyle
+    {
+    public:
+        QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                               const QWidget *widget) const override
+        {
+            measured += type == CT_ComboBox;
+            return QProxyStyle::sizeFromContents(type, option, size, widget);
+        }
+        mutable int measured = 0;
+    } style;
+    for (int i = 0; i < layers; ++i)
+        addLayer(numberedName(i));
+    Box box;
+    box.combo.setStyle(&style);
+    notifyCommandEnded();
+    for (int opening = 0; opening < 2; ++opening) {
+        QVERIFY(box.open());
+        box.combo.hidePopup();
+    }
+    drawing().setClayer(layerNamed(ZvString(box.names().at(row).toUtf8().constData())));
+    notifyCommandEnded();
+    QCoreApplication::processEvents();
+    style.measured = 0;
+    QVERIFY(box.open());
+    QCOMPARE(style.measured > 0, isMeasured);
+    QCOMPARE(box.table->currentRow(), row);
+    QVERIFY(box.table->viewport()->rect().contains(box.table->visualRect(box.table->model()->index(row, 0)).center()));
+    box.combo.hidePopup();
+    box.combo.setStyle(nullptr);
+}
+
+/// Press on the box, move to a row and release, as in any drop-down.
+void TestLayerComboBox::dragThroughTheListOpenedAgain()
+{
+    addTwo();
+    Box box;
+    for (int opening = 0; opening < 2; ++opening) {
+        QVERIFY(box.open());
+        box.combo.hidePopup();
+    }
+    QSignalSpy activated(&box.combo, qOverload<int>(&QComboBox::activated));
+    QWidget *viewport = box.table->viewport();
+    QTest::mousePress(&box.combo, Qt::LeftButton);
+    QTRY_VERIFY(box.table->isVisible());
+    // Released where it was pressed and soon, the list stays open.
+    QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, box.placeOfName(0));
+    QVERIFY(box.table->isVisible());
+    box.dragTo(0);
+    box.dragTo(2);
+    QCOMPARE(box.table->currentRow(), 2);
+    QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, box.placeOfName(2));
+    QVERIFY(!box.table->isVisible());
+    QCOMPARE(activated.size(), 1);
+    QCOMPARE(activated.first().first().toInt(), 2);
+}
+
+/// Others open the list while a button of the mouse is down on them.
+void TestLayerComboBox::releaseOfAnotherPressIsNoChoice()
+{
+    addTwo();
+    Box box;
+    notifyCommandEnded();
+    QPushButton opener(QStringLiteral("Layers"), &box.window);
+    opener.setGeometry(10, 40, 60, 18);
+    QObject::connect(&opener, &QPushButton::pressed, &box.combo, [&] { box.combo.showPopup(); });
+    for (int opening = 0; opening < 2; ++opening) {
+        QVERIFY(box.open());
+        box.dragTo(2);
+        box.combo.hidePopup();
+    }
+    QTest::mousePress(box.window.windowHandle(), Qt::LeftButton, Qt::NoModifier, opener.geometry().center());
+    QTRY_VERIFY(box.table->isVisible());
+    QTest::mouseRelease(box.table->viewport(), Qt::LeftButton, Qt::NoModifier, box.placeOfName(1));
+    QVERIFY(box.table->isVisible());
+    QTest::mouseRelease(box.window.windowHandle(), Qt::LeftButton, Qt::NoModifier, opener.geometry().center());
+    box.combo.hidePopup();
 }
 
 // ---- the row buttons ------------------------------------------------------------------------------------------------
