@@ -365,16 +365,18 @@ std::string ZvString::toStdString() const
 std::size_t ZvString::hash() const
 {
     std::size_t hash = kHashStart;
+    const wchar_t *const text = wstr();
     for (int i = 0, n = length(); i < n; ++i)
-        hash = mix(hash, at(i));
+        hash = mix(hash, text[i]);
     return hash;
 }
 
 std::size_t ZvString::hashNoCase() const
 {
     std::size_t hash = kHashStart;
+    const wchar_t *const text = wstr();
     for (int i = 0, n = length(); i < n; ++i)
-        hash = mix(hash, folded(at(i)));
+        hash = mix(hash, folded(text[i]));
     return hash;
 }
 

@@ -121,12 +121,14 @@ bool lastSwitch(const ZvDbTextStyleTableRecord *record, const ZvString &applicat
 
 bool ZvDbHostService::textStyleFirstFlag(const ZvDbTextStyleTableRecord *record)
 {
-    return lastSwitch(record, L"AcadAnnotative");
+    static const ZvString application(L"AcadAnnotative");
+    return lastSwitch(record, application);
 }
 
 bool ZvDbHostService::textStyleSecondFlag(const ZvDbTextStyleTableRecord *record)
 {
-    return lastSwitch(record, L"AcadAnnoPO");
+    static const ZvString application(L"AcadAnnoPO");
+    return lastSwitch(record, application);
 }
 
 // ---- ZvGsDbRootLinkage

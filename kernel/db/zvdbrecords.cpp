@@ -401,7 +401,10 @@ bool ZvDbBlockTableRecord::isAnonymous() const
 
 bool ZvDbBlockTableRecord::isLayout() const
 {
-    return !m_layout.isNull() || m_name.startsWithNoCase(L"*Model_Space") || m_name.startsWithNoCase(L"*Paper_Space");
+    if (!m_layout.isNull())
+        return true;
+    const bool isKernelName = !m_name.isEmpty() && m_name.at(0) == L'*'; // of thousands of blocks hardly any is
+    return isKernelName && (m_name.startsWithNoCase(L"*Model_Space") || m_name.startsWithNoCase(L"*Paper_Space"));
 }
 
 void ZvDbBlockTableRecord::setOrigin(const ZvGePoint3d &origin)
