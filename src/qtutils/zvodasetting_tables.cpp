@@ -7,7 +7,6 @@
 #include "private/zveditframe.h"
 #include "private/zvresbufptr.h"
 #include "private/zvtablewalk.h"
-#include "zevaqt.h"
 
 #include "db/zvdbdictionary.h"
 #include "db/zvdbentities.h"
@@ -15,9 +14,12 @@
 #include "db/zvdbstyles.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cwchar>
 #include <memory>
-#include <set>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -38,16 +40,71 @@ bool isBefore(const ZvString &a, const ZvString &b)
     return a.compare(b) < 0;
 }
 
-/// Names met in a walk. Case counts. They are ordered by their hashes, which tell nearly all of them apart: a large table
-/// has many names that begin alike.
+/// A name on its way to its place in a list.
+struct SortKey
+{
+    std::uint64_t start; ///< The first four characters in which names may differ; most are told apart by it.
+    const wchar_t *text;
+    int length;
+    int row;
+
+    bool operator<(const SortKey &other) const
+    {
+        if (start != other.start)
+            return start < other.start;
+        const int order = std::wmemcmp(text, other.text, std::size_t(std::min(length, other.length)));
+        return order != 0 ? order < 0 : length < other.length;
+    }
+};
+
+/// Four characters of a name in one number that stands in their order. What does not fit into 16 bits ends it there.
+std::uint64_t packed(const wchar_t *text, const wchar_t *end)
+{
+    std::uint64_t number = 0;
+    for (int i = 0; i < 4; ++i) {
+        number <<= 16;
+        if (text == end || *text < 0)
+            text = end;
+        else if (*text >= 0xFFFF)
+            number |= 0xFFFF;
+        else
+            number |= std::uint64_t(*text++);
+    }
+    return number;
+}
+
+/// Puts rows into the order of their names by code point. Large tables have names that begin alike, and are compared some
+/// 60,000 times: what all begin with is left out, and the rest compared as a number.
+template <class Row, class NameOf> void sortByName(ZvArray<Row> &rows, NameOf nameOf)
+{
+    std::vector<SortKey> keys;
+    keys.reserve(std::size_t(rows.length()));
+    int shared = rows.isEmpty() ? 0 : nameOf(rows[0]).length();
+    for (int row = 0; row < rows.length(); ++row) {
+        const ZvString &name = nameOf(rows[row]);
+        keys.push_back({0, name.wstr(), name.length(), row});
+        const SortKey &first = keys.front();
+        shared = std::min(shared, name.length());
+        shared = int(std::mismatch(first.text, first.text + shared, name.wstr()).first - first.text);
+    }
+    for (SortKey &key : keys)
+        key.start = packed(key.text + shared, key.text + key.length);
+    std::sort(keys.begin(), keys.end());
+    ZvArray<Row> sorted(rows.length());
+    for (const SortKey &key : keys)
+        sorted.append(rows[key.row]);
+    rows.swap(sorted);
+}
+
+/// Names met in a walk. Case counts. They are told apart by their hashes: a large table has many names that begin alike.
 class SeenNames
 {
 public:
     /// True for the first of its name.
-    bool add(const ZvString &name) { return m_names.insert({name.hash(), name}).second; }
+    bool add(const ZvString &name) { return m_names.insert(name).second; }
 
 private:
-    std::set<std::pair<std::size_t, ZvString>> m_names;
+    std::unordered_set<ZvString> m_names;
 };
 
 /// Calls \a visit with name and id of each entry in dictionary order, until it returns false.
@@ -145,7 +202,7 @@ constexpr int kDataShort = 1070;
 bool readsAnnotative(const ZvResBuf *chain)
 {
     ChainReader reader(chain);
-    return reader.text(kDataApplication, L"AcadAnnotative") && reader.text(kDataText, L"AnnotativeData")
+    return chain && reader.text(kDataApplication, L"AcadAnnotative") && reader.text(kDataText, L"AnnotativeData")
         && reader.text(kDataBrace, L"{") && reader.number(kDataShort, 1) && reader.number(kDataShort, 1)
         && reader.text(kDataBrace, L"}");
 }
@@ -153,7 +210,7 @@ bool readsAnnotative(const ZvResBuf *chain)
 bool readsMatchOrientation(const ZvResBuf *chain)
 {
     ChainReader reader(chain);
-    return reader.text(kDataApplication, L"AcadAnnoPO") && reader.number(kDataShort, 1);
+    return chain && reader.text(kDataApplication, L"AcadAnnoPO") && reader.number(kDataShort, 1);
 }
 
 // ---- cell styles
@@ -193,7 +250,7 @@ void sortCellStyles(ZvArray<ZvString> &names)
 bool isSpaceName(const ZvString &name)
 {
     constexpr int kPrefixLength = 12;
-    return name.length() >= kPrefixLength
+    return name.length() >= kPrefixLength && name.at(0) == L'*'
         && (name.startsWithNoCase(L"*MODEL_SPACE") || name.startsWithNoCase(L"*PAPER_SPACE"));
 }
 
@@ -207,22 +264,6 @@ bool isListedBlock(const ZvDbBlockTableRecord &block, const ZvString &name, bool
     ZvArray<ZvDbObjectId> references;
     block.getBlockReferenceIds(references, true, false);
     return !references.isEmpty();
-}
-
-// ---- coordinate systems
-
-/// Asks the current viewport of the current document, whatever drawing is read.
-bool hasPreviousUcs()
-{
-    const ZvDbDatabase *database = zvCurrentDocumentDatabase();
-    if (!database)
-        return false;
-    const ZvDbObjectPointer<ZvDbObject> viewport(zvHostService()->currentViewportId(database), ZvDb::kForRead);
-    if (!viewport)
-        return false;
-    const auto *data = zvqt_queryRequired<ZvDbAbstractViewportData>(viewport.get());
-    ZvGeMatrix3d previous;
-    return data->hasPreviousUcs(viewport.get(), previous);
 }
 
 } // namespace
@@ -241,7 +282,7 @@ void ZevaUISetting::getLayerInfos(ZvArray<SigleLayerData> &layers, ZvDbDatabase 
             layers.append(row);
         return true;
     });
-    std::sort(layers.begin(), layers.end(), compareLayerInfo);
+    sortByName(layers, [](const SigleLayerData &layer) -> const ZvString & { return layer.name; });
 }
 
 ZevaUISetting::SigleLayerData ZevaUISetting::getLayInfo(ZvDbObjectId id)
@@ -301,7 +342,7 @@ void ZevaUISetting::getTextStyleTableRecords(ZvArray<ZvsiTextStyleInfoItem> &sty
         return true;
     });
     if (sorted)
-        std::sort(styles.begin(), styles.end(), compareTextStyleInfo);
+        sortByName(styles, [](const ZvsiTextStyleInfoItem &style) -> const ZvString & { return style.name; });
 }
 
 void ZevaUISetting::getAnnotationAndMatch(const ZvDbTextStyleTableRecord *record, bool &annotative,
@@ -311,8 +352,10 @@ void ZevaUISetting::getAnnotationAndMatch(const ZvDbTextStyleTableRecord *record
     matchOrientation = false;
     if (!record)
         return;
-    annotative = readsAnnotative(ZvResBufPtr(record->xData(L"AcadAnnotative")).get());
-    matchOrientation = readsMatchOrientation(ZvResBufPtr(record->xData(L"AcadAnnoPO")).get());
+    static const ZvString annotativeData(L"AcadAnnotative");
+    static const ZvString orientationData(L"AcadAnnoPO");
+    annotative = readsAnnotative(ZvResBufPtr(record->xData(annotativeData)).get());
+    matchOrientation = readsMatchOrientation(ZvResBufPtr(record->xData(orientationData)).get());
 }
 
 void ZevaUISetting::getDimStyleTableRecords(ZvArray<ZvsiStyleInfoItem> &styles, ZvDbDatabase *database)
@@ -379,7 +422,7 @@ void ZevaUISetting::getBlockNames(ZvArray<ZvString> &names, ZvDbDatabase *databa
             names.append(name);
     }
     frame.end();
-    std::sort(names.begin(), names.end(), isBefore);
+    sortByName(names, [](const ZvString &name) -> const ZvString & { return name; });
 }
 
 void ZevaUISetting::getHatchNames(ZvArray<ZvString> &names, ZvDbDatabase *database)
@@ -456,7 +499,7 @@ void ZevaUISetting::getUcses(ZvArray<ZvsiUcsInfoItem> &items, ZvDbDatabase *data
 
     if (ZvCurrentUcs(*source).isUnnamed())
         items.append({L"未命名", ZvDbObjectId(), kUcsUnnamed});
-    const bool hasPrevious = hasPreviousUcs();
+    const bool hasPrevious = zvHasPreviousUcs();
     items.append({L"世界", ZvDbObjectId(), kUcsWorld});
     if (hasPrevious)
         items.append({L"上一个", ZvDbObjectId(), kUcsPrevious});
@@ -475,7 +518,7 @@ void ZevaUISetting::getCustomViews(ZvArray<ZvsiViewInfoItem> &items, ZvDbDatabas
     const ZvDbDatabase *source = orCurrent(database);
     if (!source)
         return;
-    const bool isOnPaper = zvHostService()->paperSpaceId(source) == getWorkBlockRecId(source);
+    const bool isOnPaper = zvIsPaperWorkedOn(*source);
     zvWalkRecords<ZvDbViewTableRecord>(source->viewTableId(), [&](const ZvDbViewTableRecord &record) {
         if (!record.isDependent() && !record.name().isEmpty() && record.isPaperspaceView() == isOnPaper)
             items.append({record.name(), record.objectId()});

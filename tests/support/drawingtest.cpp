@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
 
+#include "addrecord.h"
+
 #include "base/zvregistry.h"
 #include "db/zvdbhostservice.h"
 
@@ -24,24 +26,6 @@ public:
 private:
     ZvMonitorGlobalUISystemVarReactor *m_reactor;
 };
-
-template<class Table, class Record>
-ZvDbObjectId addRecord(ZvDbDatabase &drawing, Record *record, const ZvString &name)
-{
-    record->setName(name);
-    Table *table = nullptr;
-    ZvDbObjectId id;
-    if (drawing.getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk) {
-        delete record;
-        return id;
-    }
-    if (table->add(record, id) == Zv::eOk)
-        record->close();
-    else
-        delete record;
-    table->close();
-    return id;
-}
 
 ZvDbObjectId addEntry(ZvDbObjectId dictionaryId, ZvDbObject *object, const ZvString &name)
 {
@@ -144,12 +128,12 @@ bool DrawingTest::runMacro(const ZvString &macro)
 
 ZvDbObjectId DrawingTest::addLayer(const ZvString &name)
 {
-    return addRecord<ZvDbLayerTable>(drawing(), new ZvDbLayerTableRecord, name);
+    return addRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(drawing(), name);
 }
 
 ZvDbObjectId DrawingTest::addLineType(const ZvString &name)
 {
-    return addRecord<ZvDbLinetypeTable>(drawing(), new ZvDbLinetypeTableRecord, name);
+    return addRecord<ZvDbLinetypeTable, ZvDbLinetypeTableRecord>(drawing(), name);
 }
 
 ZvDbObjectId DrawingTest::addLineType(const ZvString &name, const std::vector<double> &lengths)
@@ -171,12 +155,12 @@ void DrawingTest::setPattern(ZvDbObjectId lineType, const std::vector<double> &l
 
 ZvDbObjectId DrawingTest::addTextStyle(const ZvString &name)
 {
-    return addRecord<ZvDbTextStyleTable>(drawing(), new ZvDbTextStyleTableRecord, name);
+    return addRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(drawing(), name);
 }
 
 ZvDbObjectId DrawingTest::addDimStyle(const ZvString &name)
 {
-    return addRecord<ZvDbDimStyleTable>(drawing(), new ZvDbDimStyleTableRecord, name);
+    return addRecord<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>(drawing(), name);
 }
 
 ZvDbObjectId DrawingTest::addMaterial(const ZvString &name)

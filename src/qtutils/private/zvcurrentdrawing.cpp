@@ -2,6 +2,7 @@
 #include "private/zvcurrentdrawing.h"
 
 #include "zevaqt.h"
+#include "zvodasetting.h"
 
 #include "base/zvregistry.h"
 #include "core/zvedvars.h"
@@ -42,6 +43,11 @@ ZvEdSelectionHolder *zvSelectionHolder()
 ZvDbHostService *zvHostService()
 {
     return zvqt_queryRequired<ZvDbHostService>(zvrxGetService(3))->applicationObject();
+}
+
+bool zvIsPaperWorkedOn(const ZvDbDatabase &drawing)
+{
+    return zvHostService()->paperSpaceId(&drawing) == ZevaUISetting::getWorkBlockRecId(&drawing);
 }
 
 int zvActiveCommandBits()

@@ -23,6 +23,9 @@ ZvEdSelectionHolder *zvSelectionHolder();
 /// \throws ZvError_NotThatKindOfClass where it is missing or something else.
 ZvDbHostService *zvHostService();
 
+/// Whether the sheet of a layout is worked on, and not the model.
+bool zvIsPaperWorkedOn(const ZvDbDatabase &drawing);
+
 /// The bits of "CMDACTIVE", 0 where it cannot be read.
 int zvActiveCommandBits();
 /// Some command runs: writes belong to it.

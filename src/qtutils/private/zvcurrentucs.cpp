@@ -3,7 +3,10 @@
 
 #include "private/zvcurrentdrawing.h"
 #include "private/zvresbufptr.h"
+#include "zevaqt.h"
 #include "zvodasetting.h"
+
+#include "db/zvdbrecords.h"
 
 namespace {
 
@@ -14,6 +17,19 @@ int readInteger(const wchar_t *variable, const ZvDbDatabase &drawing)
 }
 
 } // namespace
+
+bool zvHasPreviousUcs()
+{
+    const ZvDbDatabase *database = zvCurrentDocumentDatabase();
+    if (!database)
+        return false;
+    const ZvDbObjectPointer<ZvDbObject> viewport(zvHostService()->currentViewportId(database), ZvDb::kForRead);
+    if (!viewport)
+        return false;
+    const auto *data = zvqt_queryRequired<ZvDbAbstractViewportData>(viewport.get());
+    ZvGeMatrix3d previous;
+    return data->hasPreviousUcs(viewport.get(), previous);
+}
 
 ZvCurrentUcs::ZvCurrentUcs(const ZvDbDatabase &drawing)
 {

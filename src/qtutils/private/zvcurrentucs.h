@@ -7,6 +7,10 @@
 
 class ZvDbDatabase;
 
+/// Whether the active viewport of the current document, whatever drawing is read, has a system to go back to.
+/// \throws ZvError_NotThatKindOfClass where the active viewport is something else.
+bool zvHasPreviousUcs();
+
 /// The coordinate system in force in the space that is worked in.
 struct ZvCurrentUcs
 {

@@ -15,7 +15,17 @@ inline QString zvToQString(const ZvUtf8String &text)
 
 inline QString zvToQString(const ZvString &text)
 {
-    return zvToQString(text.toUtf8());
+    // Names go to the lists by thousands, and hardly ever hold a character that Qt splits in two.
+    const int length = text.length();
+    const wchar_t *from = text.wstr();
+    QString result(length, Qt::Uninitialized);
+    QChar *to = result.data();
+    for (int i = 0; i < length; ++i) {
+        if (from[i] < 0 || from[i] >= 0xD800)
+            return zvToQString(text.toUtf8());
+        to[i] = QChar(ushort(from[i]));
+    }
+    return result;
 }
 
 inline ZvUtf8String zvToZvUtf8String(const QString &text)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "addrecord.h"
 #include "drawingtest.h"
 #include "drawingtexts.h"
 #include "viewportdata.h"
@@ -120,6 +121,7 @@ private Q_SLOTS:
 
     // layers
     void layersAreSortedAndHiddenOnesLeftOut();
+    void namesAreSortedByCodePoint();
     void layerRowTellsItsState();
     void layerIsFoundByNameThoughHidden();
     void unopenableLayerGivesAnEmptyRow();
@@ -339,6 +341,34 @@ void TestFacadeTables::layersAreSortedAndHiddenOnesLeftOut()
     ZevaUISetting::getLayerInfos(layers, nullptr);
     // capitals come before small letters
     QCOMPARE(namesOf(layers), (QStringList{s("0"), s("Doors"), s("House|Walls"), s("walls")}));
+}
+
+/// Names that a quick comparison could take for equal, or for the wrong order.
+static const QStringList kNamesInOrder = {
+    s("Name"),      s("Name "),     s("Name 1"),         s("Name 10"),        s("Name 100"),        s("Name 1000"),
+    s("Name 10000"), s("Name 1001"), s("Name 2"),         s("Name A"),         s("Name b"),          s("Name 一"),
+    s("Name 一二三四"), s("Name 一二三四五"), s("Name 一二三四六"), s("Name \uFF21"), s("Name \uFFFF a"), s("Name \U0001F3E0 a"),
+    s("Name \U0001F3E0 b"), s("Name \U0001F3E1"), s("Named")};
+
+void TestFacadeTables::namesAreSortedByCodePoint()
+{
+    for (int i = 0; i < kNamesInOrder.size(); ++i) { // in an order of their own
+        const ZvString name = ZvUtf8String(kNamesInOrder[i * 8 % kNamesInOrder.size()].toUtf8().constData()).toWide();
+        QVERIFY(!addLayer(name).isNull());
+        QVERIFY(!addTextStyle(name).isNull());
+        QVERIFY((!addRecord<ZvDbBlockTable, ZvDbBlockTableRecord>(drawing(), name).isNull()));
+    }
+    ZvArray<S::SigleLayerData> layers;
+    S::getLayerInfos(layers, nullptr);
+    QCOMPARE(namesOf(layers).mid(1), kNamesInOrder); // behind "0"
+    ZvArray<S::ZvsiTextStyleInfoItem> styles;
+    S::getTextStyleTableRecords(styles, nullptr, true);
+    QCOMPARE(namesOf(styles).mid(1, kNamesInOrder.size()), kNamesInOrder); // behind "Annotative"
+    ZvArray<ZvString> blocks;
+    S::getBlockNames(blocks, nullptr, false);
+    QCOMPARE(listOf(blocks), kNamesInOrder);
+    for (int i = 1; i < layers.length(); ++i)
+        QVERIFY(S::compareLayerInfo(layers[i - 1], layers[i]));
 }
 
 void TestFacadeTables::layerRowTellsItsState()
