@@ -32,7 +32,7 @@ ZvUtilsMaterialComboBox::ZvUtilsMaterialComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

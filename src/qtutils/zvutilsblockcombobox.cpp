@@ -12,7 +12,7 @@ ZvUtilsBlockComboBox::ZvUtilsBlockComboBox(bool hook, QWidget *parent, bool used
     : QComboBox(parent), CZvQtControlHelp(hook), m_usedOnly(usedOnly)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

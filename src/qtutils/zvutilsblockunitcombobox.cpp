@@ -40,7 +40,7 @@ ZvUtilsBlockUnitComboBox::~ZvUtilsBlockUnitComboBox()
 
 void ZvUtilsBlockUnitComboBox::init()
 {
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     zvAppendNames(*this, *this, unitNames());
 }
 

@@ -32,7 +32,7 @@ ZvUtilsDimStyleComboBox::ZvUtilsDimStyleComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

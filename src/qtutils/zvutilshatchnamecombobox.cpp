@@ -19,7 +19,7 @@ ZvUtilsHatchNameComboBox::~ZvUtilsHatchNameComboBox()
 
 void ZvUtilsHatchNameComboBox::init()
 {
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     ZvArray<ZvString> names;
     ZevaUISetting::getHatchNames(names, nullptr);
     zvAppendNames(*this, *this, names);

@@ -39,7 +39,7 @@ ZvUtilsLayerComboBox::ZvUtilsLayerComboBox(bool hook, int mode, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr), m_mode(mode)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

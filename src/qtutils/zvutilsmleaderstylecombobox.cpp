@@ -38,7 +38,7 @@ ZvUtilsMleaderStyleComboBox::ZvUtilsMleaderStyleComboBox(bool hook, QWidget *par
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

@@ -65,7 +65,7 @@ ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *p
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

@@ -29,7 +29,7 @@ ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(bool hook, QWidget 
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 

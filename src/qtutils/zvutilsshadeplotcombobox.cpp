@@ -13,7 +13,7 @@ ZvUtilsShadePlotComboBox::ZvUtilsShadePlotComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 
@@ -43,7 +43,7 @@ void ZvUtilsShadePlotComboBox::init()
         const QString text = value && !value->isNullNode() ? zvToQString(value->asString()) : QStringLiteral("");
         rows.push_back({QIcon(), text, text});
     }
-    zvAppendRows(*this, rows);
+    zvAppendRows(*this, std::move(rows));
 }
 
 QString ZvUtilsShadePlotComboBox::getCurrentName() const

@@ -13,7 +13,7 @@ ZvUtilsTableCellRowStyleComboBox::ZvUtilsTableCellRowStyleComboBox(bool hook, co
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init(tableStyle);
 }
 

@@ -12,7 +12,7 @@ ZvUtilsTableCellStyleComboBox::ZvUtilsTableCellStyleComboBox(bool hook, const Zv
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init(tableStyle);
 }
 

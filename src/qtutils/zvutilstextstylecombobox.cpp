@@ -42,7 +42,7 @@ ZvUtilsTextStyleComboBox::ZvUtilsTextStyleComboBox(bool hook, QWidget *parent, b
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr), m_sorted(sorted)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     init();
 }
 
@@ -58,11 +58,12 @@ void ZvUtilsTextStyleComboBox::init()
     ZevaUISetting::getTextStyleTableRecords(styles, nullptr, m_sorted);
     const ZvHookedCleared filling(*this);
     std::vector<ZvRow> rows;
+    rows.reserve(std::size_t(styles.length()));
     for (const ZevaUISetting::ZvsiTextStyleInfoItem &style : styles) {
         if (!style.name.isEmpty() && !isOfExternalReference(style.objectId))
             rows.push_back({QIcon(), zvToQString(style.name), QVariant::fromValue(style)});
     }
-    zvAppendRows(*this, rows);
+    zvAppendRows(*this, std::move(rows));
 }
 
 void ZvUtilsTextStyleComboBox::updateTextStyle()

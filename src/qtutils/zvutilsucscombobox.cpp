@@ -50,6 +50,15 @@ bool isInForce(const ZevaUISetting::ZvsiUcsInfoItem &item, const ZvCurrentUcs &u
     }
 }
 
+/// The fixed rows hang on the system in force and on its predecessor.
+ZvListSource listSource()
+{
+    ZvListSource source = zvListSource([](const ZvDbDatabase &drawing) { return drawing.UCSTableId(); });
+    if (!source.table.isNull())
+        source.variant = (ZvCurrentUcs(*curDatabase()).isUnnamed() ? 1 : 0) + (zvHasPreviousUcs() ? 2 : 0);
+    return source;
+}
+
 } // namespace
 
 ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(QWidget *parent) : ZvUtilsUcsComboBox(false, parent) { }
@@ -57,7 +66,7 @@ ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(QWidget *parent) : ZvUtilsUcsComboBox(fal
 ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
-    zvConnectPicks(*this);
+    zvSetUpList(*this);
     initIcons();
     init();
 }
@@ -103,7 +112,7 @@ void ZvUtilsUcsComboBox::init()
         const auto icon = m_icons.find(item.type);
         rows.push_back({icon != m_icons.end() ? icon->second : QIcon(), zvToQString(item.name), item.type});
     }
-    zvAppendRows(*this, rows);
+    zvAppendRows(*this, std::move(rows));
     const int row = type < 0 ? -1 : zvFindRow(*this, zvToQString(name), ZvNameMatch::kIgnoreCase);
     if (row >= 0)
         setCurrentIndex(row);
@@ -144,8 +153,8 @@ void ZvUtilsUcsComboBox::curIndexChanged(int index)
 
 void ZvUtilsUcsComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, listSource(), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsUcsComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)

@@ -38,6 +38,15 @@ ZvRow rowOf(const Preset &preset)
     return {icon, QString::fromUtf8(preset.text), preset.code};
 }
 
+/// Model and sheet have views of their own.
+ZvListSource listSource()
+{
+    ZvListSource source = zvListSource([](const ZvDbDatabase &drawing) { return drawing.viewTableId(); });
+    if (!source.table.isNull())
+        source.variant = zvIsPaperWorkedOn(*curDatabase()) ? 1 : 0;
+    return source;
+}
+
 } // namespace
 
 ZvUtilsViewComboBox::ZvUtilsViewComboBox(QWidget *parent) : ZvUtilsViewComboBox(false, parent) { }
@@ -45,6 +54,7 @@ ZvUtilsViewComboBox::ZvUtilsViewComboBox(QWidget *parent) : ZvUtilsViewComboBox(
 ZvUtilsViewComboBox::ZvUtilsViewComboBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook)
 {
     zvJoinUpdateBus(*this);
+    setModel(new ZvRowModel(this));
     // Activations: the same view can be picked twice, and a refill sends nothing.
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvUtilsViewComboBox::activateIndex);
     setInsertPolicy(QComboBox::InsertAfterCurrent);
@@ -68,7 +78,7 @@ void ZvUtilsViewComboBox::init()
     for (const ZevaUISetting::ZvsiViewInfoItem &view : views)
         rows.push_back({QIcon(), zvToQString(view.name), int(kNamed)});
     rows.push_back(rowOf(kManagerRow));
-    zvAppendRows(*this, rows);
+    zvAppendRows(*this, std::move(rows));
 }
 
 bool ZvUtilsViewComboBox::setPredefinedView(int code)
@@ -112,8 +122,8 @@ void ZvUtilsViewComboBox::activateIndex(int index)
 
 void ZvUtilsViewComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    zvRefillForOpening(*this, *this, listSource(), [this] { init(); });
+    QComboBox::showPopup();
 }
 
 void ZvUtilsViewComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -5,6 +5,8 @@
 
 #include <QStandardItemModel>
 
+#include <utility>
+
 using namespace ZvGlobalUIReactorHelp;
 
 namespace {
@@ -91,8 +93,12 @@ void zvAddPlainRow(QComboBox &combo, const QString &name)
     combo.insertItem(combo.count(), QIcon(), name, QVariant());
 }
 
-void zvAppendRows(QComboBox &combo, const std::vector<ZvRow> &rows)
+void zvAppendRows(QComboBox &combo, std::vector<ZvRow> rows)
 {
+    if (auto *own = dynamic_cast<ZvRowModel *>(combo.model())) {
+        own->append(std::move(rows));
+        return;
+    }
     auto *model = qobject_cast<QStandardItemModel *>(combo.model());
     if (!model) { // a caller has set one of his own
         for (const ZvRow &row : rows)

@@ -4,6 +4,7 @@
 
 #include "private/zvcurrentdrawing.h"
 #include "private/zvqtstring.h"
+#include "private/zvrowmodel.h"
 #include "private/zvupdatebus.h"
 #include "qt_utils.h"
 #include "zvodasetting.h"
@@ -122,16 +123,8 @@ int zvFindRow(const QComboBox &combo, const QString &name, ZvNameMatch match);
 /// A row at the end with nothing but its text.
 void zvAddPlainRow(QComboBox &combo, const QString &name);
 
-/// A row to be added.
-struct ZvRow
-{
-    QIcon icon;
-    QString text;
-    QVariant data; ///< Under Qt::UserRole.
-};
-
 /// Adds rows at the end, all at once: combo and view hear of one change and not of one a row.
-void zvAppendRows(QComboBox &combo, const std::vector<ZvRow> &rows);
+void zvAppendRows(QComboBox &combo, std::vector<ZvRow> rows);
 
 /// The control is being filled: hooked is cleared for the length of a scope.
 class ZvHookedCleared

@@ -34,7 +34,7 @@ public:
     bool is(const QComboBox &combo, const ZvListSource &source) const
     {
         return m_model && m_model == combo.model() && !m_source.table.isNull() && m_source.table == source.table
-            && m_source.stamp == source.stamp;
+            && m_source.stamp == source.stamp && m_source.variant == source.variant;
     }
 
 private:
@@ -53,7 +53,7 @@ ZvListSource zvListSource(ZvDbObjectId (*idOf)(const ZvDbDatabase &drawing))
     if (!drawing || drawing != zvCurrentDocumentDatabase() || drawing->openObjectCount() > 0)
         return ZvListSource();
     const ZvDbObjectId table = idOf(*drawing);
-    return table.isNull() ? ZvListSource() : ZvListSource{table, drawing->changeStamp(table)};
+    return table.isNull() ? ZvListSource() : ZvListSource {table, drawing->changeStamp(table)};
 }
 
 bool zvIsFilledFrom(const QComboBox &combo, const ZvListSource &source)
@@ -76,7 +76,7 @@ void zvAppendNames(QComboBox &combo, CZvQtControlHelp &control, const ZvArray<Zv
     rows.reserve(std::size_t(names.length()));
     for (const ZvString &name : names)
         rows.push_back({QIcon(), zvToQString(name), QVariant()});
-    zvAppendRows(combo, rows);
+    zvAppendRows(combo, std::move(rows));
 }
 
 void zvAppendStyles(QComboBox &combo, CZvQtControlHelp &control,

@@ -9,9 +9,11 @@
 
 // What the drop-downs of styles and named objects share beyond what all bound controls do.
 
-/// Picks of the list come to curIndexChanged().
-template <class Combo> void zvConnectPicks(Combo &combo)
+/// A list of names: picks come to curIndexChanged().
+template <class Combo> void zvSetUpList(Combo &combo)
 {
+    if (!dynamic_cast<ZvRowModel *>(combo.model()))
+        combo.setModel(new ZvRowModel(&combo));
     QObject::connect(&combo, qOverload<int>(&QComboBox::currentIndexChanged), &combo, &Combo::curIndexChanged);
     combo.setInsertPolicy(QComboBox::InsertAfterCurrent);
 }
@@ -27,6 +29,7 @@ struct ZvListSource
 {
     ZvDbObjectId table; ///< Or dictionary; null where the list cannot be told to be unchanged.
     std::uint64_t stamp = 0;
+    int variant = 0; ///< What else decides on the rows, in the list's own numbers.
 };
 
 /// The table or dictionary that \a idOf names in the current drawing. While anything is open the source is none: what is

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "addrecord.h"
 #include "combodriver.h"
 #include "drawingtest.h"
 
@@ -116,6 +117,13 @@ template <class T> ZvString nameOf(ZvDbObjectId id)
     return object ? object->name() : ZvString();
 }
 
+/// What happens to the drawing between two openings of a list.
+struct Step
+{
+    const char *name;
+    void (*run)();
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(const Member *)
@@ -148,6 +156,8 @@ private Q_SLOTS:
     void listOpensInEveryCommandState();
     void noticeNeverMakesASignal_data() { members(); }
     void noticeNeverMakesASignal();
+    void rowsAreChangedAsInAPlainList_data();
+    void rowsAreChangedAsInAPlainList();
 
     // those that follow drawing and selection
     void lendsItsSummaryWhenHooked_data() { bounds(); }
@@ -193,7 +203,12 @@ private Q_SLOTS:
     void changedListIsFilledAnew_data() { bounds(); }
     void changedListIsFilledAnew();
 
+    // those of systems and views
+    void everyStepOfTheDrawingIsListed_data();
+    void everyStepOfTheDrawingIsListed();
+
 private:
+    static const Step kSteps[12];
     static void members();
     static void bounds();
     static const Bound *boundTable();
@@ -521,6 +536,122 @@ void TestNamedCombos::noticeNeverMakesASignal()
     QVERIFY(!zvedQueueHasInput());
 }
 
+/// What callers do to the rows of a drop-down by themselves.
+struct RowChange
+{
+    const char *name;
+    void (*change)(QComboBox &combo);
+};
+
+static QIcon redIcon()
+{
+    QPixmap picture(8, 8);
+    picture.fill(Qt::red);
+    return QIcon(picture);
+}
+
+static const RowChange kRowChanges[] = {
+    {"row at the top", [](QComboBox &combo) { combo.insertItem(0, QStringLiteral("top")); }},
+    {"row with picture and data", [](QComboBox &combo) { combo.insertItem(1, redIcon(), QStringLiteral("in"), 5); }},
+    {"several rows", [](QComboBox &combo) { combo.insertItems(1, {QStringLiteral("x"), QStringLiteral("y")}); }},
+    {"row without a text", [](QComboBox &combo) { combo.addItem(QString()); }},
+    {"first row removed", [](QComboBox &combo) { combo.removeItem(0); }},
+    {"current row removed", [](QComboBox &combo) { combo.removeItem(combo.currentIndex()); }},
+    {"all rows removed", [](QComboBox &combo) { combo.clear(); }},
+    {"rows removed that are not there",
+     [](QComboBox &combo) {
+         combo.removeItem(combo.count());
+         combo.model()->removeRows(1, combo.count());
+         combo.model()->removeRows(-1, 1);
+     }},
+    {"rows inserted where none can be",
+     [](QComboBox &combo) {
+         combo.model()->insertRows(combo.count() + 1, 1);
+         combo.model()->insertRows(-1, 1);
+         combo.model()->insertRows(0, 0);
+     }},
+    {"text", [](QComboBox &combo) { combo.setItemText(1, QStringLiteral("another")); }},
+    {"text of the current row",
+     [](QComboBox &combo) { combo.setItemText(combo.currentIndex(), QStringLiteral("another")); }},
+    {"picture and none again",
+     [](QComboBox &combo) {
+         combo.setItemIcon(0, redIcon());
+         combo.setItemIcon(1, redIcon());
+         combo.setItemIcon(1, QIcon());
+     }},
+    {"picture of another kind",
+     [](QComboBox &combo) { combo.setItemData(0, redIcon().pixmap(8, 8), Qt::DecorationRole); }},
+    {"data", [](QComboBox &combo) { combo.setItemData(1, QStringLiteral("held")); }},
+    {"data under other roles",
+     [](QComboBox &combo) {
+         combo.setItemData(0, QStringLiteral("hint"), Qt::ToolTipRole);
+         combo.setItemData(1, QBrush(Qt::red), Qt::ForegroundRole);
+         combo.setItemData(1, 7, Qt::UserRole + 3);
+         combo.setItemData(0, QVariant(), Qt::ToolTipRole);
+     }},
+    {"row that cannot be picked", [](QComboBox &combo) { combo.setItemData(1, 0, Qt::UserRole - 1); }},
+    {"separator", [](QComboBox &combo) { combo.insertSeparator(1); }},
+    {"all at once of a row",
+     [](QComboBox &combo) {
+         const QModelIndex first = combo.model()->index(0, 0);
+         combo.model()->setItemData(combo.model()->index(1, 0), combo.model()->itemData(first));
+     }},
+    {"rows that are not there",
+     [](QComboBox &combo) {
+         for (const int row : {-2, -1, combo.count(), combo.count() + 5}) {
+             combo.setItemText(row, QStringLiteral("nowhere"));
+             combo.setItemData(row, 5);
+             combo.setItemIcon(row, redIcon());
+             QVERIFY(!combo.itemData(row).isValid() && combo.itemText(row).isEmpty());
+         }
+     }},
+    {"sorted", [](QComboBox &combo) { combo.model()->sort(0); }},
+    {"sorted the other way round", [](QComboBox &combo) { combo.model()->sort(0, Qt::DescendingOrder); }},
+};
+
+void TestNamedCombos::rowsAreChangedAsInAPlainList_data()
+{
+    QTest::addColumn<const Member *>("member");
+    QTest::addColumn<int>("change");
+    for (const Member &member : kMembers) {
+        for (int change = 0; change < int(std::size(kRowChanges)); ++change)
+            QTest::addRow("%s, %s", member.name, kRowChanges[change].name) << &member << change;
+    }
+}
+
+void TestNamedCombos::rowsAreChangedAsInAPlainList()
+{
+    QFETCH(const Member *, member);
+    QFETCH(int, change);
+    const Combo combo = member->make(false);
+    QComboBox plain;
+    combo->addItems({QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("one")});
+    for (int row = 0; row < combo->count(); ++row)
+        plain.addItem(combo->itemIcon(row), combo->itemText(row), combo->itemData(row));
+    combo->setCurrentIndex(combo->count() - 2);
+    plain.setCurrentIndex(combo->count() - 2);
+    QSignalSpy ourChanges(combo.get(), SIGNAL(currentIndexChanged(int)));
+    QSignalSpy plainChanges(&plain, SIGNAL(currentIndexChanged(int)));
+    kRowChanges[change].change(*combo);
+    kRowChanges[change].change(plain);
+    QCOMPARE(rowsOf(*combo), rowsOf(plain));
+    for (int row = 0; row < plain.count(); ++row) {
+        QCOMPARE(combo->itemIcon(row).isNull(), plain.itemIcon(row).isNull());
+        for (const int role : {int(Qt::ToolTipRole), int(Qt::ForegroundRole), Qt::UserRole + 3})
+            QCOMPARE(combo->itemData(row, role), plain.itemData(row, role));
+        QCOMPARE(combo->itemData(row).userType(), plain.itemData(row).userType());
+        if (combo->itemData(row).userType() != qMetaTypeId<ZevaUISetting::ZvsiTextStyleInfoItem>())
+            QCOMPARE(combo->itemData(row), plain.itemData(row));
+        const Qt::ItemFlags pickable = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+        QCOMPARE(combo->model()->flags(combo->model()->index(row, 0)) & pickable,
+                 plain.model()->flags(plain.model()->index(row, 0)) & pickable);
+    }
+    QCOMPARE(combo->currentIndex(), plain.currentIndex());
+    QCOMPARE(combo->currentText(), plain.currentText());
+    QCOMPARE(static_cast<const QList<QList<QVariant>> &>(ourChanges),
+             static_cast<const QList<QList<QVariant>> &>(plainChanges));
+}
+
 // ---- those that follow drawing and selection
 
 void TestNamedCombos::lendsItsSummaryWhenHooked()
@@ -767,6 +898,7 @@ void TestNamedCombos::namesOfAllKindsArePicked_data()
         {"Chinese", QStringLiteral("建筑 标准")},
         {"255 characters", QString(255, QLatin1Char('x'))},
         {"caret", QStringLiteral("^C^C")},
+        {"a character in two halves", QStringLiteral("\U0001F3E0 \u4E00")},
     };
     for (const Bound *bound = boundTable(); bound->name; ++bound) {
         for (const auto &name : names)
@@ -888,6 +1020,68 @@ void TestNamedCombos::changedListIsFilledAnew()
     QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
     QVERIFY(runMacro(L"_.CIRCLE 0,0 1;"));
     QCOMPARE(changesByOpening(*combo), 0);
+}
+
+// ---- those of systems and views
+
+const Step TestNamedCombos::kSteps[] = {
+    {"system from the side", [] { QVERIFY(runMacro(L"_.UCS _Front")); }},
+    {"system without a name", [] { QVERIFY(runMacro(L"_.UCS 3,4;;")); }},
+    {"the world again", [] { QVERIFY(runMacro(L"_.UCS _World")); }},
+    {"system saved", [] { QVERIFY(runMacro(L"_.UCS _Named _Save Site;")); }},
+    {"view added", [] { addRecord<ZvDbViewTable, ZvDbViewTableRecord>(drawing(), L"South"); }},
+    {"names changed",
+     [] {
+         change<ZvDbSymbolTableRecord>(recordNamed<ZvDbUCSTable>(drawing(), L"Site"), [](auto &r) { r.setName(L"Plot"); });
+         change<ZvDbSymbolTableRecord>(recordNamed<ZvDbViewTable>(drawing(), L"South"), [](auto &r) { r.setName(L"North"); });
+     }},
+    {"to the layout", [] { drawing().setTilemode(false); }},
+    {"view of the sheet",
+     [] {
+         const ZvDbObjectId id = addRecord<ZvDbViewTable, ZvDbViewTableRecord>(drawing(), L"Sheet");
+         change<ZvDbViewTableRecord>(id, [](ZvDbViewTableRecord &view) { view.setIsPaperspaceView(true); });
+     }},
+    {"back to the model", [] { drawing().setTilemode(true); }},
+    {"records erased",
+     [] {
+         change<ZvDbObject>(recordNamed<ZvDbUCSTable>(drawing(), L"Plot"), [](ZvDbObject &record) { record.erase(); });
+         change<ZvDbObject>(recordNamed<ZvDbViewTable>(drawing(), L"North"), [](ZvDbObject &record) { record.erase(); });
+     }},
+    {"undone", [] { QVERIFY(runMacro(L"_.U")); }},
+    {"done again", [] { QVERIFY(runMacro(L"_.REDO")); }},
+};
+
+void TestNamedCombos::everyStepOfTheDrawingIsListed_data()
+{
+    QTest::addColumn<const Member *>("member");
+    for (const char *name : {"coordinate system", "view"})
+        QTest::newRow(name) << &memberOf(name);
+}
+
+void TestNamedCombos::everyStepOfTheDrawingIsListed()
+{
+    QFETCH(const Member *, member);
+    const Combo combo = member->make(true);
+    changesByOpening(*combo);
+    QCOMPARE(changesByOpening(*combo), 0);
+    QStringList known = rowsOf(*combo);
+    int seen = 0;
+    for (const Step &step : kSteps) {
+        step.run();
+        const QString shown = combo->currentText();
+        changesByOpening(*combo);
+        const Combo fresh = member->make(false);
+        QVERIFY2(rowsOf(*combo) == rowsOf(*fresh), step.name);
+        for (int row = 0; row < fresh->count(); ++row)
+            QCOMPARE(combo->itemData(row), fresh->itemData(row));
+        if (fresh->findText(shown) >= 0)
+            QVERIFY2(combo->currentText() == shown, step.name);
+        seen += rowsOf(*combo) != known ? 1 : 0;
+        known = rowsOf(*combo);
+        QVERIFY2(changesByOpening(*combo) == 0, step.name); // nothing has happened since
+        QVERIFY2(rowsOf(*combo) == known, step.name);
+    }
+    QVERIFY(seen >= 4);
 }
 
 ZEVA_TEST_MAIN(TestNamedCombos)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "addrecord.h"
 #include "combodriver.h"
 #include "commandline.h"
 #include "db/zvdbdictionary.h"
@@ -103,17 +104,7 @@ private:
     }
     template <class Table, class Record> ZvDbObjectId addRecord(const QString &name)
     {
-        Table *table = nullptr;
-        ZvDbObjectId id;
-        if (database().getSymbolTable(table, ZvDb::kForWrite) != Zv::eOk)
-            return id;
-        auto *record = new Record;
-        if (record->setName(toZvString(name)) == Zv::eOk && table->add(record, id) == Zv::eOk)
-            record->close();
-        else
-            delete record;
-        table->close();
-        return id;
+        return ::addRecord<Table, Record>(database(), toZvString(name));
     }
     ZvDbObjectId addTextStyle(const QString &name)
     {
