@@ -73,16 +73,17 @@ namespace {
 /// Where a tag of a multileader's context stands.
 enum class Depth { Context, Leader, Line };
 
-/// Walks the tags of a context and calls \a visit(depth, group) for each that is no bracket. The brackets are texts.
+/// Walks the tags of a context and calls \a visit(depth, group) for each. The brackets are texts; outside a leader the
+/// one that begins a line is the contents of the multileader, whatever they say.
 template <class Tags, class Visit> void walkContext(Tags &groups, Visit visit)
 {
     Depth depth = Depth::Context;
     for (auto &group : groups) {
         if (group.code == 302 && group.text == "LEADER{")
             depth = Depth::Leader;
-        else if (group.code == 304 && group.text == "LEADER_LINE{")
+        else if (depth == Depth::Leader && group.code == 304 && group.text == "LEADER_LINE{")
             depth = Depth::Line;
-        else if (group.code == 305)
+        else if (depth == Depth::Line && group.code == 305)
             depth = Depth::Leader;
         else if (group.code == 303)
             depth = Depth::Context;

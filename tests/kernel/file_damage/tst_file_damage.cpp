@@ -416,6 +416,42 @@ TEST(Odd, numbersOutOfAllRangesAreReadAndKept)
     EXPECT_TRUE(saveDrawing(*database) == bytes);
 }
 
+TEST(Odd, aMultileaderMaySayWhatBeginsALine)
+{
+    const std::string leader = text({{0, "MULTILEADER"},
+                                     {5, "78"},
+                                     {100, "AcDbEntity"},
+                                     {8, "0"},
+                                     {100, "AcDbMLeader"},
+                                     {300, "CONTEXT_DATA{"},
+                                     {40, "1.0"},
+                                     {305, "}"}, // the end of a line that never began
+                                     {304, "LEADER_LINE{"},
+                                     {12, "7.0"},
+                                     {22, "8.0"},
+                                     {302, "LEADER{"},
+                                     {10, "5.0"},
+                                     {20, "6.0"},
+                                     {304, "LEADER_LINE{"},
+                                     {10, "1.0"},
+                                     {20, "2.0"},
+                                     {305, "}"},
+                                     {303, "}"},
+                                     {301, "}"}});
+    const std::string bytes = header("AC1027") + layers("") + entitiesSection(leader) + eof();
+    const ZvDbDatabasePtr database = readDrawing(bytes);
+    ASSERT_TRUE(database.get());
+    ZvDbObjectPointer<ZvDbMLeader> read(entitiesOf(database->modelSpaceId())[0], ZvDb::kForRead);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->contents(), ZvString("LEADER_LINE{"));
+    ZvGeExtents3d box; // with the line from (1, 2)
+    EXPECT_EQ(read->getGeomExtents(box), Zv::eOk);
+    EXPECT_EQ(box.minimum.x, 1.0);
+    EXPECT_EQ(box.minimum.y, 2.0);
+    read.close();
+    EXPECT_TRUE(saveDrawing(*database) == bytes);
+}
+
 TEST(Odd, whatIsNoDrawingGivesAnErrorThatSaysSo)
 {
     const std::vector<std::pair<std::string, const wchar_t *>> rows = {
