@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -211,8 +212,13 @@ std::string_view RecordView::raw(const Tag &tag) const
 
 double RecordView::real(const Tag &tag) const
 {
-    if (m_store->style().binary && isNumberKind(valueKind(tag.code)))
-        return binaryReal(valueKind(tag.code), raw(tag));
+    if (m_store->style().binary && isNumberKind(valueKind(tag.code))) {
+        const double value = binaryReal(valueKind(tag.code), raw(tag));
+        if (std::isfinite(value))
+            return value;
+        warn(WarningKind::BadNumber, tag);
+        return 0; // what is no number in a text file is none here either
+    }
     double value = 0;
     if (!parseReal(raw(tag), value))
         warn(WarningKind::BadNumber, tag);

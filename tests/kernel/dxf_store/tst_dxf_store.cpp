@@ -2,6 +2,7 @@
 #include "dxf_scanner.h"
 #include "dxf_testing.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -264,6 +265,24 @@ TEST(DxfStore, badNumbersCountAsZeroAndAreCounted)
     std::vector<Tag> tags;
     const RecordView view = store.view(findRecord(store, "POINT", 10, "x"), tags);
     EXPECT_EQ(view.real(view[1]), 0);
+}
+
+TEST(DxfStore, bytesThatAreNoNumberCountAsZeroInABinaryFileToo)
+{
+    const auto bytesOf
+        = [](double value) { return std::string(reinterpret_cast<const char *>(&value), sizeof(value)); };
+    Store source;
+    ASSERT_TRUE(load(source, ascii(drawing("AC1015", "", {{0, "POINT"}, {10, "4711.25"}, {20, "4"}}))));
+    for (const double bad : {std::nan(""), -HUGE_VAL}) {
+        std::string bytes = converted(source, binaryStyle(true));
+        bytes.replace(bytes.find(bytesOf(4711.25)), sizeof(double), bytesOf(bad));
+        Store store;
+        ASSERT_TRUE(load(store, bytes));
+        std::vector<Tag> tags;
+        const RecordView view = store.view(findRecord(store, "POINT", 20, bytesOf(4)), tags);
+        EXPECT_EQ(view.real(view[1]), 0);
+        EXPECT_EQ(view.real(view[2]), 4);
+    }
 }
 
 TEST(DxfStore, badTextIsCounted)
