@@ -87,6 +87,16 @@ const ZvDbDimVariable dimVariables[] = {
     {"DIMLWE", ZvDbDimVariable::kInteger, 372, -2, -2},
 };
 
+/// Without regard to case. Each value of each style is asked for by name: no strings are made for it.
+bool isName(const char *name, const char *upperCase)
+{
+    for (; *upperCase; ++name, ++upperCase) {
+        if (*name != *upperCase && !(*name >= 'a' && *name <= 'z' && *name - 'a' + 'A' == *upperCase))
+            return false;
+    }
+    return *name == '\0';
+}
+
 const ZvDbDimVariable *variableOfType(const char *name, ZvDbDimVariable::Type type)
 {
     const ZvDbDimVariable *variable = zvdbDimVariable(name);
@@ -101,10 +111,12 @@ const ZvDbDimVariable *zvdbDimVariables(int &count)
     return dimVariables;
 }
 
-const ZvDbDimVariable *zvdbDimVariable(const ZvString &name)
+const ZvDbDimVariable *zvdbDimVariable(const char *name)
 {
+    if (!name)
+        return nullptr;
     for (const ZvDbDimVariable &variable : dimVariables) {
-        if (name.compareNoCase(variable.name) == 0)
+        if (isName(name, variable.name))
             return &variable;
     }
     return nullptr;

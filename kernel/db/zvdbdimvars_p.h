@@ -2,8 +2,6 @@
 #ifndef ZVDBDIMVARS_P_H
 #define ZVDBDIMVARS_P_H
 
-#include "base/zvstring.h"
-
 /// A dimension variable: its name without "$", and its group code in the record of a dimension style.
 struct ZvDbDimVariable
 {
@@ -17,7 +15,7 @@ struct ZvDbDimVariable
 
 /// All of them, in the order of the codes in a record.
 const ZvDbDimVariable *zvdbDimVariables(int &count);
-/// Null for a name that is none; case ignored.
-const ZvDbDimVariable *zvdbDimVariable(const ZvString &name);
+/// Null for a name that is none, and for null; case ignored.
+const ZvDbDimVariable *zvdbDimVariable(const char *name);
 
 #endif
