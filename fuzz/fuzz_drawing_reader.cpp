@@ -18,7 +18,10 @@ namespace {
 
 std::string saved(ZvDbDatabase &database)
 {
-    static const std::string path = "/tmp/fuzz_drawing_" + std::to_string(getpid()) + ".dxf";
+    // Saving waits for the disk: a folder in memory makes a run many times faster.
+    static const char *const folder = std::getenv("TMPDIR");
+    static const std::string path
+        = std::string(folder ? folder : "/tmp") + "/fuzz_drawing_" + std::to_string(getpid()) + ".dxf";
     ZvDbFileReport report;
     if (database.saveAs(path.c_str(), report) != Zv::eOk)
         std::abort();
