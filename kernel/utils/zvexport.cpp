@@ -9,6 +9,7 @@
 #include "utils/zventityimage.h"
 #include "utils/zvpage.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
 #include <QSaveFile>
@@ -71,7 +72,9 @@ Zv::ErrorStatus exportSvg(QIODevice &file, ZvDbDatabase *database, const GiSheet
     // Tenths of a millimetre: the generator writes few digits behind the point.
     constexpr double kScale = 10.0;
     QSvgGenerator generator;
-    generator.setOutputDevice(&file);
+    // The generator does not tell whether a device took all.
+    QBuffer bytes;
+    generator.setOutputDevice(&bytes);
     generator.setResolution(int(std::lround(kScale * kMillimetresPerInch)));
     generator.setSize(QSize(int(std::lround(sheet.width * kScale)), int(std::lround(sheet.height * kScale))));
     generator.setViewBox(QRectF(0.0, 0.0, sheet.width * kScale, sheet.height * kScale));
@@ -87,7 +90,9 @@ Zv::ErrorStatus exportSvg(QIODevice &file, ZvDbDatabase *database, const GiSheet
         isWhole = GiSheetDrawing(database, sheet).draw(giPaperOptions(true), target, kScale, progressOf(progress));
     }
     painter.end();
-    return isWhole ? Zv::eOk : Zv::eCancelled;
+    if (!isWhole)
+        return Zv::eCancelled;
+    return file.write(bytes.data()) == bytes.size() ? Zv::eOk : Zv::eFileAccess;
 }
 
 Zv::ErrorStatus exportPng(QIODevice &file, ZvDbDatabase *database, GiSheet sheet, int width, int height,
@@ -174,7 +179,8 @@ Zv::ErrorStatus zvgiExport(ZvDbDatabase *database, const ZvString &path, ZvStrin
     Zv::ErrorStatus status = isPng ? exportPng(file, database, sheet, width, height, progress)
         : isPdf                    ? exportPdf(file, database, sheet, progress)
                                    : exportSvg(file, database, sheet, progress);
-    if (status == Zv::eOk && !file.commit())
+    // Flushed first: the file forgets a full disk that shows itself in its last bytes only.
+    if (status == Zv::eOk && !(file.flush() && file.commit()))
         status = Zv::eFileAccess;
     if (status == Zv::eCancelled)
         message = "The export was cancelled.";

@@ -3,41 +3,16 @@
 #include "commandline.h"
 #include "filedialogdemo.h"
 #include "filedialogrun.h"
+#include "smalldisk.h"
 #include "textforms.h"
 #include "workbenchtest.h"
 #include "zevatest.h"
 
 #include <QMenu>
 
-#include <csignal>
 #include <memory>
-#include <sys/resource.h>
 
 namespace {
-
-/// No file may grow beyond so many bytes, for the life of the object: as a full disk, without one.
-class SmallDisk
-{
-public:
-    explicit SmallDisk(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    Q_DISABLE_COPY(SmallDisk)
-
-private:
-    rlimit m_before;
-    void (*m_handler)(int);
-};
 
 bool isTheLibrarys(const QDialog *dialog)
 {

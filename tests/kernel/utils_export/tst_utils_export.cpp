@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "picture.h"
+#include "smalldisk.h"
 
 #include "utils/zventityimage.h"
 
@@ -34,6 +35,8 @@ private slots:
     void svgIsWellFormed();
     void whatCannotBeWrittenIsSaidSo_data();
     void whatCannotBeWrittenIsSaidSo();
+    void fullDiskIsSaidAndLeavesTheOldFile_data();
+    void fullDiskIsSaidAndLeavesTheOldFile();
     void cancellingLeavesNoFileAndTheOldOneWhole();
     void progressRises();
     void everyCollectedDrawingIsExported_data();
@@ -313,6 +316,44 @@ void UtilsExportTest::whatCannotBeWrittenIsSaidSo()
     QCOMPARE(int(zvgiExport(nullptr, path.toUtf8().constData(), message)), int(Zv::eNoDatabase));
     QCOMPARE(int(zvgiExport(picture.database, m_folder.filePath("large.png").toUtf8().constData(), message, 20000, 10)),
              int(Zv::eInvalidInput));
+}
+
+void UtilsExportTest::fullDiskIsSaidAndLeavesTheOldFile_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::addColumn<int>("lines");
+    for (const char *ending : {"pdf", "png", "svg"}) {
+        QTest::newRow(qPrintable(QString("a small %1").arg(ending))) << ending << 1;
+        QTest::newRow(qPrintable(QString("a large %1").arg(ending))) << ending << 5000;
+    }
+}
+
+void UtilsExportTest::fullDiskIsSaidAndLeavesTheOldFile()
+{
+    QFETCH(QString, ending);
+    QFETCH(int, lines);
+    Picture picture;
+    for (int i = 0; i < lines; ++i)
+        picture.addLine(i, 0, i % 7, 100);
+    const QString path = m_folder.filePath(QStringLiteral("disk.") + ending);
+    ZvString message;
+    QCOMPARE(zvgiExport(picture.database, path.toUtf8().constData(), message), Zv::eOk);
+    QFile file(path);
+    const qint64 size = file.size();
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("old") == 3);
+    file.close();
+    for (const qint64 room : {size / 2, size - 1}) {
+        {
+            const SmallDisk disk{rlim_t(room)};
+            QCOMPARE(zvgiExport(picture.database, path.toUtf8().constData(), message), Zv::eFileAccess);
+        }
+        QVERIFY(!message.isEmpty());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("old"));
+        file.close();
+        QCOMPARE(QDir(m_folder.path()).entryList({"disk.*"}, QDir::Files).size(), 1);
+    }
+    QVERIFY(file.remove());
 }
 
 namespace {
