@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "recoverystore.h"
 
+#include "wholefile.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QUuid>
 
 #include <algorithm>
@@ -77,7 +78,7 @@ bool RecoveryStore::describe(int number, const QString &path, const QString &tit
     };
     QSaveFile file(descriptionPath(number));
     const QByteArray json = QJsonDocument(object).toJson();
-    if (file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && writeWhole(file, json))
         return true;
     m_error = QStringLiteral("%1: %2").arg(file.fileName(), file.errorString());
     return false;

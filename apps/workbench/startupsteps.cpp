@@ -9,6 +9,7 @@
 #include "selectexpression.h"
 #include "statereport.h"
 #include "textforms.h"
+#include "wholefile.h"
 #include "workbenchhost.h"
 
 #include <QCoreApplication>
@@ -16,7 +17,6 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QPixmap>
-#include <QSaveFile>
 
 void StartupSteps::run()
 {
@@ -92,7 +92,7 @@ void StartupSteps::writeState()
         return;
     QSaveFile file(m_options.stateFile);
     const QByteArray json = QJsonDocument(stateReport(m_window)).toJson();
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || !writeWhole(file, json))
         fail(QStringLiteral("%1: %2").arg(m_options.stateFile, file.errorString()));
 }
 

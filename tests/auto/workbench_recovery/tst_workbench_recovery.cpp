@@ -3,6 +3,7 @@
 #include "infobar.h"
 #include "modaldriver.h"
 #include "recoverystore.h"
+#include "smalldisk.h"
 #include "textforms.h"
 #include "workbenchtest.h"
 #include "zevatest.h"
@@ -107,6 +108,7 @@ private Q_SLOTS:
     void copyThatCannotBeReadStays();
     void cutCopyIsNotOffered();
 
+    void fullDiskKeepsTheOldDescription();
     void copyIsNoSave();
     void copyIsWrittenWhenSomethingHasChanged();
     void commandThatWaitsIsNoObstacle();
@@ -312,6 +314,21 @@ void tst_workbench_recovery::cutCopyIsNotOffered()
     start(kOpen, false);
     QVERIFY(m_isAnswered);
     QVERIFY(!QFile::exists(copy));
+}
+
+void tst_workbench_recovery::fullDiskKeepsTheOldDescription()
+{
+    const QTemporaryDir folder;
+    RecoveryStore store(folder.path());
+    QVERIFY(store.describe(1, QStringLiteral("/old.dxf"), QStringLiteral("old")));
+    const QString description = store.copyPath(1).chopped(4) + QLatin1String(".json");
+    const QByteArray before = contentOf(description);
+    {
+        const SmallDisk disk(10); // less than a description, which is written in one piece at the very end
+        QVERIFY(!store.describe(1, QStringLiteral("/new.dxf"), QStringLiteral("new")));
+    }
+    QVERIFY(store.error().contains(description));
+    QCOMPARE(contentOf(description), before);
 }
 
 void tst_workbench_recovery::copyIsNoSave()
