@@ -9,7 +9,8 @@ ZVRX_DEFINE_MEMBERS(ZvDbMLeaderStyle, ZvDbNamedObject)
 ZVRX_DEFINE_MEMBERS(ZvDbTableStyle, ZvDbNamedObject)
 ZVRX_DEFINE_MEMBERS(ZvDbPlaceHolder, ZvDbNamedObject)
 ZVRX_DEFINE_MEMBERS(ZvDbDictionaryVar, ZvDbNamedObject)
-ZVRX_DEFINE_MEMBERS(ZvDbLayout, ZvDbNamedObject)
+ZVRX_DEFINE_MEMBERS(ZvDbPlotSettings, ZvDbNamedObject)
+ZVRX_DEFINE_MEMBERS(ZvDbLayout, ZvDbPlotSettings)
 ZVRX_DEFINE_MEMBERS(ZvDbProxyObject, ZvDbObject)
 
 // ---- ZvDbNamedObject
@@ -104,7 +105,7 @@ Zv::ErrorStatus ZvDbDictionaryVar::setValue(const ZvString &value)
     return Zv::eOk;
 }
 
-// ---- ZvDbLayout
+// ---- ZvDbPlotSettings, ZvDbLayout
 
 bool ZvDbLayout::isModelType() const
 {
@@ -112,7 +113,7 @@ bool ZvDbLayout::isModelType() const
     return d ? m_block.index() == d->modelSpace && d->owns(m_block) : m_tabOrder == 0;
 }
 
-double ZvDbLayout::plotScale() const
+double ZvDbPlotSettings::plotScale() const
 {
     return m_scaleDenominator != 0.0 ? m_scaleNumerator / m_scaleDenominator : 1.0;
 }
@@ -172,4 +173,5 @@ void zvdbListObjectClasses(std::deque<ZvDbClass> &classes)
     classes.push_back(ZvDbClass::of<ZvDbPlaceHolder>("ACDBPLACEHOLDER"));
     classes.push_back(ZvDbClass::of<ZvDbDictionaryVar>("DICTIONARYVAR"));
     classes.push_back(ZvDbClass::of<ZvDbLayout>("LAYOUT"));
+    classes.push_back(ZvDbClass::of<ZvDbPlotSettings>("PLOTSETTINGS"));
 }

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "utils/zvpage.h"
 
+#include "base/zvregistry.h"
+#include "db/zvdbdictionary.h"
+#include "db/zvdbentities.h"
+#include "db/zvdbhostservice.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
 #include "render/gi_canvas_sink.h"
@@ -13,7 +17,7 @@
 
 namespace {
 
-enum PlotType { kExtents = 1, kView = 3, kWindow = 4, kLayout = 5 };
+enum PlotType { kDisplay = 0, kLimits = 2, kView = 3, kWindow = 4, kLayout = 5 };
 constexpr double kMillimetresPerInch = 25.4;
 constexpr double kMaxPaper = 5000.0; ///< Millimetres; whatever is larger is damaged.
 constexpr double kFinestPrinted = kMillimetresPerInch / 600.0;
@@ -34,25 +38,25 @@ bool isPositive(double value)
 }
 
 /// Paper and margins, turned so that the plot can be read. False when there is no paper.
-bool readPaper(const ZvDbLayout &layout, ZvGiPage &page)
+bool readPaper(const ZvDbPlotSettings &settings, ZvGiPage &page)
 {
-    const ZvGePoint2d size = layout.paperSize();
+    const ZvGePoint2d size = settings.paperSize();
     if (!isPositive(size.x) || !isPositive(size.y) || size.x > kMaxPaper || size.y > kMaxPaper)
         return false;
-    page.paperName = layout.paperName();
+    page.paperName = settings.paperName();
     page.width = size.x;
     page.height = size.y;
-    page.marginLeft = layout.marginsMinimum().x;
-    page.marginBottom = layout.marginsMinimum().y;
-    page.marginRight = layout.marginsMaximum().x;
-    page.marginTop = layout.marginsMaximum().y;
+    page.marginLeft = settings.marginsMinimum().x;
+    page.marginBottom = settings.marginsMinimum().y;
+    page.marginRight = settings.marginsMaximum().x;
+    page.marginTop = settings.marginsMaximum().y;
     bool areMargins = true;
     for (const double margin : {page.marginLeft, page.marginBottom, page.marginRight, page.marginTop})
         areMargins = areMargins && isLength(margin);
     if (!areMargins || !(page.printableWidth() > 0.0) || !(page.printableHeight() > 0.0))
         page.marginLeft = page.marginBottom = page.marginRight = page.marginTop = 0.0;
     // The plot is turned counter-clockwise on the paper: whoever reads it turns the paper clockwise.
-    for (int turn = 0; turn < (layout.plotRotation() & 3); ++turn) {
+    for (int turn = 0; turn < (settings.plotRotation() & 3); ++turn) {
         std::swap(page.width, page.height);
         const double left = page.marginLeft;
         page.marginLeft = page.marginBottom;
@@ -73,6 +77,24 @@ ZvGeExtents2d boxOf(const ZvGePoint2d &a, const ZvGePoint2d &b)
     return box;
 }
 
+/// What a view shows that looks straight down; empty for any other.
+ZvGeExtents2d seenBox(const ZvGePoint3d &target, const ZvGeVector3d &direction, double twist, const ZvGePoint2d &center,
+                      double width, double height)
+{
+    const bool isFromAbove = direction.z > 0.0 && std::hypot(direction.x, direction.y) <= 1e-9 * direction.z;
+    if (!isFromAbove || twist != 0.0)
+        return ZvGeExtents2d();
+    const ZvGePoint2d middle(target.x + center.x, target.y + center.y);
+    const ZvGeVector2d half(width / 2, height / 2);
+    return boxOf(middle - half, middle + half);
+}
+
+ZvGeExtents2d seenBox(const ZvDbAbstractViewTableRecord &view)
+{
+    return seenBox(view.target(), view.viewDirection(), view.viewTwist(), view.centerPoint(), view.width(),
+                   view.height());
+}
+
 ZvGeExtents2d viewBox(ZvDbDatabase *database, const ZvString &name)
 {
     const ZvDbObjectPointer<ZvDbSymbolTable> table(database->viewTableId(), ZvDb::kForRead);
@@ -80,21 +102,58 @@ ZvGeExtents2d viewBox(ZvDbDatabase *database, const ZvString &name)
     if (!table || table->getAt(name, id) != Zv::eOk)
         return ZvGeExtents2d();
     const ZvDbObjectPointer<ZvDbViewTableRecord> view(id, ZvDb::kForRead);
-    if (!view)
+    return view ? seenBox(*view) : ZvGeExtents2d();
+}
+
+/// What the drawing remembers of the layout's last view.
+ZvGeExtents2d lastDisplay(const ZvDbLayout &layout)
+{
+    ZvDbObjectId active;
+    ZvDbObjectId overall;
+    zvrxCast<ZvDbHostService>(zvrxGetService(3))->layoutIds(&layout, active, overall);
+    const ZvDbObjectPointer<ZvDbAbstractViewTableRecord> view(overall, ZvDb::kForRead);
+    if (view)
+        return seenBox(*view);
+    const ZvDbObjectPointer<ZvDbViewport> paper(overall, ZvDb::kForRead);
+    if (!paper || !(paper->height() > 0.0))
         return ZvGeExtents2d();
-    const ZvGePoint2d center = view->centerPoint();
-    const ZvGeVector2d half(view->width() / 2, view->height() / 2);
-    return boxOf(center - half, center + half);
+    return seenBox(paper->viewTarget(), paper->viewDirection(), paper->twistAngle(), paper->viewCenter(),
+                   paper->viewHeight() * paper->width() / paper->height(), paper->viewHeight());
+}
+
+ZvGeExtents2d modelLimits(ZvDbDatabase *database)
+{
+    ZvResBuf low;
+    ZvResBuf high;
+    if (database->getVariable(L"LIMMIN", low) != Zv::eOk || database->getVariable(L"LIMMAX", high) != Zv::eOk)
+        return ZvGeExtents2d();
+    return boxOf(ZvGePoint2d(low.resval.rpoint[0], low.resval.rpoint[1]),
+                 ZvGePoint2d(high.resval.rpoint[0], high.resval.rpoint[1]));
 }
 
 /// What is plotted, where it is not the paper itself.
-ZvGeExtents2d plottedArea(ZvDbDatabase *database, const ZvDbLayout &layout)
+ZvGeExtents2d plottedArea(ZvDbDatabase *database, const ZvDbLayout &layout, const ZvDbPlotSettings &settings,
+                          const ZvGeExtents2d &display)
 {
     ZvGeExtents2d area;
-    if (layout.plotType() == kWindow)
-        area = boxOf(layout.plotWindowMinimum(), layout.plotWindowMaximum());
-    else if (layout.plotType() == kView)
-        area = viewBox(database, layout.plotViewName());
+    switch (settings.plotType()) {
+    case kDisplay:
+        area = display.isEmpty() ? lastDisplay(layout) : display;
+        break;
+    case kLimits:
+    case kLayout:
+        if (layout.isModelType())
+            area = modelLimits(database);
+        break;
+    case kView:
+        area = viewBox(database, settings.plotViewName());
+        break;
+    case kWindow:
+        area = boxOf(settings.plotWindowMinimum(), settings.plotWindowMaximum());
+        break;
+    default:
+        break;
+    }
     if (!area.isEmpty())
         return area;
     const ZvGeExtents3d all = giVisibleExtents(database, layout.getBlockTableRecordId());
@@ -115,18 +174,33 @@ double fittingUnit(const ZvGiPage &page)
     return unitX > 0.0 && unitY > 0.0 ? std::min(unitX, unitY) : std::max(unitX, unitY);
 }
 
-void placeArea(const ZvDbLayout &layout, bool fits, bool isCentered, ZvGiPage &page)
+void placeArea(const ZvDbPlotSettings &settings, bool fits, bool isCentered, ZvGiPage &page)
 {
     const double unit = fits ? fittingUnit(page) : page.unit;
     if (isPositive(unit))
         page.unit = unit;
-    const ZvGePoint2d offset = layout.plotOrigin();
+    const ZvGePoint2d offset = settings.plotOrigin();
     page.corner = page.area.minimum - ZvGeVector2d(offset.x, offset.y) / page.unit;
     if (isCentered) {
         const ZvGeVector2d free = ZvGeVector2d(page.printableWidth(), page.printableHeight()) / page.unit
             - (page.area.maximum - page.area.minimum);
         page.corner = page.area.minimum - free / 2.0;
     }
+}
+
+ZvDbObjectId setupDictionary(ZvDbDatabase *database)
+{
+    const ZvDbObjectPointer<ZvDbDictionary> root(database ? database->rootDictionaryId() : ZvDbObjectId(),
+                                                 ZvDb::kForRead);
+    return root ? root->getIdAt(L"ACAD_PLOTSETTINGS") : ZvDbObjectId();
+}
+
+/// Null for a name that is none.
+ZvDbObjectId setupNamed(ZvDbDatabase *database, const ZvString &name)
+{
+    const ZvDbObjectPointer<ZvDbDictionary> setups(name.isEmpty() ? ZvDbObjectId() : setupDictionary(database),
+                                                   ZvDb::kForRead);
+    return setups ? setups->getIdAt(name) : ZvDbObjectId();
 }
 
 /// On the canvas of a page: hundredths of a millimetre from the upper left corner of the printable area, y down.
@@ -169,28 +243,46 @@ private:
 
 } // namespace
 
-ZvGiPage zvgiReadPage(ZvDbDatabase *database, ZvDbObjectId id)
+ZvGiPage zvgiReadPage(ZvDbDatabase *database, ZvDbObjectId id, const ZvString &setup, const ZvGeExtents2d &display)
 {
     ZvGiPage page;
     const ZvDbObjectPointer<ZvDbLayout> layout(id, ZvDb::kForRead);
     if (!database || !layout)
         return page;
+    const ZvDbObjectPointer<ZvDbPlotSettings> named(setupNamed(database, setup), ZvDb::kForRead);
+    const ZvDbPlotSettings &settings = named ? *named : static_cast<const ZvDbPlotSettings &>(*layout);
     page.block = layout->getBlockTableRecordId();
-    page.lineWeights = layout->plotsLineWeights();
-    const bool hasPaper = readPaper(*layout, page);
-    const double scale = layout->plotScale() * (layout->paperUnits() == 0 ? kMillimetresPerInch : 1.0);
+    page.lineWeights = settings.plotsLineWeights();
+    const bool hasPaper = readPaper(settings, page);
+    const double scale = settings.plotScale() * (settings.paperUnits() == 0 ? kMillimetresPerInch : 1.0);
     if (isPositive(scale))
         page.unit = scale;
-    if (hasPaper && layout->plotType() == kLayout && !layout->isModelType()) {
+    const bool isOfLayout = settings.plotType() == kLayout || settings.plotType() == kLimits;
+    if (hasPaper && isOfLayout && !layout->isModelType()) {
         // The origin of paper space is the corner of what the device can print, moved by the plot's own.
-        const ZvGePoint2d origin = layout->plotOrigin();
+        const ZvGePoint2d origin = settings.plotOrigin();
         page.corner = ZvGePoint2d(-origin.x / page.unit, -origin.y / page.unit);
         return page;
     }
-    page.area = plottedArea(database, *layout);
+    page.area = plottedArea(database, *layout, settings, display);
     if (!page.area.isEmpty())
-        placeArea(*layout, layout->isScaledToFit() || !hasPaper, layout->isPlotCentered() || !hasPaper, page);
+        placeArea(settings, settings.isScaledToFit() || !hasPaper, settings.isPlotCentered() || !hasPaper, page);
     return page;
+}
+
+void zvgiPageSetupNames(ZvDbDatabase *database, ZvDbObjectId id, ZvArray<ZvString> &names)
+{
+    names.clear();
+    const ZvDbObjectPointer<ZvDbLayout> layout(id, ZvDb::kForRead);
+    const ZvDbObjectPointer<ZvDbDictionary> setups(setupDictionary(database), ZvDb::kForRead);
+    if (!layout || !setups)
+        return;
+    const std::unique_ptr<ZvDbDictionaryIterator> it(setups->newIterator());
+    for (; !it->done(); it->next()) {
+        const ZvDbObjectPointer<ZvDbPlotSettings> setup(it->objectId(), ZvDb::kForRead);
+        if (setup && setup->isForModel() == layout->isModelType())
+            names.append(it->name());
+    }
 }
 
 ZvJsonPtr zvgiPaperTree(const ZvGiPage &page)

@@ -148,11 +148,11 @@ void ZvDbDictionaryVar::fileFields(ZvDbFiler &filer)
     filer.text(1, m_value);
 }
 
-void ZvDbLayout::fileFields(ZvDbFiler &filer)
+void ZvDbPlotSettings::fileFields(ZvDbFiler &filer)
 {
     ZvDbNamedObject::fileFields(filer);
     filer.subclass("AcDbPlotSettings");
-    filer.constant(1, "");
+    filer.text(1, m_settingsName);
     filer.text(2, m_plotter);
     filer.text(4, m_paperName);
     filer.text(6, m_plotView);
@@ -182,7 +182,11 @@ void ZvDbLayout::fileFields(ZvDbFiler &filer)
         m_scaleNumerator = 1.0;
     if (filer.isReading() && m_scaleDenominator == 0.0)
         m_scaleDenominator = 1.0;
+}
 
+void ZvDbLayout::fileFields(ZvDbFiler &filer)
+{
+    ZvDbPlotSettings::fileFields(filer);
     filer.subclass("AcDbLayout");
     filer.text(1, m_name);
     filer.integer(70, m_layoutFlags);

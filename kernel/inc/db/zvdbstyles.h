@@ -107,15 +107,17 @@ private:
     ZvString m_value;
 };
 
-class ZV_EXPORT ZvDbLayout : public ZvDbNamedObject
+/// What is plotted on which paper, and how: a named page set-up of the dictionary "ACAD_PLOTSETTINGS", or the one that
+/// a layout carries with it.
+class ZV_EXPORT ZvDbPlotSettings : public ZvDbNamedObject
 {
-    ZVRX_DECLARE_MEMBERS(ZvDbLayout)
+    ZVRX_DECLARE_MEMBERS(ZvDbPlotSettings)
 public:
-    ZvDbLayout() = default;
-    ZvString layoutName() const { return name(); }
-    ZvDbObjectId getBlockTableRecordId() const { return m_block; }
-    int tabOrder() const { return m_tabOrder; }
-    bool isModelType() const;
+    ZvDbPlotSettings() = default;
+    /// Of a layout: the page set-up that was last taken over into it; may be empty, or name none.
+    ZvString plotSettingsName() const { return m_settingsName; }
+    /// Made for model space; else for the layouts on paper. Of a layout, where it itself lies tells.
+    bool isForModel() const { return (m_plotFlags & kForModel) != 0; }
     /// Paper size and margins in millimetres, as the sheet lies; (left, bottom) and (right, top).
     ZvGePoint2d paperSize() const { return m_paperSize; }
     ZvGePoint2d marginsMinimum() const { return m_marginsMin; }
@@ -143,16 +145,13 @@ public:
     bool plotsLineWeights() const { return (m_plotFlags & kLineWeights) != 0; }
     /// Name of the plot style table file.
     ZvString styleSheet() const { return m_styleSheet; }
-    /// The viewport that was last worked in; may be null.
-    ZvDbObjectId lastViewportId() const { return m_lastViewport; }
-    const char *fileName() const override { return "LAYOUT"; }
+    const char *fileName() const override { return "PLOTSETTINGS"; }
     void fileFields(ZvDbFiler &filer) override;
 
-private:
+protected:
     friend class ZvDbObjectAccess;
-    enum PlotFlag { kCentered = 4, kStandardScale = 16, kLineWeights = 128 };
-    ZvDbObjectId m_block;
-    ZvDbObjectId m_lastViewport;
+    enum PlotFlag { kCentered = 4, kStandardScale = 16, kLineWeights = 128, kForModel = 1024 };
+    ZvString m_settingsName;
     ZvString m_paperName;
     ZvString m_plotView;
     ZvString m_plotter;
@@ -160,11 +159,9 @@ private:
     ZvGePoint2d m_paperSize;
     ZvGePoint2d m_marginsMin;
     ZvGePoint2d m_marginsMax;
-    int m_tabOrder = 0;
     int m_paperUnits = 1;
     int m_rotation = 0;
     int m_plotType = 5;
-    int m_layoutFlags = 1;
     double m_scaleNumerator = 1.0;
     double m_scaleDenominator = 1.0;
     ZvGePoint2d m_plotOrigin;
@@ -172,6 +169,28 @@ private:
     ZvGePoint2d m_windowMax;
     int m_plotFlags = 688; ///< Line weights, plot styles, a standard scale, viewports first.
     int m_scaleType = 16; ///< 0 to fit, 16 one to one.
+};
+
+class ZV_EXPORT ZvDbLayout : public ZvDbPlotSettings
+{
+    ZVRX_DECLARE_MEMBERS(ZvDbLayout)
+public:
+    ZvDbLayout() = default;
+    ZvString layoutName() const { return name(); }
+    ZvDbObjectId getBlockTableRecordId() const { return m_block; }
+    int tabOrder() const { return m_tabOrder; }
+    bool isModelType() const;
+    /// The viewport that was last worked in; may be null.
+    ZvDbObjectId lastViewportId() const { return m_lastViewport; }
+    const char *fileName() const override { return "LAYOUT"; }
+    void fileFields(ZvDbFiler &filer) override;
+
+private:
+    friend class ZvDbObjectAccess;
+    ZvDbObjectId m_block;
+    ZvDbObjectId m_lastViewport;
+    int m_tabOrder = 0;
+    int m_layoutFlags = 1;
 };
 
 /// An object of a kind that the database does not model. Its record is kept whole.

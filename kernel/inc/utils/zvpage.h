@@ -31,12 +31,25 @@ struct ZV_EXPORT ZvGiPage
     double printableHeight() const { return height - marginTop - marginBottom; }
 };
 
-/// The page of a layout. Paper that is none (no size, or more than 5 metres) becomes A3 across with margins of 10 mm,
-/// margins that leave nothing become none, and a scale that is none becomes 1. Of what can be plotted, the display and
-/// the limits stand for the extents, and so do an empty window and a view that is not there.
+/// The page of a layout: by its own settings, or by those of the named page set-up \a setup, where there is one of that
+/// name. Paper that is none (no size, or more than 5 metres) becomes A3 across with margins of 10 mm, margins that
+/// leave nothing become none, and a scale that is none becomes 1.
+///
+/// What is plotted:
+/// - the layout: its paper; in model space, which has none, the limits;
+/// - the limits: those of model space; of a layout on paper, the layout;
+/// - the display: \a display, in drawing units; where it is empty, what the drawing remembers of its last view;
+/// - a view, a window, the extents.
+///
+/// Pages are seen from above. Whatever is empty or not there stands for the extents, and so does a view that is turned
+/// or from another side.
 ///
 /// The default page, without a block, for null and for what is no layout.
-ZV_EXPORT ZvGiPage zvgiReadPage(ZvDbDatabase *database, ZvDbObjectId layout);
+ZV_EXPORT ZvGiPage zvgiReadPage(ZvDbDatabase *database, ZvDbObjectId layout, const ZvString &setup = ZvString(),
+                                const ZvGeExtents2d &display = ZvGeExtents2d());
+
+/// The drawing's named page set-ups for a layout of this kind: those for model space, or those for paper.
+ZV_EXPORT void zvgiPageSetupNames(ZvDbDatabase *database, ZvDbObjectId layout, ZvArray<ZvString> &names);
 
 /// The paper as the print preview takes it under "paper".
 ZV_EXPORT ZvJsonPtr zvgiPaperTree(const ZvGiPage &page);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
+#include "pagesetups.h"
 
 #include "zvqtcanvas.h"
 
@@ -14,10 +15,12 @@
 
 #include <cmath>
 
+Q_DECLARE_METATYPE(ZvGePoint3d)
+Q_DECLARE_METATYPE(ZvGeVector3d)
+
 namespace {
 
-/// Group codes of a layout's plot settings, with the values to put there.
-using Settings = QMap<int, QString>;
+using Settings = PlotSettings;
 
 /// A page of 120 by 100 mm with margins of 10 on the left, 20 at the bottom, 30 on the right, 40 at the top.
 const Settings kPaper{{44, QStringLiteral("120")}, {45, QStringLiteral("100")}, {40, QStringLiteral("10")},
@@ -100,6 +103,40 @@ ZvGiPage pageOf(const ZvDbDatabasePtr &database, const ZvString &layout = L"Layo
     return zvgiReadPage(database, layoutNamed(*database, layout));
 }
 
+QString numbers(std::initializer_list<double> values)
+{
+    QStringList texts;
+    for (const double value : values)
+        texts << QString::number(value, 'g', 8);
+    return texts.join(QLatin1Char(' '));
+}
+
+/// Empty for none.
+QString areaOf(const ZvGiPage &page)
+{
+    return page.area.isEmpty()
+        ? QString()
+        : numbers({page.area.minimum.x, page.area.minimum.y, page.area.maximum.x, page.area.maximum.y});
+}
+
+ZvDbDatabasePtr readBytes(const QByteArray &dxf)
+{
+    const ZvDbDatabasePtr database = ZvDbDatabase::create();
+    ZvDbFileReport report;
+    database->readStream(dxf.constData(), std::size_t(dxf.size()), report);
+    return database;
+}
+
+QStringList setupNames(const ZvDbDatabasePtr &database, const ZvString &layout)
+{
+    ZvArray<ZvString> names;
+    zvgiPageSetupNames(database, layoutNamed(*database, layout), names);
+    QStringList list;
+    for (const ZvString &name : names)
+        list << QString::fromStdString(name.toStdString());
+    return list;
+}
+
 constexpr int kPixels = 10; // to a millimetre
 
 /// The printable area on grey, of which there are two millimetres more all around.
@@ -125,14 +162,6 @@ QColor at(const QImage &image, double x, double y)
     return image.pixelColor(int(std::floor((x + 2) * kPixels)), int(std::floor(image.height() - (y + 2) * kPixels)));
 }
 
-QString numbers(std::initializer_list<double> values)
-{
-    QStringList texts;
-    for (const double value : values)
-        texts << QString::number(value, 'g', 8);
-    return texts.join(QLatin1Char(' '));
-}
-
 } // namespace
 
 class TestPage : public DrawingTest
@@ -146,7 +175,18 @@ private Q_SLOTS:
     void whatIsPlotted_data();
     void whatIsPlotted();
     void viewIsPlotted();
+    void viewIsPlottedFromAbove_data();
+    void viewIsPlottedFromAbove();
     void modelSpaceHasAPage();
+    void modelSpaceIsPlotted_data();
+    void modelSpaceIsPlotted();
+    void displayIsWhatTheCallerShows();
+    void namedSetupReplacesTheLayoutsOwn_data();
+    void namedSetupReplacesTheLayoutsOwn();
+    void setupsAreListedByTheKindOfLayout();
+    void drawingWithoutSetupsListsNone_data();
+    void drawingWithoutSetupsListsNone();
+    void setupsSurviveSaving();
     void noLayoutGivesTheDefaultPage();
     void settingsSurviveSaving();
     void paperTreeIsWhatThePreviewReads();
@@ -246,8 +286,9 @@ void TestPage::whatIsPlotted_data()
     row("extents, centred whatever the origin", {{74, text("1")}, {70, text("692")}, {46, text("9")}}, 1, -20, -10,
         extents);
     row("extents, moved", {{74, text("1")}, {46, text("4")}, {47, text("2")}}, 1, -4, -2, extents);
-    row("display stands for the extents", {{74, text("0")}}, 1, 0, 0, extents);
-    row("limits stand for the extents", {{74, text("2")}}, 1, 0, 0, extents);
+    row("display: the last view of the paper", {{74, text("0")}}, 1, 0, 0, numbers({0, 0, 420, 297}));
+    row("the limits of a sheet are the sheet", {{74, text("2")}, {46, text("4")}}, 1, -4, 0, none);
+    row("an unknown kind stands for the extents", {{74, text("9")}}, 1, 0, 0, extents);
     row("a view that is not there stands for the extents", {{74, text("3")}, {6, text("nowhere")}}, 1, 0, 0, extents);
     row("window", windowSettings, 1, 5, 6, window);
     row("window to fit", with(windowSettings, {{75, text("0")}}), 4, 5, 6, window);
@@ -261,10 +302,7 @@ void TestPage::whatIsPlotted()
 {
     QFETCH(Settings, settings);
     const ZvGiPage page = pageOf(makeDrawing(settings));
-    QString area;
-    if (!page.area.isEmpty())
-        area = numbers({page.area.minimum.x, page.area.minimum.y, page.area.maximum.x, page.area.maximum.y});
-    const QString read = numbers({page.unit, page.corner.x, page.corner.y}) + QLatin1Char('|') + area;
+    const QString read = numbers({page.unit, page.corner.x, page.corner.y}) + QLatin1Char('|') + areaOf(page);
     QTEST(read, "expected");
 }
 
@@ -288,9 +326,48 @@ void TestPage::viewIsPlotted()
     const ZvDbDatabasePtr read = ZvDbDatabase::create();
     QCOMPARE(read->readStream(dxf.constData(), std::size_t(dxf.size()), report), Zv::eOk);
     const ZvGiPage page = pageOf(read);
-    QCOMPARE(numbers({page.area.minimum.x, page.area.minimum.y, page.area.maximum.x, page.area.maximum.y}),
-             numbers({20, 7, 40, 17}));
+    QCOMPARE(areaOf(page), numbers({20, 7, 40, 17}));
     QCOMPARE(numbers({page.corner.x, page.corner.y}), numbers({20, 7}));
+}
+
+void TestPage::viewIsPlottedFromAbove_data()
+{
+    QTest::addColumn<ZvGePoint3d>("target");
+    QTest::addColumn<ZvGeVector3d>("direction");
+    QTest::addColumn<double>("twist");
+    QTest::addColumn<QString>("area");
+    const QString extents = numbers({0, 0, 40, 20});
+    const ZvGeVector3d down(0, 0, 1);
+    QTest::newRow("from above") << ZvGePoint3d() << down << 0.0 << numbers({20, 7, 40, 17});
+    QTest::newRow("from far above") << ZvGePoint3d() << down * 500.0 << 0.0 << numbers({20, 7, 40, 17});
+    QTest::newRow("at a target") << ZvGePoint3d(100, -50, 3) << down << 0.0 << numbers({120, -43, 140, -33});
+    QTest::newRow("from below") << ZvGePoint3d() << ZvGeVector3d(0, 0, -1) << 0.0 << extents;
+    QTest::newRow("from a side") << ZvGePoint3d() << ZvGeVector3d(1, 0, 1) << 0.0 << extents;
+    QTest::newRow("turned") << ZvGePoint3d() << down << 0.5 << extents;
+}
+
+void TestPage::viewIsPlottedFromAbove()
+{
+    QFETCH(ZvGePoint3d, target);
+    QFETCH(ZvGeVector3d, direction);
+    QFETCH(double, twist);
+    const ZvDbDatabasePtr database
+        = makeDrawing(with(kPaper, {{74, QStringLiteral("3")}, {6, QStringLiteral("corner")}}));
+    {
+        const ZvDbObjectPointer<ZvDbSymbolTable> table(database->viewTableId(), ZvDb::kForWrite);
+        auto *view = new ZvDbViewTableRecord;
+        view->setName(L"corner");
+        view->setCenterPoint(ZvGePoint2d(30, 12));
+        view->setWidth(20);
+        view->setHeight(10);
+        view->setTarget(target);
+        view->setViewDirection(direction);
+        view->setViewTwist(twist);
+        ZvDbObjectId id;
+        QCOMPARE(table->add(view, id), Zv::eOk);
+        view->close();
+    }
+    QTEST(areaOf(pageOf(database)), "area");
 }
 
 void TestPage::modelSpaceHasAPage()
@@ -301,6 +378,142 @@ void TestPage::modelSpaceHasAPage()
     QCOMPARE(page.block, database->modelSpaceId());
     QCOMPARE(numbers({page.width, page.height, page.unit, page.corner.x, page.corner.y}),
              numbers({120, 100, 2, 100, 200}));
+}
+
+void TestPage::modelSpaceIsPlotted_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("area");
+    const QString limits = numbers({-10, -20, 300, 200});
+    QTest::newRow("display: the last view") << "0" << numbers({100, 195, 120, 205});
+    QTest::newRow("extents") << "1" << numbers({100, 200, 140, 220});
+    QTest::newRow("limits") << "2" << limits;
+    QTest::newRow("layout: there is none, but limits") << "5" << limits;
+}
+
+void TestPage::modelSpaceIsPlotted()
+{
+    QFETCH(QString, type);
+    const ZvDbDatabasePtr database = makeDrawing(with(kPaper, {{74, type}}), "Model");
+    for (const auto &[name, x, y] : {std::tuple(L"LIMMIN", -10.0, -20.0), std::tuple(L"LIMMAX", 300.0, 200.0)}) {
+        ZvResBuf value;
+        QCOMPARE(database->getVariable(name, value), Zv::eOk);
+        value.resval.rpoint[0] = x;
+        value.resval.rpoint[1] = y;
+        QCOMPARE(database->setVariable(name, value), Zv::eOk);
+    }
+    {
+        const ZvDbObjectPointer<ZvDbViewportTableRecord> view(database->currentViewportId(), ZvDb::kForWrite);
+        QVERIFY(view);
+        view->setCenterPoint(ZvGePoint2d(110, 200));
+        view->setWidth(20);
+        view->setHeight(10);
+    }
+    QTEST(areaOf(pageOf(database, L"Model")), "area");
+}
+
+void TestPage::displayIsWhatTheCallerShows()
+{
+    ZvGeExtents2d shown;
+    shown.add(ZvGePoint2d(1, 2));
+    shown.add(ZvGePoint2d(31, 22));
+    const ZvDbDatabasePtr database
+        = makeDrawing(with(kPaper, {{74, QStringLiteral("0")}, {75, QStringLiteral("0")}}), "Model");
+    const ZvGiPage page = zvgiReadPage(database, layoutNamed(*database, L"Model"), ZvString(), shown);
+    QCOMPARE(areaOf(page), numbers({1, 2, 31, 22}));
+    QCOMPARE(page.unit, 2.0); // 40 mm for 20
+    // Nothing else asks for it.
+    const ZvDbDatabasePtr other = makeDrawing(with(kPaper, {{74, QStringLiteral("1")}}), "Model");
+    QCOMPARE(areaOf(zvgiReadPage(other, layoutNamed(*other, L"Model"), ZvString(), shown)),
+             numbers({100, 200, 140, 220}));
+}
+
+/// A page set-up of 200 by 100 mm at 1 to 2, and a window.
+const Settings kSetup{{44, QStringLiteral("200")}, {45, QStringLiteral("100")}, {40, QStringLiteral("5")},
+                      {41, QStringLiteral("5")},   {42, QStringLiteral("5")},   {43, QStringLiteral("5")},
+                      {142, QStringLiteral("1")},  {143, QStringLiteral("2")},  {70, QStringLiteral("672")},
+                      {72, QStringLiteral("1")},   {73, QStringLiteral("0")},   {74, QStringLiteral("4")},
+                      {75, QStringLiteral("17")},  {48, QStringLiteral("5")},   {49, QStringLiteral("6")},
+                      {140, QStringLiteral("25")}, {141, QStringLiteral("16")}, {4, QStringLiteral("Strip")}};
+
+void TestPage::namedSetupReplacesTheLayoutsOwn_data()
+{
+    QTest::addColumn<QString>("setup");
+    QTest::addColumn<QString>("expected"); // size, unit, corner, area
+    const QString own = numbers({120, 100, 1, 0, 0}) + QLatin1Char('|');
+    const QString strip = numbers({200, 100, 0.5, 5, 6}) + QLatin1Char('|') + numbers({5, 6, 25, 16});
+    QTest::newRow("none") << "" << own;
+    QTest::newRow("by its name") << "A strip" << strip;
+    QTest::newRow("in another case") << "a STRIP" << strip;
+    QTest::newRow("Chinese, to fit and in the middle")
+        << QStringLiteral("全图")
+        << numbers({200, 100, 4.5, -1.1111111, 0}) + QLatin1Char('|') + numbers({0, 0, 40, 20});
+    QTest::newRow("a name that is none") << "nowhere" << own;
+}
+
+void TestPage::namedSetupReplacesTheLayoutsOwn()
+{
+    QFETCH(QString, setup);
+    const Settings whole
+        = with(kSetup, {{74, QStringLiteral("1")}, {70, QStringLiteral("692")}, {75, QStringLiteral("0")}});
+    const ZvDbDatabasePtr database = readBytes(withPageSetups(
+        savedAs(*makeDrawing(kPaper)), {{QStringLiteral("A strip"), kSetup}, {QStringLiteral("全图"), whole}}));
+    const ZvGiPage page
+        = zvgiReadPage(database, layoutNamed(*database, L"Layout1"), ZvString(setup.toUtf8().constData()));
+    QCOMPARE(page.block, pageOf(database).block);
+    const QString read
+        = numbers({page.width, page.height, page.unit, page.corner.x, page.corner.y}) + QLatin1Char('|') + areaOf(page);
+    QTEST(read, "expected");
+}
+
+void TestPage::setupsAreListedByTheKindOfLayout()
+{
+    const Settings forModel = with(kSetup, {{70, QStringLiteral("1696")}});
+    const ZvDbDatabasePtr database = readBytes(withPageSetups(savedAs(*makeDrawing(kPaper)),
+                                                              {{QStringLiteral("A strip"), kSetup},
+                                                               {QStringLiteral("Of model space"), forModel},
+                                                               {QStringLiteral("全图"), kSetup}}));
+    QCOMPARE(setupNames(database, L"Layout1"), (QStringList{QStringLiteral("A strip"), QStringLiteral("全图")}));
+    QCOMPARE(setupNames(database, L"Model"), QStringList{QStringLiteral("Of model space")});
+    ZvArray<ZvString> names;
+    names.append(L"left over");
+    zvgiPageSetupNames(database, database->modelSpaceId(), names); // no layout
+    QVERIFY(names.isEmpty());
+}
+
+void TestPage::drawingWithoutSetupsListsNone_data()
+{
+    QTest::addColumn<bool>("hasDictionary");
+    QTest::newRow("an empty dictionary") << true;
+    QTest::newRow("no dictionary") << false;
+}
+
+void TestPage::drawingWithoutSetupsListsNone()
+{
+    QFETCH(bool, hasDictionary);
+    const ZvDbDatabasePtr database = makeDrawing(kPaper);
+    if (!hasDictionary) {
+        const ZvDbObjectPointer<ZvDbDictionary> root(database->rootDictionaryId(), ZvDb::kForWrite);
+        QCOMPARE(root->remove(L"ACAD_PLOTSETTINGS"), Zv::eOk);
+    }
+    QCOMPARE(setupNames(database, L"Layout1"), QStringList());
+    QCOMPARE(zvgiReadPage(database, layoutNamed(*database, L"Layout1"), L"nowhere").width, 120.0);
+    ZvArray<ZvString> names;
+    zvgiPageSetupNames(nullptr, ZvDbObjectId(), names);
+    QVERIFY(names.isEmpty());
+}
+
+void TestPage::setupsSurviveSaving()
+{
+    const QByteArray dxf = withPageSetups(savedAs(*makeDrawing(kPaper)), {{QStringLiteral("全图"), kSetup}});
+    const ZvDbDatabasePtr database = readBytes(dxf);
+    QCOMPARE(savedAs(*database), dxf);
+    addTo(*database, database->paperSpaceId(), 1, 1, 2, 2); // now the file is made anew around it
+    const ZvDbDatabasePtr again = readBytes(savedAs(*database));
+    QCOMPARE(setupNames(again, L"Layout1"), QStringList{QStringLiteral("全图")});
+    QCOMPARE(zvgiReadPage(again, layoutNamed(*again, L"Layout1"), ZvString(QStringLiteral("全图").toUtf8().constData()))
+                 .width,
+             200.0);
 }
 
 void TestPage::noLayoutGivesTheDefaultPage()
