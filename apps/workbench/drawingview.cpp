@@ -190,6 +190,20 @@ ViewCamera DrawingView::initialCamera() const
     return camera;
 }
 
+ZvGeExtents2d DrawingView::shownFromAbove() const
+{
+    ZvGeExtents2d world;
+    const ZvGiView &seen = m_camera.view();
+    if (m_hasCamera && seen.direction.x == 0.0 && seen.direction.y == 0.0 && seen.direction.z > 0.0
+        && seen.twist == 0.0) {
+        const ZvGeExtents2d display = m_camera.visible();
+        const ZvGeVector2d target(seen.target.x, seen.target.y);
+        world.add(display.minimum + target);
+        world.add(display.maximum + target);
+    }
+    return world;
+}
+
 void DrawingView::ensureCamera()
 {
     if (m_hasCamera)

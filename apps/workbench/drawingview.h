@@ -34,6 +34,9 @@ public:
 
     ZvApDocument *document() const { return m_document; }
     const ViewCamera &camera() const { return m_camera; }
+    /// What is seen of the drawing from above, in world coordinates; empty from any other side, when the view is
+    /// turned, and before it was first painted.
+    ZvGeExtents2d shownFromAbove() const;
     /// Looks around as one step that zoomPrevious() takes back.
     void setCamera(const ViewCamera &camera);
     void zoomExtents();

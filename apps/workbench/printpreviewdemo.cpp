@@ -24,7 +24,7 @@ QString show(const ZvJsonPtr &params)
 QString currentLayout()
 {
     ZvDbDatabase *database = curDatabase();
-    return database ? show(previewParameters(*database, database->currentLayoutId()))
+    return database ? show(previewParameters(*database, pageToPlot(*database)))
                     : text("There is no drawing to preview.");
 }
 

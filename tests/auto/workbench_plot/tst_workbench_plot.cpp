@@ -2,8 +2,10 @@
 #include "commandline.h"
 #include "filedialogrun.h"
 #include "modaldriver.h"
+#include "pagesetups.h"
 #include "plotcommand.h"
 #include "printpreviewdemo.h"
+#include "smalldisk.h"
 #include "textforms.h"
 #include "utils/zvpage.h"
 #include "workbenchtest.h"
@@ -168,7 +170,16 @@ private Q_SLOTS:
     void givingUpTheFileNamePrintsNothing();
     void fileNameBeginsBesideTheDrawing();
     void scriptNamesTheFile();
+    void fileThatCannotBeWrittenIsTold_data();
     void fileThatCannotBeWrittenIsTold();
+    void fullDiskIsToldAndTheOldFileStays_data();
+    void fullDiskIsToldAndTheOldFileStays();
+    void displayIsWhatTheViewShows();
+    void namedPageSetupIsChosen_data();
+    void namedPageSetupIsChosen();
+    void givingUpThePageSetupPrintsNothing();
+    void scriptNamesThePageSetup_data();
+    void scriptNamesThePageSetup();
     void plottingLeavesTheDrawingAlone();
     void menuAndShortcutNeedADrawing();
     void everyDialogOfTheMenu_data();
@@ -190,6 +201,30 @@ private:
         QVERIFY(names.length() > 1);
         QCOMPARE(m_session->database().setCurrentLayout(names[1]), Zv::eOk);
         QCoreApplication::processEvents();
+    }
+    /// A drawing with two page set-ups for its sheet, which is the current layout, and one for model space.
+    void openWithSetups()
+    {
+        const auto setup = [](const char *width, const char *height, const char *flags) {
+            return PlotSettings{{44, width}, {45, height}, {70, flags}, {74, QStringLiteral("1")}};
+        };
+        ZvDbFileReport report;
+        m_session->newDrawing();
+        QCOMPARE(m_session->database().writeCopy(toZvString(path("plain.dxf")), report), Zv::eOk);
+        QFile file(path("plain.dxf"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray drawing = withPageSetups(file.readAll(),
+                                                  {{"Of model space", setup("50", "50", "1024")},
+                                                   {"Strip", setup("200", "100", "0")},
+                                                   {QStringLiteral("立"), setup("100", "200", "0")}});
+        file.close();
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(drawing), drawing.size());
+        file.close();
+        QVERIFY(window().host()->openDocument(path("plain.dxf")));
+        QCoreApplication::processEvents();
+        showSheet();
+        QFile::remove(path("plain.dxf"));
     }
     void plot(const ModalDriver &driver)
     {
@@ -357,14 +392,159 @@ void tst_workbench_plot::scriptNamesTheFile()
     QCOMPARE(lastLine(), QStringLiteral("Written: ") + file.fileName());
 }
 
+void tst_workbench_plot::fileThatCannotBeWrittenIsTold_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("no such folder") << "no folder/page.pdf";
+    QTest::newRow("a folder of that name") << "taken.pdf";
+    QTest::newRow("no folder at all") << QString(300, QLatin1Char('x')) + ".pdf";
+}
+
 void tst_workbench_plot::fileThatCannotBeWrittenIsTold()
 {
+    QFETCH(QString, name);
     m_session->newDrawing();
-    const QString nowhere = path("no folder/page.pdf");
-    expectWarning(QStringLiteral("QPainter::begin(): Returned false"));
-    QString error;
-    QVERIFY(!plotPage(m_session->database(), nowhere, error));
-    QCOMPARE(error, nowhere + QStringLiteral(" could not be written."));
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("taken.pdf")));
+    const QString nowhere = m_folder->filePath(name);
+    zvedCommandLine(ZvString("_.PLOT ") + toZvString(nowhere));
+    waitForIdle();
+    QCOMPARE(lastLine(), nowhere + QStringLiteral(" could not be written."));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"taken.pdf"});
+}
+
+void tst_workbench_plot::fullDiskIsToldAndTheOldFileStays_data()
+{
+    QTest::addColumn<bool>("byPerson");
+    QTest::newRow("by a script") << false;
+    QTest::newRow("from the preview") << true;
+}
+
+void tst_workbench_plot::fullDiskIsToldAndTheOldFileStays()
+{
+    QFETCH(bool, byPerson);
+    openSample(QStringLiteral("part.dxf"));
+    QFile old(path("page.pdf"));
+    QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+    old.close();
+    {
+        const SmallDisk disk(2000);
+        if (byPerson) {
+            ModalDriver driver(60000);
+            driver.next([](QDialog *dialog) { press(dialog, kPrint); });
+            driver.next(intoFolder("page.pdf"));
+            driver.next(pressReturn); // it may be replaced
+            plot(driver);
+        } else {
+            zvedCommandLine(ZvString("_.PLOT ") + toZvString(old.fileName()));
+            waitForIdle();
+        }
+    }
+    QCOMPARE(lastLine(), old.fileName() + QStringLiteral(" could not be written."));
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll(), QByteArray("old"));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{"page.pdf"});
+}
+
+void tst_workbench_plot::displayIsWhatTheViewShows()
+{
+    m_session->newDrawing(); // a new drawing's model space plots the display
+    ViewCamera camera = m_session->view().camera();
+    ZvGeExtents2d box;
+    box.add(ZvGePoint2d(1000, 2000));
+    box.add(ZvGePoint2d(1100, 2050));
+    camera.fit(box, 0.0);
+    m_session->view().setCamera(camera);
+    const ZvGeExtents2d shown = camera.visible();
+    const ZvGiPage page = pageToPlot(m_session->database());
+    QCOMPARE(page.area.minimum.x, shown.minimum.x);
+    QCOMPARE(page.area.maximum.y, shown.maximum.y);
+    // What is seen from a side cannot be plotted as it is seen: all of the drawing is, of which there is a line.
+    m_session->addLine({0, 0, 0}, {40, 20, 0});
+    m_session->view().lookFrom(ZvGeVector3d(1, 0, 1));
+    const ZvGiPage whole = pageToPlot(m_session->database());
+    QVERIFY(whole.area.maximum.x != shown.maximum.x);
+}
+
+void tst_workbench_plot::namedPageSetupIsChosen_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QSizeF>("paper");
+    QTest::newRow("the layout's own") << 0 << QSizeF(420, 297);
+    QTest::newRow("the first") << 1 << QSizeF(200, 100);
+    QTest::newRow("the second") << 2 << QSizeF(100, 200);
+}
+
+void tst_workbench_plot::namedPageSetupIsChosen()
+{
+    QFETCH(int, row);
+    QFETCH(QSizeF, paper);
+    openWithSetups();
+    QStringList rows;
+    QSizeF previewed;
+    ModalDriver driver(60000);
+    driver.next([&](QDialog *dialog) {
+        auto *combo = dialog->findChild<QComboBox *>();
+        for (int i = 0; i < combo->count(); ++i)
+            rows << combo->itemText(i);
+        for (int i = 0; i < row; ++i)
+            QTest::keyClick(combo, Qt::Key_Down);
+        pressReturn(dialog);
+    });
+    driver.next([&](QDialog *dialog) {
+        dialog->resize(2000, 600); // of a sheet across all is seen
+        const QRect sheet = paperIn(sheetOf(dialog)->grab().toImage());
+        previewed = sheet.size();
+        press(dialog, kClose);
+    });
+    plot(driver);
+    QCOMPARE(rows,
+             (QStringList{
+                 QStringLiteral("The settings of Layout1"),
+                 QStringLiteral("Strip"),
+                 QStringLiteral("立"),
+             }));
+    const double ratio = previewed.width() / previewed.height() / (paper.width() / paper.height());
+    QVERIFY2(std::abs(ratio - 1) < 0.02, qPrintable(QString::number(ratio)));
+}
+
+void tst_workbench_plot::givingUpThePageSetupPrintsNothing()
+{
+    openWithSetups();
+    ModalDriver driver;
+    driver.next(pressEscape); // and no preview
+    plot(driver);
+    QVERIFY(!lastLine().startsWith(QStringLiteral("Written")));
+}
+
+void tst_workbench_plot::scriptNamesThePageSetup_data()
+{
+    QTest::addColumn<QString>("setup");
+    QTest::addColumn<QSizeF>("paper"); // none: an error
+    QTest::newRow("Enter: the layout's own") << "" << QSizeF(420, 297);
+    QTest::newRow("by its name") << "strip" << QSizeF(200, 100);
+    QTest::newRow("Chinese") << QStringLiteral("立") << QSizeF(100, 200);
+    QTest::newRow("no such page setup") << "nowhere" << QSizeF();
+}
+
+void tst_workbench_plot::scriptNamesThePageSetup()
+{
+    QFETCH(QString, setup);
+    QFETCH(QSizeF, paper);
+    openWithSetups();
+    for (const QString &line : {QStringLiteral("_.PLOT"), setup, path("page.pdf")})
+        zvedCommandLine(toZvString(line));
+    waitForIdle();
+    if (!paper.isValid()) {
+        QVERIFY(window().commandLine()->history().contains(
+            QStringLiteral("There is no page setup \"nowhere\" for this layout.")));
+        QVERIFY(!QFile::exists(path("page.pdf")));
+        return;
+    }
+    QCOMPARE(lastLine(), QStringLiteral("Written: ") + path("page.pdf"));
+    if (!hasPoppler())
+        QSKIP("poppler's programs are not installed");
+    const QSizeF printed = pageSize(path("page.pdf"));
+    QVERIFY(std::abs(printed.width() - paper.width()) < 0.2 && std::abs(printed.height() - paper.height()) < 0.2);
 }
 
 void tst_workbench_plot::plottingLeavesTheDrawingAlone()
