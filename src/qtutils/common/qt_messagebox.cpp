@@ -113,9 +113,9 @@ void ZvQtMessageBox::addMessage(QBoxLayout *row)
 {
     const QString path = zvDialogIconPath(zvBagInt(params(), "dlgtype", 0) & 0xFF);
     if (QFile::exists(path))
-        row->addWidget(zvMakeDialogIcon(path), 0, Qt::AlignLeft);
+        row->addWidget(zvMakeDialogIcon(path, this), 0, Qt::AlignLeft);
     // No word wrap: the caller breaks the lines, and a long one widens the dialog.
-    auto *message = new QLabel(zvBagString(params(), "msg"));
+    auto *message = new QLabel(zvBagString(params(), "msg"), this);
     message->setContentsMargins(kMessageMargins);
     row->addWidget(message, 0, Qt::AlignLeft);
     row->addStretch(0);

@@ -51,10 +51,13 @@ constexpr int kCommandWidth = 417;
 constexpr int kSpacing = 1;
 constexpr QMargins kMargins(1, 1, 1, 1);
 
+// Every widget is born as the child of the one whose layout takes it: giving it another parent later costs as much as
+// making it.
+
 /// A widget in \a outer with a tight layout of its own.
 template <class Layout> Layout *addPanel(QLayout *outer)
 {
-    auto *panel = new QWidget;
+    auto *panel = new QWidget(outer->parentWidget());
     auto *layout = new Layout(panel);
     layout->setSpacing(kSpacing);
     layout->setContentsMargins(kMargins);
@@ -64,7 +67,7 @@ template <class Layout> Layout *addPanel(QLayout *outer)
 
 QLabel *addText(QLayout *column, const QString &text)
 {
-    auto *label = new QLabel(text);
+    auto *label = new QLabel(text, column->parentWidget());
     label->setWordWrap(true);
     column->addWidget(label);
     return label;
@@ -124,11 +127,11 @@ void ZvQtTaskDialog::setUpWindow()
 
 void ZvQtTaskDialog::createTopBlock()
 {
-    auto *block = new QWidget;
+    auto *block = new QWidget(this);
     auto *row = new QHBoxLayout(block);
     if (QFile::exists(m_mainIcon))
-        row->addWidget(zvMakeDialogIcon(m_mainIcon));
-    auto *contentColumn = new QWidget;
+        row->addWidget(zvMakeDialogIcon(m_mainIcon, block));
+    auto *contentColumn = new QWidget(block);
     m_pContentLayout = new QVBoxLayout(contentColumn);
     row->addWidget(contentColumn);
     m_pMainLayout->addWidget(block);
@@ -145,7 +148,7 @@ void ZvQtTaskDialog::createTexts()
     const bool opensLinks = m_options & kOpenLinks;
     addText(column, m_message);
     if (!m_content.isEmpty()) {
-        column->addWidget(new QLabel); // a gap
+        column->addWidget(new QLabel(column->parentWidget())); // a gap
         addText(column, m_content)->setOpenExternalLinks(opensLinks);
     }
     if (!m_expandedInformation.isEmpty())
@@ -161,7 +164,7 @@ void ZvQtTaskDialog::createCommandBtns()
     const int defaultId = zvBagInt(params(), "defaultBtnId", 0);
     for (const ZvJsonPtr &command : zvBagElements(params(), "selBtnText")) {
         const int id = zvBagInt(command, "id", 0);
-        auto *button = new QPushButton(zvBagString(command, "caption"));
+        auto *button = new QPushButton(zvBagString(command, "caption"), column->parentWidget());
         button->setMinimumWidth(kCommandWidth);
         button->setStyleSheet(QStringLiteral("QPushButton {color:rgb(0, 116, 216);}"));
         if (id != defaultId)
@@ -190,7 +193,7 @@ void ZvQtTaskDialog::createFooter()
 
 void ZvQtTaskDialog::createCheckBox(QVBoxLayout *column)
 {
-    auto *check = new QCheckBox(zvBagString(params(), "checkboxText"));
+    auto *check = new QCheckBox(zvBagString(params(), "checkboxText"), column->parentWidget());
     column->addWidget(check, 0, Qt::AlignLeft);
     const bool isChecked = zvBagBool(params(), "checkboxChecked", false);
     check->setChecked(isChecked);
@@ -246,7 +249,7 @@ void ZvQtTaskDialog::addCustomButtons(QHBoxLayout *row, int disabledMask)
 
 QPushButton *ZvQtTaskDialog::addFooterButton(QHBoxLayout *row, const QString &text, int id)
 {
-    auto *button = new QPushButton(text);
+    auto *button = new QPushButton(text, row->parentWidget());
     row->addWidget(button, 0, Qt::AlignRight);
     m_pGroupButtons->addButton(button, id);
     return button;

@@ -36,9 +36,9 @@ QString zvDialogIconPath(int dlgtype)
     return QString();
 }
 
-QLabel *zvMakeDialogIcon(const QString &path)
+QLabel *zvMakeDialogIcon(const QString &path, QWidget *parent)
 {
-    auto *icon = new QLabel;
+    auto *icon = new QLabel(parent);
     icon->setPixmap(QPixmap(path).scaled(kIconSize, kIconSize, Qt::KeepAspectRatio, Qt::FastTransformation));
     icon->setScaledContents(true);
     icon->setFixedSize(kIconSize, kIconSize);
