@@ -26,16 +26,9 @@ constexpr int kMostCustomColors = 10;
 constexpr int kSwatchMargin = 4; // pixels beyond the text's height, and of a row beyond the swatch
 constexpr int kDialogBackground = int(0xFF30281E);
 
-const QString &selectName()
+QString noneName()
 {
-    static const QString name = QStringLiteral("选择颜色...");
-    return name;
-}
-
-const QString &noneName()
-{
-    static const QString name = QStringLiteral("无");
-    return name;
+    return ZvColorComboBox::tr("无");
 }
 
 ZvCmEntityColor plainColor(ZvCm::ColorMethod method)
@@ -79,9 +72,9 @@ QColor colorOfByBlock(const unsigned int *palette, const ZvDbObjectId &layerId)
 QString indexName(int index, const unsigned int *palette)
 {
     if (index == kForeground && palette && palette[kForeground] == 0)
-        return QStringLiteral("黑");
+        return zvBlackName();
     const QString name = zvColorName(index);
-    return name.isEmpty() ? QStringLiteral("颜色 %1").arg(index) : name;
+    return name.isEmpty() ? zvNumberedColorName(index) : name;
 }
 
 bool hasCurrentPalette()
@@ -239,7 +232,7 @@ QVector<ColorData> ZvColorComboBox::fixedRows(const ZvApDocument &document, cons
     if (m_viewStyle & kColorViewUseCurrent && drawing) {
         // The picture of the current colour, but no colour: the caller leaves what he has.
         ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
-        current.name = QStringLiteral("使用当前项");
+        current.name = tr("使用当前项");
         current.entityColor = plainColor(ZvCm::kNone);
         rows << current;
     }
@@ -272,10 +265,9 @@ void ZvColorComboBox::showRows(const QVector<ColorData> &rows)
         const QIcon swatch = zvColorSwatch(data.color, m_swatchSize);
         if (itemText(row) == data.name && rowAt(row) == data && itemIcon(row).cacheKey() == swatch.cacheKey())
             continue;
-        model()->setItemData(model()->index(row, modelColumn(), rootModelIndex()),
-                             {{Qt::DisplayRole, data.name},
-                              {Qt::DecorationRole, swatch},
-                              {Qt::UserRole, QVariant::fromValue(data)}});
+        model()->setItemData(
+            model()->index(row, modelColumn(), rootModelIndex()),
+            {{Qt::DisplayRole, data.name}, {Qt::DecorationRole, swatch}, {Qt::UserRole, QVariant::fromValue(data)}});
     }
     setCurrentIndex(0);
 }
@@ -351,14 +343,14 @@ void ZvColorComboBox::SetUseColorNone()
     ZvCmColor none;
     none.setColorIndex(ZvCm::kACInone);
     none.setColorMethod(ZvCm::kNone);
-    insertColorItem(0, tr("无"), none);
+    insertColorItem(0, noneName(), none);
 }
 
 void ZvColorComboBox::AppendFinish()
 {
     ColorData select;
     select.color = QColor(0, 0, 255);
-    select.name = selectName();
+    select.name = tr("选择颜色...");
     select.type = kColorItemSelect;
     addRow(count(), select);
 }
@@ -537,7 +529,7 @@ void ZvColorComboBox::currentColorIndexChanged(int index)
     const QVariant held = itemData(index);
     if (!held.canConvert<ColorData>()) {
         QMessageBox box(this);
-        box.setText(QStringLiteral("data err: index(%1)").arg(index));
+        box.setText(tr("data err: index(%1)").arg(index));
         box.exec();
         return;
     }

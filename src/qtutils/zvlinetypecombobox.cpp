@@ -4,6 +4,7 @@
 #include "private/zvbagreader.h"
 #include "private/zvboundcontrol.h"
 #include "private/zvrowpicture.h"
+#include "private/zvtranslation.h"
 #include "zevaqt.h"
 #include "zvqtlinetypeservice.h"
 #include "zvqtrasterimage.h"
@@ -29,11 +30,7 @@ namespace {
 
 constexpr int kFrameHeight = 8; // pixels of a fixed height beyond the text's
 
-const QString &pendingName()
-{
-    static const QString name = QStringLiteral("其他...");
-    return name;
-}
+constexpr char kPendingName[] = QT_TRANSLATE_NOOP("ZvLineTypeComboBox", "其他...");
 
 const ZvNoticeFilter &noticeFilter()
 {
@@ -123,6 +120,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool
     fixedPitch.setFixedPitch(true);
     setFixedHeight(int(QFontMetricsF(fixedPitch).height()) + kFrameHeight);
     init();
+    zvTranslateRows(this, "ZvLineTypeComboBox", {kPendingName});
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
 }
 
@@ -131,6 +129,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(bool hook, QWidget *parent)
 {
     zvJoinUpdateBus(*this);
     init();
+    zvTranslateRows(this, "ZvLineTypeComboBox", {kPendingName});
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
 }
 
@@ -238,7 +237,7 @@ void ZvLineTypeComboBox::addPendingItem()
 {
     // In an empty list the row becomes current at once, which is no pick.
     const QSignalBlocker quiet(this);
-    insertItem(count(), rowPicture(QImage()), pendingName(), QVariant());
+    insertItem(count(), rowPicture(QImage()), tr(kPendingName), QVariant());
 }
 
 bool ZvLineTypeComboBox::isPendingRow(int index) const

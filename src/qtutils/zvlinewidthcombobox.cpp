@@ -3,6 +3,7 @@
 
 #include "private/zvboundcontrol.h"
 #include "private/zvrowpicture.h"
+#include "private/zvtranslation.h"
 
 #include "db/zvdbrecords.h"
 
@@ -27,6 +28,8 @@ constexpr SpecialRow kSpecialRows[] = {
     {ZvLineWidthComboBox::kItemDefault, ZvDb::kLnWtByLwDefault},
 };
 
+constexpr char kUseObjects[] = QT_TRANSLATE_NOOP("ZvLineWidthComboBox", "使用对象线宽");
+
 constexpr int kWeights[]
     = {0, 5, 9, 13, 15, 18, 20, 25, 30, 35, 40, 50, 53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
 
@@ -42,7 +45,10 @@ const ZvNoticeFilter &noticeFilter()
 
 QString label(bool inch, ZvDb::LineWeight weight)
 {
-    return QString::fromUtf8(ZevaUISetting::getLineName(inch, weight));
+    const char *name = ZevaUISetting::getLineName(inch, weight);
+    // The only one that is a word of a language.
+    return weight == ZvDb::kLnWtByLwDefault ? QCoreApplication::translate("ZevaUISetting", name)
+                                            : QString::fromUtf8(name);
 }
 
 } // namespace
@@ -59,6 +65,8 @@ ZvLineWidthComboBox::ZvLineWidthComboBox(bool hook, int mask, QWidget *parent)
 {
     zvJoinUpdateBus(*this);
     init(false);
+    zvTranslateRows(this, "ZvLineWidthComboBox", {kUseObjects});
+    zvTranslateRows(this, "ZevaUISetting", {ZevaUISetting::getLineName(false, ZvDb::kLnWtByLwDefault)});
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &ZvLineWidthComboBox::currentWeightIndexChanged);
 }
@@ -87,7 +95,7 @@ void ZvLineWidthComboBox::init(bool inch)
             drawLine(label(inch, row.weight), row.weight);
     }
     if (m_itemMask & kItemUseObjects)
-        zvAddPlainRow(*this, QStringLiteral("使用对象线宽"));
+        zvAddPlainRow(*this, tr(kUseObjects));
     for (const int weight : kWeights)
         drawLine(label(inch, ZvDb::LineWeight(weight)), ZvDb::LineWeight(weight));
 }

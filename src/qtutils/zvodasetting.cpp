@@ -4,6 +4,7 @@
 
 #include "private/zvcurrentdrawing.h"
 #include "private/zvlogline.h"
+#include "private/zvtranslation.h"
 #include "private/zvupdatecommand.h"
 #include "qt_utils.h"
 #include "zevaqt.h"
@@ -32,7 +33,7 @@ struct LineWeightName
 
 /// Also the values that the list of line weights offers, in its order.
 constexpr LineWeightName kLineWeightNames[] = {
-    {ZvDb::kLnWtByLwDefault, "默认", "默认"},
+    {ZvDb::kLnWtByLwDefault, QT_TRANSLATE_NOOP("ZevaUISetting", "默认"), "默认"},
     {ZvDb::kLnWtByBlock, "ByBlock", "ByBlock"},
     {ZvDb::kLnWtByLayer, "ByLayer", "ByLayer"},
     {ZvDb::kLnWt000, "0.00 mm", "0.000\""},
@@ -62,15 +63,22 @@ constexpr LineWeightName kLineWeightNames[] = {
 };
 
 // The first sentence stands there twice: the text is shown as it is.
-constexpr wchar_t kCannotSetCurrent[] =
-    L"无法将选定图层置为当前图层。\r\n\r\n无法将选定图层置为当前图层:\r\n 依赖外部参照的图层\n 冻结的图层\n";
-constexpr wchar_t kCannotSetCurrentTitle[] = L"图层 - 无法置为当前";
-constexpr wchar_t kKeepLayerOn[] = L"当前图层将被关闭。\n是否要使当前图层保持打开状态?\n";
-constexpr wchar_t kCannotFreeze[] = L"不能冻结当前图层\n";
+constexpr char kCannotSetCurrent[] = QT_TRANSLATE_NOOP(
+    "ZevaUISetting",
+    "无法将选定图层置为当前图层。\r\n\r\n无法将选定图层置为当前图层:\r\n 依赖外部参照的图层\n 冻结的图层\n");
+constexpr char kCannotSetCurrentTitle[] = QT_TRANSLATE_NOOP("ZevaUISetting", "图层 - 无法置为当前");
+constexpr char kKeepLayerOn[]
+    = QT_TRANSLATE_NOOP("ZevaUISetting", "当前图层将被关闭。\n是否要使当前图层保持打开状态?\n");
+constexpr char kCannotFreeze[] = QT_TRANSLATE_NOOP("ZevaUISetting", "不能冻结当前图层\n");
 constexpr wchar_t kTitle[] = L"Zevara";
 constexpr unsigned kInformation = 64;
 constexpr unsigned kInformationYesNo = 68;
 constexpr int kYes = 6;
+
+ZvString shown(const char *text)
+{
+    return zvTranslated("ZevaUISetting", text);
+}
 
 void issueUpdateMacro()
 {
@@ -197,7 +205,7 @@ bool ZevaUISetting::setCLayer(const ZvDbObjectId &id, const ZvString &name)
         return false;
     const ZvDbDatabase *database = curDatabase();
     if (database && database->clayer() != layerId && !mayBecomeCurrent(layerId)) {
-        ZvUiMessageBox(kCannotSetCurrent, kCannotSetCurrentTitle, kInformation);
+        ZvUiMessageBox(shown(kCannotSetCurrent), shown(kCannotSetCurrentTitle), kInformation);
         return false;
     }
     requestNamed(kLayer, id, name);
@@ -215,14 +223,14 @@ bool ZevaUISetting::changeLayerStatus(Layer_Info_Type type, const ZvString &laye
     bool state = false;
     switch (type) {
     case kLayerOnOff:
-        if (id == current && !layer->isOff() && ZvUiMessageBox(kKeepLayerOn, kTitle, kInformationYesNo) == kYes)
+        if (id == current && !layer->isOff() && ZvUiMessageBox(shown(kKeepLayerOn), kTitle, kInformationYesNo) == kYes)
             return false;
         state = !layer->isOff();
         layer->setIsOff(state);
         break;
     case kLayerFreeze:
         if (id == current) {
-            ZvUiMessageBox(kCannotFreeze, kTitle, kInformation);
+            ZvUiMessageBox(shown(kCannotFreeze), kTitle, kInformation);
             return false;
         }
         state = !layer->isFrozen();

@@ -9,6 +9,8 @@
 #include "core/zvui.h"
 #include "db/zvdbentities.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 typedef ZevaUISetting::EntityValue EntityValue;
@@ -117,7 +119,7 @@ constexpr bool (*kWriters[])(ZvDbEntity &, const EntityValue &) = {
 
 void reportSkipped(int count)
 {
-    const QString text = QStringLiteral("在锁定图层上有 %1 个对象未被更新。").arg(count);
+    const QString text = QCoreApplication::translate("ZevaUISetting", "在锁定图层上有 %1 个对象未被更新。").arg(count);
     ZvUiMessageBox(zvToZvString(text), L"Zevara", 0);
 }
 

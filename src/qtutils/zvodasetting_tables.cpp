@@ -7,6 +7,7 @@
 #include "private/zveditframe.h"
 #include "private/zvresbufptr.h"
 #include "private/zvtablewalk.h"
+#include "private/zvtranslation.h"
 
 #include "db/zvdbdictionary.h"
 #include "db/zvdbentities.h"
@@ -108,8 +109,7 @@ private:
 };
 
 /// Calls \a visit with name and id of each entry in dictionary order, until it returns false.
-template<class Visit>
-void walkDictionary(ZvDbObjectId dictionaryId, Visit visit)
+template <class Visit> void walkDictionary(ZvDbObjectId dictionaryId, Visit visit)
 {
     std::unique_ptr<ZvDbDictionaryIterator> iterator;
     {
@@ -220,11 +220,13 @@ void translateCellStyle(ZvString &name)
     static const struct
     {
         const wchar_t *name;
-        const wchar_t *shown;
-    } rows[] = {{L"_TITLE", L"标题"}, {L"_HEADER", L"表头"}, {L"_DATA", L"数据"}};
+        const char *shown;
+    } rows[] = {{L"_TITLE", QT_TRANSLATE_NOOP("ZevaUISetting", "标题")},
+                {L"_HEADER", QT_TRANSLATE_NOOP("ZevaUISetting", "表头")},
+                {L"_DATA", QT_TRANSLATE_NOOP("ZevaUISetting", "数据")}};
     for (const auto &row : rows) {
         if (name.compareNoCase(row.name) == 0)
-            name = row.shown;
+            name = zvTranslated("ZevaUISetting", row.shown);
     }
 }
 
@@ -317,7 +319,8 @@ bool ZevaUISetting::compareTextStyleInfo(ZvsiTextStyleInfoItem &a, ZvsiTextStyle
     return isBefore(a.name, b.name);
 }
 
-void ZevaUISetting::getTextStyleTableRecords(ZvArray<ZvsiTextStyleInfoItem> &styles, ZvDbDatabase *database, bool sorted)
+void ZevaUISetting::getTextStyleTableRecords(ZvArray<ZvsiTextStyleInfoItem> &styles, ZvDbDatabase *database,
+                                             bool sorted)
 {
     styles.clear();
     const ZvDbDatabase *source = orCurrent(database);
@@ -493,18 +496,23 @@ void ZevaUISetting::getUcses(ZvArray<ZvsiUcsInfoItem> &items, ZvDbDatabase *data
     static const struct
     {
         UcsItemType type;
-        const wchar_t *text;
-    } sides[] = {{kUcsTop, L"俯视"},   {kUcsBottom, L"仰视"}, {kUcsLeft, L"左视"},
-                 {kUcsRight, L"右视"}, {kUcsFront, L"前视"},  {kUcsBack, L"后视"}};
+        const char *text;
+    } sides[] = {{kUcsTop, QT_TRANSLATE_NOOP("ZevaUISetting", "俯视")},
+                 {kUcsBottom, QT_TRANSLATE_NOOP("ZevaUISetting", "仰视")},
+                 {kUcsLeft, QT_TRANSLATE_NOOP("ZevaUISetting", "左视")},
+                 {kUcsRight, QT_TRANSLATE_NOOP("ZevaUISetting", "右视")},
+                 {kUcsFront, QT_TRANSLATE_NOOP("ZevaUISetting", "前视")},
+                 {kUcsBack, QT_TRANSLATE_NOOP("ZevaUISetting", "后视")}};
+    const auto shown = [](const char *text) { return zvTranslated("ZevaUISetting", text); };
 
     if (ZvCurrentUcs(*source).isUnnamed())
-        items.append({L"未命名", ZvDbObjectId(), kUcsUnnamed});
+        items.append({shown(QT_TRANSLATE_NOOP("ZevaUISetting", "未命名")), ZvDbObjectId(), kUcsUnnamed});
     const bool hasPrevious = zvHasPreviousUcs();
-    items.append({L"世界", ZvDbObjectId(), kUcsWorld});
+    items.append({shown(QT_TRANSLATE_NOOP("ZevaUISetting", "世界")), ZvDbObjectId(), kUcsWorld});
     if (hasPrevious)
-        items.append({L"上一个", ZvDbObjectId(), kUcsPrevious});
+        items.append({shown(QT_TRANSLATE_NOOP("ZevaUISetting", "上一个")), ZvDbObjectId(), kUcsPrevious});
     for (const auto &side : sides)
-        items.append({side.text, ZvDbObjectId(), side.type});
+        items.append({shown(side.text), ZvDbObjectId(), side.type});
     zvWalkRecords<ZvDbUCSTableRecord>(source->UCSTableId(), [&items](const ZvDbUCSTableRecord &record) {
         if (!record.isDependent() && !record.name().isEmpty())
             items.append(UcsRow {record.name(), record.objectId(), kUcsNamed});

@@ -7,6 +7,7 @@
 #include "private/zvqtstring.h"
 #include "private/zvrasterview.h"
 #include "private/zvtablewalk.h"
+#include "private/zvtranslation.h"
 #include "zvpreviewitemdelegate.h"
 #include "zvsortfilterproxymodel.h"
 
@@ -78,9 +79,13 @@ void ZvQtLinetypeTableView::initializeData()
     setModel(m_proxy);
 
     m_model->setColumnCount(kColumnCount);
-    const char *const titles[] = {QT_TR_NOOP("线型"), QT_TR_NOOP("外观"), QT_TR_NOOP("说明")};
-    for (int column = 0; column < kColumnCount; ++column)
-        m_model->setHeaderData(column, Qt::Horizontal, tr(titles[column]), Qt::EditRole);
+    const auto setTitles = [this] {
+        const char *const titles[] = {QT_TR_NOOP("线型"), QT_TR_NOOP("外观"), QT_TR_NOOP("说明")};
+        for (int column = 0; column < kColumnCount; ++column)
+            m_model->setHeaderData(column, Qt::Horizontal, tr(titles[column]), Qt::EditRole);
+    };
+    setTitles();
+    zvOnLanguageChange(this, setTitles);
     horizontalHeader()->resizeSection(kPictureColumn, kPictureColumnWidth);
 
     setItemDelegate(new ZvPreviewItemDelegate(this));
@@ -225,7 +230,7 @@ bool ZvQtLinetypeTableView::getLtypeData(int &idx, QString &name, ZvDbObjectId &
 {
     const int row = currentSourceRow();
     if (m_blankClicked) {
-        zvuiMessageBoxEx(L"Zevara", L"请选择单个线型。", nullptr, kYesNoCancel, kMessageRow, kWarning);
+        zvuiMessageBoxEx(L"Zevara", zvToZvString(tr("请选择单个线型。")), nullptr, kYesNoCancel, kMessageRow, kWarning);
         return false;
     }
     if (!itemAt(row, kPictureColumn))

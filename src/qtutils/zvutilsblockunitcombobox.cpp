@@ -2,24 +2,29 @@
 #include "zvutilsblockunitcombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
 
 namespace {
 
-constexpr const wchar_t *kUnits[] = {
-    L"无单位", L"英寸", L"英尺",   L"英里", L"毫米", L"厘米", L"米",       L"千米", L"微英寸", L"密耳",
-    L"码",     L"埃",   L"毫微米", L"分米", L"十米", L"百米", L"百万公里", L"天文", L"光年",   L"秒差距",
+constexpr const char *kUnits[] = {
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "无单位"),   QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "英寸"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "英尺"),     QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "英里"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "毫米"),     QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "厘米"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "米"),       QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "千米"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "微英寸"),   QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "密耳"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "码"),       QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "埃"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "毫微米"),   QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "分米"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "十米"),     QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "百米"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "百万公里"), QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "天文"),
+    QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "光年"),     QT_TRANSLATE_NOOP("ZvUtilsBlockUnitComboBox", "秒差距"),
 };
 
-/// Made once: a dialog has several such lists.
-const ZvArray<ZvString> &unitNames()
+std::vector<ZvRow> unitRows()
 {
-    static const ZvArray<ZvString> names = [] {
-        ZvArray<ZvString> made;
-        for (const wchar_t *unit : kUnits)
-            made.append(unit);
-        return made;
-    }();
-    return names;
+    std::vector<ZvRow> rows;
+    for (const char *unit : kUnits)
+        rows.push_back({QIcon(), ZvUtilsBlockUnitComboBox::tr(unit), QVariant()});
+    return rows;
 }
 
 } // namespace
@@ -41,7 +46,9 @@ ZvUtilsBlockUnitComboBox::~ZvUtilsBlockUnitComboBox()
 void ZvUtilsBlockUnitComboBox::init()
 {
     zvSetUpList(*this);
-    zvAppendNames(*this, *this, unitNames());
+    zvTranslateRows(this, "ZvUtilsBlockUnitComboBox", {std::begin(kUnits), std::end(kUnits)});
+    const ZvHookedCleared filling(*this);
+    zvAppendRows(*this, unitRows());
 }
 
 void ZvUtilsBlockUnitComboBox::curIndexChanged(int)

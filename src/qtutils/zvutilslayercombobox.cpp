@@ -2,6 +2,7 @@
 #include "zvutilslayercombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
 
 #include "db/zvdbdictionary.h"
 #include "db/zvdbentities.h"
@@ -9,6 +10,8 @@
 #include "db/zvdbstyles.h"
 
 namespace {
+
+constexpr char kUseCurrent[] = QT_TRANSLATE_NOOP("ZvUtilsLayerComboBox", "使用当前项");
 
 const ZvNoticeFilter &noticeFilter()
 {
@@ -40,6 +43,7 @@ ZvUtilsLayerComboBox::ZvUtilsLayerComboBox(bool hook, int mode, QWidget *parent)
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateRows(this, "ZvUtilsLayerComboBox", {kUseCurrent});
     init();
 }
 
@@ -52,7 +56,7 @@ void ZvUtilsLayerComboBox::init()
 {
     clear();
     if (m_mode == kWithUseCurrent)
-        zvAddPlainRow(*this, QStringLiteral("使用当前项"));
+        zvAddPlainRow(*this, tr(kUseCurrent));
     ZvArray<ZevaUISetting::SigleLayerData> layers;
     ZevaUISetting::getLayerInfos(layers, nullptr);
     ZvArray<ZvString> names;

@@ -3,6 +3,7 @@
 
 #include "private/zvnamedcombo.h"
 #include "private/zvresbufptr.h"
+#include "private/zvtranslation.h"
 
 #include "core/zvedvars.h"
 #include "db/zvdbdictionary.h"
@@ -11,11 +12,12 @@ namespace {
 
 const wchar_t *const kNormal = L"Normal"; // as the drawing names it
 
-/// As the user knows it.
-const QString &normalText()
+constexpr char kNormalText[] = QT_TRANSLATE_NOOP("ZvUtilsPlotStyleNameComboBox", "普通");
+
+/// As the user knows it. What a pick writes is the drawing's name in every language.
+QString normalText()
 {
-    static const QString text = QStringLiteral("普通");
-    return text;
+    return ZvUtilsPlotStyleNameComboBox::tr(kNormalText);
 }
 
 const ZvNoticeFilter &noticeFilter()
@@ -66,6 +68,7 @@ ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *p
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateRows(this, "ZvUtilsPlotStyleNameComboBox", {kNormalText});
     init();
 }
 

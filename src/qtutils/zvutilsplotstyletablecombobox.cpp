@@ -2,12 +2,15 @@
 #include "zvutilsplotstyletablecombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
 
 #include "core/zvedvars.h"
 #include "db/zvresbuf.h"
 #include "utils/zvfiles.h"
 
 namespace {
+
+constexpr char kNoTable[] = QT_TRANSLATE_NOOP("ZvUtilsPlotStyleTableComboBox", "无");
 
 /// Whether plot styles go by colour. They are taken to do so where nothing says otherwise.
 bool plotsByColor()
@@ -30,6 +33,7 @@ ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(bool hook, QWidget 
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateRows(this, "ZvUtilsPlotStyleTableComboBox", {kNoTable});
     init();
 }
 
@@ -41,7 +45,7 @@ ZvUtilsPlotStyleTableComboBox::~ZvUtilsPlotStyleTableComboBox()
 void ZvUtilsPlotStyleTableComboBox::init()
 {
     clear();
-    zvAddPlainRow(*this, QStringLiteral("无"));
+    zvAddPlainRow(*this, tr(kNoTable));
     ZvArray<ZvString> files;
     zvsiutGetAllPlotStyleFiles(files, plotsByColor(), nullptr);
     for (ZvString &file : files)

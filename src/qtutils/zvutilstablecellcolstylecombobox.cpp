@@ -2,6 +2,13 @@
 #include "zvutilstablecellcolstylecombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
+
+namespace {
+
+constexpr char kNoStyle[] = QT_TRANSLATE_NOOP("ZvUtilsTableCellColStyleComboBox", "(无)");
+
+} // namespace
 
 ZvUtilsTableCellColStyleComboBox::ZvUtilsTableCellColStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent)
     : ZvUtilsTableCellColStyleComboBox(false, tableStyle, parent)
@@ -14,6 +21,8 @@ ZvUtilsTableCellColStyleComboBox::ZvUtilsTableCellColStyleComboBox(bool hook, co
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateCellStyles(*this);
+    zvTranslateRows(this, "ZvUtilsTableCellColStyleComboBox", {kNoStyle});
     init(tableStyle);
 }
 
@@ -25,7 +34,7 @@ ZvUtilsTableCellColStyleComboBox::~ZvUtilsTableCellColStyleComboBox()
 void ZvUtilsTableCellColStyleComboBox::init(const ZvDbObjectId &tableStyle)
 {
     clear();
-    zvAddPlainRow(*this, QStringLiteral("(无)"));
+    zvAddPlainRow(*this, tr(kNoStyle));
     ZvArray<ZvString> names;
     ZevaUISetting::getTableCellStyleNames(names, tableStyle);
     zvAppendNames(*this, *this, names);

@@ -14,6 +14,7 @@ ZvUtilsTableCellRowStyleComboBox::ZvUtilsTableCellRowStyleComboBox(bool hook, co
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateCellStyles(*this);
     init(tableStyle);
 }
 

@@ -2,6 +2,13 @@
 #include "zvutilstablecellstylecombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
+
+namespace {
+
+constexpr char kByRowOrColumn[] = QT_TRANSLATE_NOOP("ZvUtilsTableCellStyleComboBox", "按行/列");
+
+} // namespace
 
 ZvUtilsTableCellStyleComboBox::ZvUtilsTableCellStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent)
     : ZvUtilsTableCellStyleComboBox(false, tableStyle, parent)
@@ -13,6 +20,8 @@ ZvUtilsTableCellStyleComboBox::ZvUtilsTableCellStyleComboBox(bool hook, const Zv
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateCellStyles(*this);
+    zvTranslateRows(this, "ZvUtilsTableCellStyleComboBox", {kByRowOrColumn});
     init(tableStyle);
 }
 
@@ -24,7 +33,7 @@ ZvUtilsTableCellStyleComboBox::~ZvUtilsTableCellStyleComboBox()
 void ZvUtilsTableCellStyleComboBox::init(const ZvDbObjectId &tableStyle)
 {
     clear();
-    zvAddPlainRow(*this, QStringLiteral("按行/列"));
+    zvAddPlainRow(*this, tr(kByRowOrColumn));
     ZvArray<ZvString> names;
     ZevaUISetting::getTableCellStyleNames(names, tableStyle);
     zvAppendNames(*this, *this, names);

@@ -3,6 +3,7 @@
 
 #include "private/zvcurrentucs.h"
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
 
 #include "core/zveditor.h"
 #include "db/zvdbrecords.h"
@@ -25,6 +26,8 @@ constexpr Preset kPresets[] = {
     {ZevaUISetting::kUcsBack, ":/res/view_back.bmp", L"_.UCS _Back"},
     {ZevaUISetting::kUcsWorld, ":/res/view_world.bmp", L"_.UCS _World"},
 };
+/// Of the rows that are no systems of the drawing, as the facade names them.
+constexpr const char *kPresetTexts[] = {"未命名", "世界", "上一个", "俯视", "仰视", "左视", "右视", "前视", "后视"};
 constexpr int kPictureSize = 16; // pixels
 
 const ZvNoticeFilter &noticeFilter()
@@ -67,6 +70,7 @@ ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(bool hook, QWidget *parent) : QComboBox(p
 {
     zvJoinUpdateBus(*this);
     zvSetUpList(*this);
+    zvTranslateRows(this, "ZevaUISetting", {std::begin(kPresetTexts), std::end(kPresetTexts)});
     initIcons();
     init();
 }

@@ -2,6 +2,7 @@
 #include "zvutilsviewcombobox.h"
 
 #include "private/zvnamedcombo.h"
+#include "private/zvtranslation.h"
 
 #include "core/zveditor.h"
 
@@ -16,26 +17,45 @@ struct Preset
 };
 
 constexpr Preset kPresets[] = {
-    {ZvUtilsViewComboBox::kCurrent, "当前", nullptr, nullptr},
-    {ZvUtilsViewComboBox::kTop, "俯视", ":/res/view_top.bmp", L"^C^C_-VIEW _TOP"},
-    {ZvUtilsViewComboBox::kBottom, "仰视", ":/res/view_bottom.bmp", L"^C^C_-VIEW _BOTTOM"},
-    {ZvUtilsViewComboBox::kLeft, "左视", ":/res/view_left.bmp", L"^C^C_-VIEW _LEFT"},
-    {ZvUtilsViewComboBox::kRight, "右视", ":/res/view_right.bmp", L"^C^C_-VIEW _RIGHT"},
-    {ZvUtilsViewComboBox::kFront, "前视", ":/res/view_front.bmp", L"^C^C_-VIEW _FRONT"},
-    {ZvUtilsViewComboBox::kBack, "后视", ":/res/view_back.bmp", L"^C^C_-VIEW _BACK"},
-    {ZvUtilsViewComboBox::kSouthWest, "西南等轴测", ":/res/view_sw.bmp", L"^C^C_-VIEW _SWISO"},
-    {ZvUtilsViewComboBox::kSouthEast, "东南等轴测", ":/res/view_se.bmp", L"^C^C_-VIEW _SEISO"},
-    {ZvUtilsViewComboBox::kNorthEast, "东北等轴测", ":/res/view_ne.bmp", L"^C^C_-VIEW _NEISO"},
-    {ZvUtilsViewComboBox::kNorthWest, "西北等轴测", ":/res/view_nw.bmp", L"^C^C_-VIEW _NWISO"},
+    {ZvUtilsViewComboBox::kCurrent, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "当前"), nullptr, nullptr},
+    {ZvUtilsViewComboBox::kTop, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "俯视"), ":/res/view_top.bmp",
+     L"^C^C_-VIEW _TOP"},
+    {ZvUtilsViewComboBox::kBottom, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "仰视"), ":/res/view_bottom.bmp",
+     L"^C^C_-VIEW _BOTTOM"},
+    {ZvUtilsViewComboBox::kLeft, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "左视"), ":/res/view_left.bmp",
+     L"^C^C_-VIEW _LEFT"},
+    {ZvUtilsViewComboBox::kRight, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "右视"), ":/res/view_right.bmp",
+     L"^C^C_-VIEW _RIGHT"},
+    {ZvUtilsViewComboBox::kFront, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "前视"), ":/res/view_front.bmp",
+     L"^C^C_-VIEW _FRONT"},
+    {ZvUtilsViewComboBox::kBack, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "后视"), ":/res/view_back.bmp",
+     L"^C^C_-VIEW _BACK"},
+    {ZvUtilsViewComboBox::kSouthWest, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "西南等轴测"), ":/res/view_sw.bmp",
+     L"^C^C_-VIEW _SWISO"},
+    {ZvUtilsViewComboBox::kSouthEast, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "东南等轴测"), ":/res/view_se.bmp",
+     L"^C^C_-VIEW _SEISO"},
+    {ZvUtilsViewComboBox::kNorthEast, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "东北等轴测"), ":/res/view_ne.bmp",
+     L"^C^C_-VIEW _NEISO"},
+    {ZvUtilsViewComboBox::kNorthWest, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "西北等轴测"), ":/res/view_nw.bmp",
+     L"^C^C_-VIEW _NWISO"},
 };
-constexpr Preset kManagerRow = {ZvUtilsViewComboBox::kManager, "视图管理器...", nullptr, L"^C^C_VIEW"};
+constexpr Preset kManagerRow
+    = {ZvUtilsViewComboBox::kManager, QT_TRANSLATE_NOOP("ZvUtilsViewComboBox", "视图管理器..."), nullptr, L"^C^C_VIEW"};
 constexpr int kPictureSize = 16; // pixels
 
 ZvRow rowOf(const Preset &preset)
 {
     const QIcon icon
         = preset.picture ? zvsiQtCreateIcon(QLatin1String(preset.picture), false, kPictureSize, kPictureSize) : QIcon();
-    return {icon, QString::fromUtf8(preset.text), preset.code};
+    return {icon, ZvUtilsViewComboBox::tr(preset.text), preset.code};
+}
+
+std::vector<const char *> presetTexts()
+{
+    std::vector<const char *> texts = {kManagerRow.text};
+    for (const Preset &preset : kPresets)
+        texts.push_back(preset.text);
+    return texts;
 }
 
 /// Model and sheet have views of their own.
@@ -58,6 +78,7 @@ ZvUtilsViewComboBox::ZvUtilsViewComboBox(bool hook, QWidget *parent) : QComboBox
     // Activations: the same view can be picked twice, and a refill sends nothing.
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvUtilsViewComboBox::activateIndex);
     setInsertPolicy(QComboBox::InsertAfterCurrent);
+    zvTranslateRows(this, "ZvUtilsViewComboBox", presetTexts());
     init();
 }
 

@@ -103,20 +103,19 @@ void ZvQtFileDialogImpl::acceptOpen()
     }
     const QString name = zvToQString(zvutGetFileName(zvToZvString(files.first())));
     const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
-    params->SetDataSW("btnText/0", zvToZvString(QStringLiteral("关闭(&C)")));
-    zvuiMessageBoxEx(zvToZvString(windowTitle() + tr("未找到文件")),
-                     zvToZvString(name + QStringLiteral("\n文件名无效")), params, kCallersButtons, kMessageRow,
-                     kNoIcon);
+    params->SetDataSW("btnText/0", zvToZvString(tr("关闭(&C)")));
+    zvuiMessageBoxEx(zvToZvString(windowTitle() + tr("未找到文件")), zvToZvString(name + tr("\n文件名无效")), params,
+                     kCallersButtons, kMessageRow, kNoIcon);
 }
 
 bool ZvQtFileDialogImpl::isSaveNameUsable(const QString &name) const
 {
     if (hasRefusedCharacter(name)) {
-        ask(windowTitle(), QStringLiteral(" %1 \n文件名无效。").arg(name), kOk);
+        ask(windowTitle(), tr(" %1 \n文件名无效。").arg(name), kOk);
         return false;
     }
     if (name.size() > kMaxNameLength) {
-        ask(QStringLiteral("文件名 - 文字长度"), QStringLiteral(" 文件全名 不能多于 255 个字符。"), kOk);
+        ask(tr("文件名 - 文字长度"), tr(" 文件全名 不能多于 255 个字符。"), kOk);
         return false;
     }
     return true;
@@ -143,8 +142,8 @@ void ZvQtFileDialogImpl::acceptSave()
 
     const QString path = directory().filePath(name);
     if (!zvutAccessFile(zvToZvString(directory().absolutePath()), 2)) {
-        const QString question = QStringLiteral(" %1 \n您没有权限在此位置中保存文件。 \n请与管理员联系以获得相应权限。"
-                                                "\n\n您想改为保存到 %2 的文档文件夹中吗?");
+        const QString question = tr(" %1 \n您没有权限在此位置中保存文件。 \n请与管理员联系以获得相应权限。"
+                                    "\n\n您想改为保存到 %2 的文档文件夹中吗?");
         if (ask(windowTitle(), question.arg(path, zvToQString(zvutGetUserName())), kYesNo) == kYesButton)
             setDirectory(zvToQString(zvutGetHomeDir()));
         return; // the user has to press the button again
@@ -153,8 +152,8 @@ void ZvQtFileDialogImpl::acceptSave()
         QFileDialog::accept();
         return;
     }
-    const QString question = QStringLiteral(" %1 已经存在。\n是否替换它？");
-    if (!m_boxHide && ask(QStringLiteral("输出数据"), question.arg(path), kOkCancel) != kOkButton)
+    const QString question = tr(" %1 已经存在。\n是否替换它？");
+    if (!m_boxHide && ask(tr("输出数据"), question.arg(path), kOkCancel) != kOkButton)
         return;
     done(QDialog::Accepted); // past Qt's own question
 }

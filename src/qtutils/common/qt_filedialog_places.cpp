@@ -6,6 +6,7 @@
 
 #include "utils/zvfiles.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
@@ -18,9 +19,10 @@
 namespace {
 
 constexpr QSize kListSize(200, 377);
-constexpr char kComputer[] = "我的电脑";
-constexpr char kHome[] = "用户";
-constexpr char kDataDisk[] = "数据盘";
+// Keys of entries as well as their texts: only what is shown is translated.
+constexpr char kComputer[] = QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "我的电脑");
+constexpr char kHome[] = QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "用户");
+constexpr char kDataDisk[] = QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "数据盘");
 
 /// A folder of the user's, under the name that the desktop gives it in Chinese or in English.
 struct HomeFolder
@@ -30,9 +32,18 @@ struct HomeFolder
 };
 
 constexpr HomeFolder kHomeFolders[] = {
-    {"桌面", "桌面"}, {"桌面", "Desktop"},   {"视频", "视频"}, {"视频", "Videos"},
-    {"图片", "图片"}, {"图片", "Pictures"},  {"文档", "文档"}, {"文档", "Documents"},
-    {"下载", "下载"}, {"下载", "Downloads"}, {"音乐", "音乐"}, {"音乐", "Music"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "桌面"), "桌面"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "桌面"), "Desktop"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "视频"), "视频"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "视频"), "Videos"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "图片"), "图片"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "图片"), "Pictures"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "文档"), "文档"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "文档"), "Documents"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "下载"), "下载"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "下载"), "Downloads"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "音乐"), "音乐"},
+    {QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "音乐"), "Music"},
 };
 
 /// Texts of mount points that have one of their own.
@@ -43,8 +54,8 @@ struct MountText
 };
 
 constexpr MountText kMountTexts[] = {
-    {"/backup", "备份分区"},
-    {"/boot", "引导分区"},
+    {"/backup", QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "备份分区")},
+    {"/boot", QT_TRANSLATE_NOOP("ZvQtFileDialogImpl", "引导分区")},
     {"/data", kDataDisk},
 };
 
@@ -71,11 +82,16 @@ QStringList listMountPoints()
     return paths;
 }
 
+QString shown(const char *text)
+{
+    return QCoreApplication::translate("ZvQtFileDialogImpl", text);
+}
+
 QString mountText(const QString &path)
 {
     for (const MountText &mount : kMountTexts) {
         if (path == QLatin1String(mount.path))
-            return QString::fromUtf8(mount.text);
+            return shown(mount.text);
     }
     return path.contains(QLatin1String("/media")) ? path.mid(path.lastIndexOf(QLatin1Char('/')) + 1) : path;
 }
@@ -112,16 +128,16 @@ void ZvQtFileDialogImpl::addPlaces(QSplitter *splitter)
     auto *list = new QListWidget;
     list->setMinimumSize(kListSize);
     list->setMaximumSize(kListSize);
-    addPlace(list, QString::fromUtf8(kComputer), QString::fromUtf8(kComputer), kComputerIcon);
+    addPlace(list, shown(kComputer), QString::fromUtf8(kComputer), kComputerIcon);
     for (const QString &path : listMountPoints())
         addPlace(list, mountText(path), path, kFolderIcon);
     const QString home = homePath();
     if (!home.isEmpty() && QDir(home).exists()) // an empty path would be the current folder
-        addPlace(list, QString::fromUtf8(kHome), QString::fromUtf8(kHome), kFolderIcon);
+        addPlace(list, shown(kHome), QString::fromUtf8(kHome), kFolderIcon);
     for (const HomeFolder &row : kHomeFolders) {
         const QString folder = QString::fromUtf8(row.folder);
         if (QDir(home + QLatin1Char('/') + folder).exists())
-            addPlace(list, QString::fromUtf8(row.text), folder, kFolderIcon);
+            addPlace(list, shown(row.text), folder, kFolderIcon);
     }
     splitter->insertWidget(0, list);
     connect(list, &QListWidget::itemClicked, this, &ZvQtFileDialogImpl::onCustomSideBarItemClicked);

@@ -29,14 +29,18 @@ struct Button
     int id;
 };
 
+constexpr Button kOk = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "确定(&O)"), 1};
+constexpr Button kCancel = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "取消(&C)"), 2};
+constexpr Button kAbort = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "终止(&A)"), 3};
+constexpr Button kRetry = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "重试(&R)"), 4};
+constexpr Button kIgnore = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "忽略(&I)"), 5};
+constexpr Button kYes = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "是(&Y)"), 6};
+constexpr Button kNo = {QT_TRANSLATE_NOOP("ZvQtMessageBox", "否(&N)"), 7};
+
 // By "flag". OK alone has id 0 where OK beside Cancel has id 1: callers tell the two sets apart by it.
 constexpr Button kButtonSets[][4] = {
-    {{"确定(&O)", 0}, {}},
-    {{"确定(&O)", 1}, {"取消(&C)", 2}, {}},
-    {{"终止(&A)", 3}, {"重试(&R)", 4}, {"忽略(&I)", 5}, {}},
-    {{"是(&Y)", 6}, {"否(&N)", 7}, {"取消(&C)", 2}, {}},
-    {{"是(&Y)", 6}, {"否(&N)", 7}, {}},
-    {{"重试(&R)", 4}, {"取消(&C)", 2}, {}},
+    {{kOk.text, 0}, {}},      {kOk, kCancel, {}}, {kAbort, kRetry, kIgnore, {}},
+    {kYes, kNo, kCancel, {}}, {kYes, kNo, {}},    {kRetry, kCancel, {}},
 };
 constexpr int kButtonSetCount = int(sizeof(kButtonSets) / sizeof(kButtonSets[0]));
 constexpr int kCallersButtons = 6; // the value of "flag" for the texts of "btnText"
@@ -160,7 +164,7 @@ void ZvQtMessageBox::addButtons(QBoxLayout *row)
     };
     const auto addSet = [&addButton](int set) {
         for (const Button *button = kButtonSets[set]; button->text; ++button)
-            addButton(QString::fromUtf8(button->text), button->id);
+            addButton(tr(button->text), button->id);
     };
 
     const int flag = zvBagInt(params(), "flag", 0);

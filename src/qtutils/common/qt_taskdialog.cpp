@@ -40,8 +40,9 @@ struct StandardButton
 
 // From left to right: retry stands before cancel although its bit is the higher one.
 constexpr StandardButton kStandardButtons[] = {
-    {1, "确定(&O)", 1},  {2, "是(&Y)", 6},   {4, "否(&N)", 7},
-    {16, "重试(&R)", 4}, {8, "取消(&C)", 2}, {32, "关闭(&C)", 8},
+    {1, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "确定(&O)"), 1}, {2, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "是(&Y)"), 6},
+    {4, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "否(&N)"), 7},   {16, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "重试(&R)"), 4},
+    {8, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "取消(&C)"), 2}, {32, QT_TRANSLATE_NOOP("ZvQtTaskDialog", "关闭(&C)"), 8},
 };
 constexpr const StandardButton &kOkButton = kStandardButtons[0];
 constexpr int kCancelId = 2;
@@ -219,7 +220,7 @@ void ZvQtTaskDialog::addStandardButtons(QHBoxLayout *row, int disabledMask)
     for (const StandardButton &standard : kStandardButtons) {
         if (!(m_flag & standard.bit))
             continue;
-        QPushButton *button = addFooterButton(row, QString::fromUtf8(standard.text), standard.id);
+        QPushButton *button = addFooterButton(row, tr(standard.text), standard.id);
         if (disabledMask & standard.bit)
             button->setEnabled(false);
         if (m_focusFlagBtnId == standard.bit)
@@ -231,7 +232,7 @@ void ZvQtTaskDialog::addCustomButtons(QHBoxLayout *row, int disabledMask)
 {
     const QStringList texts = zvBagTexts(params(), "btnText");
     if (texts.isEmpty()) {
-        QPushButton *button = addFooterButton(row, QString::fromUtf8(kOkButton.text), kOkButton.id);
+        QPushButton *button = addFooterButton(row, tr(kOkButton.text), kOkButton.id);
         button->setEnabled(!(disabledMask & kOkButton.bit));
         button->setAutoDefault(true);
         return;

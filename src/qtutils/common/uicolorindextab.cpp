@@ -7,6 +7,7 @@
 #include "private/zvcolorkeys.h"
 #include "private/zvcolornames.h"
 #include "private/zvqtcolor.h"
+#include "private/zvqtstring.h"
 
 #include "base/zvcmcolor.h"
 #include "core/zvui.h"
@@ -54,7 +55,7 @@ constexpr QLatin1String kByBlockText("BYBLOCK");
 
 void showMessage()
 {
-    ZvUiMessageBox(L"不是有效的颜色名或值。", L"Zevara", 0);
+    ZvUiMessageBox(zvToZvString(ZvIndexColorWnd::tr("不是有效的颜色名或值。")), L"Zevara", 0);
 }
 
 QString rgbText(int red, int green, int blue)

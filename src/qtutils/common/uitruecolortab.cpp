@@ -7,6 +7,7 @@
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvqtcolor.h"
+#include "private/zvqtstring.h"
 
 #include "base/zvcmcolor.h"
 #include "core/zvui.h"
@@ -58,7 +59,7 @@ short rounded(double value)
 
 void showMessage()
 {
-    ZvUiMessageBox(L"不是有效的真彩色值。", L"Zevara", 0);
+    ZvUiMessageBox(zvToZvString(ZvTrueColorWnd::tr("不是有效的真彩色值。")), L"Zevara", 0);
 }
 
 /// A component of 256 or more makes the colour invalid.

@@ -178,17 +178,18 @@ void ZvCadPrintPreviewDialogPrivate::makeActions()
         action->setIcon(previewIcon(icon));
         return action;
     };
-    fitWidthAction = make(fitGroup, "窗口缩放", "fit-width");
+    fitWidthAction = make(fitGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "窗口缩放"), "fit-width");
     fitWidthAction->setObjectName(QStringLiteral("fitWidthAction"));
     fitWidthAction->setCheckable(true);
-    fitPageAction = make(fitGroup, "缩放为原窗口", "fit-page");
+    fitPageAction = make(fitGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "缩放为原窗口"), "fit-page");
     fitPageAction->setObjectName(QStringLiteral("fitPageAction"));
     fitPageAction->setCheckable(true);
     fitPageAction->setChecked(true);
-    zoomInAction = make(zoomGroup, "放大", "zoom-in");
-    zoomOutAction = make(zoomGroup, "缩小", "zoom-out");
-    printAction = make(printerGroup, "打印", "print");
-    closeAction = make(printerGroup, "关闭", "go-next"); // there is no icon of its own for closing
+    zoomInAction = make(zoomGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "放大"), "zoom-in");
+    zoomOutAction = make(zoomGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "缩小"), "zoom-out");
+    printAction = make(printerGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "打印"), "print");
+    closeAction = make(printerGroup, QT_TRANSLATE_NOOP("ZvCadPrintPreviewDialog", "关闭"),
+                       "go-next"); // there is no icon of its own for closing
 
     connect(fitGroup, &QActionGroup::triggered, this, &ZvCadPrintPreviewDialogPrivate::fit);
     connect(printAction, &QAction::triggered, this, [this] { q->endDialog(kPrint); });

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "private/zvcolortext.h"
 
+#include "private/zvcolornames.h"
+
 #include <QStringList>
 
 namespace {
@@ -57,6 +59,9 @@ bool zvReadColorText(const QString &text, ZvCmEntityColor &color)
     }
     if (text.isEmpty() || isDigits(text))
         return readIndex(text, color);
+    const QString number = zvNumberOfColorName(text);
+    if (!number.isEmpty() && readIndex(number, color))
+        return true;
     // Any one of the four characters stands for "RGB:". Kept: callers hand in texts with other prefixes of that length.
     if (QStringLiteral("RGB:").contains(text.at(0)))
         return readRgb(text.mid(4), color);

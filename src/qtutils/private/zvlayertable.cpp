@@ -3,6 +3,7 @@
 
 #include "private/zvcolorswatch.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QPaintEvent>
 #include <QStyleOptionButton>
@@ -32,16 +33,16 @@ const QString &buttonStyleSheet()
 struct ButtonSpec
 {
     QString name;
-    QString toolTip;
+    const char *toolTip;
 };
 
 const ButtonSpec &buttonSpec(int column)
 {
     static const ButtonSpec specs[ZvLayerTable::kButtons] = {
-        {QStringLiteral("pSwitch"), QStringLiteral("开/关图层")},
-        {QStringLiteral("pFreeze"), QStringLiteral("在所有视口中冻结/解冻")},
-        {QStringLiteral("pLocked"), QStringLiteral("锁定/解锁图层")},
-        {QStringLiteral("pClr"), QStringLiteral("图层颜色")},
+        {QStringLiteral("pSwitch"), QT_TRANSLATE_NOOP("ZvLayerUltralComboBox", "开/关图层")},
+        {QStringLiteral("pFreeze"), QT_TRANSLATE_NOOP("ZvLayerUltralComboBox", "在所有视口中冻结/解冻")},
+        {QStringLiteral("pLocked"), QT_TRANSLATE_NOOP("ZvLayerUltralComboBox", "锁定/解锁图层")},
+        {QStringLiteral("pClr"), QT_TRANSLATE_NOOP("ZvLayerUltralComboBox", "图层颜色")},
     };
     return specs[column];
 }
@@ -363,7 +364,7 @@ void ZvLayerTable::buildRow(int row)
         button->setObjectName(spec.name);
         button->setIconSize(QSize(kIconSize, kIconSize));
         button->setIcon(iconOf(m_rows[row].layer, column));
-        button->setToolTip(spec.toolTip);
+        button->setToolTip(QCoreApplication::translate("ZvLayerUltralComboBox", spec.toolTip));
         setCellWidget(row, column, button);
         button->setParent(block);
         button->hide(); // or it would be shown with its block, over another row's, before it has its place

@@ -2,6 +2,7 @@
 #include "private/zvnamedcombo.h"
 
 #include "private/zvresbufptr.h"
+#include "private/zvtranslation.h"
 
 #include "db/zvdbdatabase.h"
 
@@ -86,6 +87,11 @@ void zvAppendStyles(QComboBox &combo, CZvQtControlHelp &control,
     for (const ZevaUISetting::ZvsiStyleInfoItem &style : styles)
         names.append(style.name);
     zvAppendNames(combo, control, names);
+}
+
+void zvTranslateCellStyles(QComboBox &combo)
+{
+    zvTranslateRows(&combo, "ZevaUISetting", {"标题", "表头", "数据"});
 }
 
 ZvDbObjectId zvStyleVariable(const wchar_t *variable, const ZvDbDatabase &drawing)

@@ -24,6 +24,9 @@ void zvAppendNames(QComboBox &combo, CZvQtControlHelp &control, const ZvArray<Zv
 void zvAppendStyles(QComboBox &combo, CZvQtControlHelp &control,
                     const ZvArray<ZevaUISetting::ZvsiStyleInfoItem> &styles);
 
+/// The cell styles that every drawing has follow the language.
+void zvTranslateCellStyles(QComboBox &combo);
+
 /// What a list of names is read from.
 struct ZvListSource
 {
@@ -32,8 +35,8 @@ struct ZvListSource
     int variant = 0; ///< What else decides on the rows, in the list's own numbers.
 };
 
-/// The table or dictionary that \a idOf names in the current drawing. While anything is open the source is none: what is
-/// open for write is missing in a list.
+/// The table or dictionary that \a idOf names in the current drawing. While anything is open the source is none: what
+/// is open for write is missing in a list.
 ZvListSource zvListSource(ZvDbObjectId (*idOf)(const ZvDbDatabase &drawing));
 
 /// Whether the rows are those that the list was filled with from \a source, and nobody has changed them since.
@@ -41,8 +44,8 @@ bool zvIsFilledFrom(const QComboBox &combo, const ZvListSource &source);
 /// Notes that the list has just been filled from \a source.
 void zvNoteFilledFrom(QComboBox &combo, const ZvListSource &source);
 
-/// What comes before QComboBox::showPopup() of a bound list of names: it is filled anew, unless that would make the same
-/// rows. A drawing has thousands of styles at times, and its lists are opened far more often than they change.
+/// What comes before QComboBox::showPopup() of a bound list of names: it is filled anew, unless that would make the
+/// same rows. A drawing has thousands of styles at times, and its lists are opened far more often than they change.
 template <class Fill>
 void zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, const ZvListSource &source, Fill fill)
 {
