@@ -18,11 +18,8 @@ QStatusBar::item { border: none; }
 QDockWidget::title { padding: 3px 8px; }
 )";
 
-}
-
-void applyLook(QApplication &application)
+QPalette lightPalette()
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QPalette palette;
     palette.setColor(QPalette::Window, QColor(237, 240, 244));
     palette.setColor(QPalette::WindowText, QColor(32, 40, 50));
@@ -38,7 +35,36 @@ void applyLook(QApplication &application)
     const QColor faint(150, 158, 168);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
-    QApplication::setPalette(palette);
+    return palette;
+}
+
+QPalette darkPalette()
+{
+    const QColor text(226, 230, 236);
+    const QColor faint(128, 134, 142);
+    QPalette palette(text, QColor(58, 63, 70), QColor(80, 86, 94), QColor(24, 27, 31), QColor(38, 42, 48), text,
+                     QColor(32, 35, 40));
+    palette.setColor(QPalette::Window, QColor(45, 49, 55));
+    palette.setColor(QPalette::AlternateBase, QColor(38, 42, 48));
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::Highlight, QColor(32, 110, 190));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(110, 180, 255));
+    palette.setColor(QPalette::LinkVisited, QColor(190, 160, 240));
+    palette.setColor(QPalette::ToolTipBase, QColor(58, 63, 70));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, faint);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, faint);
+    return palette;
+}
+
+} // namespace
+
+void applyLook(QApplication &application, Look look)
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(look == Look::kDark ? darkPalette() : lightPalette());
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
         // That platform's own font is larger than any desktop's.
         QFont font = QApplication::font();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "autosave.h"
+#include "language.h"
 #include "look.h"
 #include "mainwindow.h"
 #include "programoptions.h"
@@ -80,7 +81,13 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("zvworkbench"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setApplicationVersion(QStringLiteral(WORKBENCH_VERSION));
-    applyLook(application);
+    applyLook(application, options.isDark ? Look::kDark : Look::kLight);
+    // Before the first control is made.
+    const QString languageError = useLanguage(application, options.language);
+    if (!languageError.isEmpty()) {
+        writeTo(stderr, QStringLiteral("zvworkbench: %1\n").arg(languageError));
+        return 1;
+    }
 
     Workbench workbench(settingsFor(options));
     MainWindow &window = workbench.window();

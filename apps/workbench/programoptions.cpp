@@ -22,6 +22,8 @@ const Option kOptions[] = {
     {"export", "FILE", "write the drawing as .dxf, .png, .pdf or .svg, by the ending"},
     {"recovery", "FOLDER", "keep copies of unsaved drawings there, for the case that the program is killed"},
     {"autosave", "SECONDS", "time between two such copies, 30 by default; 0 keeps none"},
+    {"lang", "LANGUAGE", "texts of the library in this language, such as en; zh is the language they are written in"},
+    {"dark", nullptr, "light texts on a dark background"},
     {"quit", nullptr, "end when all of the above is done"},
     {"help", nullptr, "show this text"},
     {"version", nullptr, "show the version"},
@@ -63,6 +65,8 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
         if (!isNumber || options.autosaveSeconds < 0 || options.autosaveSeconds > kLongestAutosave)
             options.error = QStringLiteral("The option --autosave needs a number of seconds from 0 to 3600.");
     }
+    options.language = parser.value(QStringLiteral("lang"));
+    options.isDark = parser.isSet(QStringLiteral("dark"));
     options.quit = parser.isSet(QStringLiteral("quit"));
     options.showHelp = parser.isSet(QStringLiteral("help"));
     options.showVersion = parser.isSet(QStringLiteral("version"));
@@ -75,7 +79,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
         if (isScript || name == QLatin1String("macro"))
             options.steps << Step{isScript, parser.values(name).value(taken[name]++)};
     }
-    for (const char *name : {"select", "state", "grab", "export", "recovery"}) {
+    for (const char *name : {"select", "state", "grab", "export", "recovery", "lang"}) {
         if (parser.isSet(fromTable(name)) && parser.value(fromTable(name)).isEmpty())
             options.error = QStringLiteral("The option --%1 needs a value.").arg(fromTable(name));
     }

@@ -23,6 +23,8 @@ struct ProgramOptions
     QString exportFile;
     QString recoveryFolder; ///< Empty: the usual one.
     int autosaveSeconds = -1; ///< -1: as usual.
+    QString language; ///< Of the library's texts; empty: as they are written.
+    bool isDark = false;
     bool quit = false;
     bool showHelp = false;
     bool showVersion = false;

@@ -62,6 +62,9 @@ void tst_workbench_options::singleValues()
     QCOMPARE(options.stateFile, QStringLiteral("s.json"));
     QCOMPARE(options.grabFile, QStringLiteral("g.png"));
     QCOMPARE(options.exportFile, QStringLiteral("e.pdf"));
+    QCOMPARE(parse({"--lang", "en"}).language, QStringLiteral("en"));
+    QVERIFY(parse({"--dark"}).isDark);
+    QVERIFY(!parse({}).isDark);
     QVERIFY(parse({"--help"}).showHelp);
     QVERIFY(parse({"-h"}).showHelp);
     QVERIFY(parse({"--version"}).showVersion);
@@ -73,6 +76,7 @@ void tst_workbench_options::wrongArgumentsAreAnError_data()
     QTest::newRow("unknown option") << QStringList({"--frobnicate"});
     QTest::newRow("missing value") << QStringList({"--state"});
     QTest::newRow("empty value") << QStringList({"--grab", ""});
+    QTest::newRow("empty language") << QStringList({"--lang", ""});
     QTest::newRow("value for a switch") << QStringList({"--quit=yes"});
 }
 
@@ -87,8 +91,9 @@ void tst_workbench_options::wrongArgumentsAreAnError()
 void tst_workbench_options::helpNamesEveryOption()
 {
     const QString help = ProgramOptions::helpText();
-    for (const char *option : {"--select EXPR", "--macro TEXT", "--script FILE", "--state FILE", "--grab FILE.png",
-                               "--export FILE", "--quit", "--help", "--version", "[FILE...]"})
+    for (const char *option :
+         {"--select EXPR", "--macro TEXT", "--script FILE", "--state FILE", "--grab FILE.png", "--export FILE",
+          "--lang LANGUAGE", "--dark", "--quit", "--help", "--version", "[FILE...]"})
         QVERIFY2(help.contains(QLatin1String(option)), option);
 }
 
