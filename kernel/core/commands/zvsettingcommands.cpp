@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/zvedvars.h"
 #include "db/zvdbrecords.h"
+#include "db/zvdbreferences.h"
 #include "zvcommands_p.h"
 
 #include <charconv>
@@ -126,6 +127,29 @@ bool makeRecord(const ZvString &name, ZvDbObjectId &id)
     return added;
 }
 
+template <class Table, class Record> void renameRecord(const ZvString &prompt, const ZvString &kind)
+{
+    ZvDbObjectId id;
+    ZvString name;
+    if (!zvcoreAskRecord<Table>(prompt, kind, id) || !zvcoreAskName(L"New name:", name))
+        return;
+    const ZvDbObjectPointer<Record> record(id, ZvDb::kForWrite);
+    if (record && record->setName(name) != Zv::eOk)
+        zvedFailCommand(ZvString(L"Not a valid name, or one in use: ") + name);
+}
+
+/// Only what nothing refers to: the drawing would be left with references to nothing.
+template <class Table, class Record> void deleteRecord(const ZvString &prompt, const ZvString &kind)
+{
+    ZvDbObjectId id;
+    if (!zvcoreAskRecord<Table>(prompt, kind, id))
+        return;
+    const bool isInUse = zvdbIsReferenced(id);
+    const ZvDbObjectPointer<Record> record(id, ZvDb::kForWrite);
+    if (record && (isInUse || record->erase() != Zv::eOk))
+        zvedFailCommand(ZvString(L"The ") + kind + ZvString(L" is in use: ") + record->name());
+}
+
 // ---- layers
 
 /// Changes the layer of a name that is asked for.
@@ -196,13 +220,7 @@ void layerOption(ZvDbDatabase &database, const ZvString &option)
         if (askLineWeight(L"Line weight:", weight))
             changeLayer([&](ZvDbLayerTableRecord &layer) { layer.setLineWeight(weight); });
     } else if (option == L"Rename") {
-        ZvDbObjectId id;
-        ZvString name;
-        if (!zvcoreAskRecord<ZvDbLayerTable>(L"Layer name:", L"layer", id) || !zvcoreAskName(L"New name:", name))
-            return;
-        ZvDbObjectPointer<ZvDbLayerTableRecord> layer(id, ZvDb::kForWrite);
-        if (layer && layer->setName(name) != Zv::eOk)
-            zvedFailCommand(ZvString(L"Not a valid name, or one in use: ") + name);
+        renameRecord<ZvDbLayerTable, ZvDbLayerTableRecord>(L"Layer name:", L"layer");
     }
 }
 
@@ -234,10 +252,11 @@ void lineWeight()
         zvcoreCurrentDatabase()->setCelweight(weight);
 }
 
-/// Sets the current text style, or makes one.
+/// Sets the current text style, makes one, and looks after the others.
 void textStyle()
 {
-    ZvEdPrompt prompt = zvcorePrompt(ZvEdPrompt::kKeyword, L"Text style [Set/New]:", L"Set New");
+    ZvEdPrompt prompt
+        = zvcorePrompt(ZvEdPrompt::kKeyword, L"Text style [Set/New/Rename/Delete]:", L"Set New Rename Delete");
     ZvString option;
     if (zvedGetKeyword(prompt, option) != ZvEdInput::kKeyword)
         return;
@@ -248,6 +267,14 @@ void textStyle()
             database->setTextstyle(id);
         return;
     }
+    if (option == L"Rename") {
+        renameRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(L"Style name:", L"text style");
+        return;
+    }
+    if (option == L"Delete") {
+        deleteRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(L"Style name:", L"text style");
+        return;
+    }
     ZvString name;
     if (zvcoreAskName(L"Name of the new style:", name) && makeRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(name, id))
         database->setTextstyle(id);
@@ -256,8 +283,18 @@ void textStyle()
 void dimensionStyle()
 {
     ZvString option;
-    if (zvedGetKeyword(zvcorePrompt(ZvEdPrompt::kKeyword, L"Dimension style [Set]:", L"Set"), option) != ZvEdInput::kKeyword)
+    if (zvedGetKeyword(
+            zvcorePrompt(ZvEdPrompt::kKeyword, L"Dimension style [Set/Rename/Delete]:", L"Set Rename Delete"), option)
+        != ZvEdInput::kKeyword)
         return;
+    if (option == L"Rename") {
+        renameRecord<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>(L"Style name:", L"dimension style");
+        return;
+    }
+    if (option == L"Delete") {
+        deleteRecord<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>(L"Style name:", L"dimension style");
+        return;
+    }
     ZvDbObjectId id;
     if (!zvcoreAskRecord<ZvDbDimStyleTable>(L"Style name:", L"dimension style", id))
         return;

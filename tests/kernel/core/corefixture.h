@@ -85,6 +85,15 @@ public:
     std::vector<ZvDbObjectId> picked;
 };
 
+/// Runs a macro to its end; the text of what failed, empty when nothing did.
+inline std::string runMacro(const char *macro)
+{
+    zvedMenuMacro(ZvString(macro), false);
+    ZvString error;
+    zvedRunQueue(&error);
+    return error.toStdString();
+}
+
 /// A running core with one empty drawing and a log of the editor. At the end nothing may be open.
 class CoreTest : public testing::Test
 {
@@ -104,14 +113,7 @@ protected:
         zvedEditor()->removeReactor(&log);
         CHcSystem::stop();
     }
-    /// Runs a macro to its end; the text of what failed, empty when nothing did.
-    std::string run(const char *macro)
-    {
-        zvedMenuMacro(ZvString(macro), false);
-        ZvString error;
-        zvedRunQueue(&error);
-        return error.toStdString();
-    }
+    std::string run(const char *macro) { return runMacro(macro); }
     int entityCount() const { return database->entityCount(); }
     ZvDbObjectId entity(int index) const
     {

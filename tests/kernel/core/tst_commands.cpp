@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "corefixture.h"
+#include "db/zvdbdictionary.h"
+#include "db/zvdbstyles.h"
 
 #include <cmath>
 
@@ -218,6 +220,134 @@ TEST_F(CoreTest, linetypeWeightAndStylesAreSetByName)
     EXPECT_EQ(run("-STYLE New Notes;"), "");
     EXPECT_EQ(run("-STYLE Set Standard;"), "");
     EXPECT_NE(run("-DIMSTYLE Set no such style;"), "");
+}
+
+TEST_F(CoreTest, stylesAreRenamed)
+{
+    EXPECT_EQ(run("-STYLE New Notes;"), "");
+    const ZvDbObjectId style = database->textstyle();
+    EXPECT_EQ(run("-STYLE Rename Notes;General notes;"), "");
+    EXPECT_EQ((ZvDbObjectPointer<ZvDbTextStyleTableRecord>(style, ZvDb::kForRead)->name()), L"General notes");
+    EXPECT_NE(run("-STYLE Rename General notes;STANDARD;"), ""); // in use
+    EXPECT_NE(run("-STYLE Rename General notes;a|b;"), ""); // not valid
+    EXPECT_NE(run("-STYLE Rename Notes;Other;"), ""); // unknown
+    EXPECT_EQ((ZvDbObjectPointer<ZvDbTextStyleTableRecord>(style, ZvDb::kForRead)->name()), L"General notes");
+    EXPECT_EQ(run("_.U"), ""); // failed commands left no step
+    EXPECT_EQ((ZvDbObjectPointer<ZvDbTextStyleTableRecord>(style, ZvDb::kForRead)->name()), L"Notes");
+    EXPECT_EQ(run("-DIMSTYLE Set Standard;"), "");
+    EXPECT_EQ(run("-DIMSTYLE Rename Standard;Ours;"), "");
+    EXPECT_EQ((ZvDbObjectPointer<ZvDbDimStyleTableRecord>(database->dimstyle(), ZvDb::kForRead)->name()), L"Ours");
+}
+
+namespace {
+
+/// Something that refers to a style.
+struct StyleUser
+{
+    const char *name;
+    void (*use)(ZvDbDatabase &database, ZvDbObjectId style);
+};
+
+template <class Entity> void addTo(ZvDbDatabase &database, Entity *entity)
+{
+    ZvDbObjectId id;
+    ASSERT_EQ(database.appendEntity(entity, database.modelSpaceId(), id), Zv::eOk);
+}
+
+template <class Text> void addTextOf(ZvDbDatabase &database, ZvDbObjectId style)
+{
+    auto *text = new Text;
+    text->setTextStyle(style);
+    addTo(database, text);
+}
+
+template <class Object> void addStyleWith(ZvDbObjectId dictionaryId, ZvDbObjectId textStyle)
+{
+    const ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
+    auto *object = new Object;
+    object->setTextStyleId(textStyle);
+    ZvDbObjectId id;
+    ASSERT_EQ(dictionary->setAt(L"With it", object, id), Zv::eOk);
+    object->close();
+}
+
+const StyleUser kTextStyleUsers[] = {
+    {"a text", addTextOf<ZvDbText>},
+    {"an attribute", addTextOf<ZvDbAttribute>},
+    {"a text of several lines", addTextOf<ZvDbMText>},
+    {"the current style", [](ZvDbDatabase &database, ZvDbObjectId style) { database.setTextstyle(style); }},
+    {"a dimension style",
+     [](ZvDbDatabase &database, ZvDbObjectId style) {
+         ZvDbObjectPointer<ZvDbDimStyleTableRecord>(database.dimstyle(), ZvDb::kForWrite)->setIdValue("DIMTXSTY", style);
+     }},
+    {"a multileader style",
+     [](ZvDbDatabase &database, ZvDbObjectId style) {
+         addStyleWith<ZvDbMLeaderStyle>(database.mleaderStyleDictionaryId(true), style);
+     }},
+    {"nothing", nullptr},
+};
+
+const StyleUser kDimensionStyleUsers[] = {
+    {"a dimension",
+     [](ZvDbDatabase &database, ZvDbObjectId style) {
+         auto *dimension = new ZvDbDimension;
+         dimension->setDimensionStyle(style);
+         addTo(database, dimension);
+     }},
+    {"the current style", [](ZvDbDatabase &database, ZvDbObjectId style) { database.setDimstyle(style); }},
+    {"nothing", nullptr},
+};
+
+template <class Table, class Record>
+void tryToDelete(ZvDbDatabase &database, const StyleUser &user, const std::string &command)
+{
+    SCOPED_TRACE(command + user.name);
+    ZvDbObjectId style;
+    {
+        Table *table = nullptr;
+        ASSERT_EQ(database.getSymbolTable(table, ZvDb::kForWrite), Zv::eOk);
+        auto *record = new Record;
+        record->setName(L"To go");
+        ASSERT_EQ(table->add(record, style), Zv::eOk);
+        record->close();
+        table->close();
+    }
+    if (user.use)
+        user.use(database, style);
+    const std::string failure = runMacro((command + " Delete to GO;").c_str());
+    EXPECT_EQ(failure.empty(), user.use == nullptr) << failure;
+    EXPECT_EQ(failure.find("in use: To go") != std::string::npos, user.use != nullptr);
+    EXPECT_EQ(style.isErased(), user.use == nullptr);
+}
+
+}
+
+TEST_F(CoreTest, stylesAreDeletedWhenNothingRefersToThem)
+{
+    for (const StyleUser &user : kTextStyleUsers) {
+        tryToDelete<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(*zvDocManagerPtr()->newDocument()->database(), user,
+                                                                  "-STYLE");
+    }
+    for (const StyleUser &user : kDimensionStyleUsers) {
+        tryToDelete<ZvDbDimStyleTable, ZvDbDimStyleTableRecord>(*zvDocManagerPtr()->newDocument()->database(), user,
+                                                                "-DIMSTYLE");
+    }
+    EXPECT_EQ(run("_.U"), ""); // the last one comes back
+    EXPECT_NE(run("-DIMSTYLE Delete no such style;"), "");
+}
+
+TEST_F(CoreTest, styleOfAnErasedTextIsDeleted)
+{
+    run("-STYLE New Notes;");
+    const ZvDbObjectId style = database->textstyle();
+    addTextOf<ZvDbText>(*database, style);
+    run("-STYLE Set Standard;");
+    EXPECT_NE(run("-STYLE Delete Notes;"), "");
+    ZvDbObjectPointer<ZvDbEntity>(entity(0), ZvDb::kForWrite)->erase();
+    EXPECT_EQ(run("-STYLE Delete Notes;"), "");
+    EXPECT_TRUE(style.isErased());
+    EXPECT_EQ(run("_.U"), "");
+    EXPECT_FALSE(style.isErased());
 }
 
 TEST_F(CoreTest, ucsPresetsAsTheMacrosSendThem)
