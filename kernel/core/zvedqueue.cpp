@@ -82,7 +82,9 @@ ZvEdToken takeToken(bool withBlanks)
     const int from = segment.position;
     int at = from;
     const auto isCancel = [&](int i) {
-        return isMacro && text.at(i) == L'^' && i + 1 < text.length() && (text.at(i + 1) == L'C' || text.at(i + 1) == L'c');
+        if (!isMacro || (withBlanks && i > 0))
+            return false; // a text with blanks may be a name that holds it
+        return text.at(i) == L'^' && i + 1 < text.length() && (text.at(i + 1) == L'C' || text.at(i + 1) == L'c');
     };
     if (from < text.length() && isCancel(from)) {
         segment.position += 2;

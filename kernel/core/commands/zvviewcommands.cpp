@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/zvedviews.h"
+#include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
 #include "zvcommands_p.h"
 
@@ -236,10 +237,27 @@ ZvBuiltInCommands zvcoreViewCommands()
 
 // ---- named views, also for the host's dialogs
 
+/// What is seen where work goes on: through the viewport of a layout that is worked in, else what the host shows.
+static bool viewAtWork(const ZvDbDatabase &database, ZvEdHost::ViewState &state)
+{
+    if (database.tilemode() || database.currentSpaceId() != database.modelSpaceId())
+        return zvedHost() && zvedHost()->currentView(state);
+    const ZvDbObjectPointer<ZvDbViewport> viewport(database.currentViewportId(), ZvDb::kForRead);
+    if (!viewport)
+        return false;
+    state.center = viewport->viewCenter();
+    state.height = viewport->viewHeight();
+    state.width = viewport->height() > 0.0 ? state.height * viewport->width() / viewport->height() : state.height;
+    state.target = viewport->viewTarget();
+    state.direction = viewport->viewDirection();
+    state.twist = viewport->twistAngle();
+    return true;
+}
+
 Zv::ErrorStatus zvedSaveView(ZvDbDatabase &database, const ZvString &name, ZvDbObjectId &id)
 {
     ZvEdHost::ViewState state;
-    if (!zvedHost() || !zvedHost()->currentView(state))
+    if (!viewAtWork(database, state))
         return Zv::eNoDatabase;
     id = findView(database, name);
     if (id.isNull()) {
@@ -260,7 +278,7 @@ Zv::ErrorStatus zvedSaveView(ZvDbDatabase &database, const ZvString &name, ZvDbO
     record->setTarget(state.target);
     record->setViewDirection(state.direction);
     record->setViewTwist(state.twist);
-    record->setIsPaperspaceView(!database.tilemode());
+    record->setIsPaperspaceView(database.currentSpaceId() != database.modelSpaceId());
     return Zv::eOk;
 }
 

@@ -124,10 +124,10 @@ private:
 // ---- running commands ---------------------------------------------------------------------------
 
 /// Queues a menu macro. It runs when the editor is next idle in the host's event loop, or when the queue is run to its
-/// end. "^C" cancels the running command; ";", a line end and the macro's own end mean Enter, and so does a blank
-/// unless the prompt at hand takes text with blanks. The end right behind ";" or a line end is no second Enter. The whole
-/// macro is unseen when the display context's command echo is off at the time of the call. \a resume is accepted as told
-/// by the callers and has no effect here.
+/// end. "^C" cancels the running command; ";", a line end and the macro's own end mean Enter, and so does a blank. A
+/// prompt that takes text with blanks takes these and a "^C" that does not begin the macro as text: names hold both. The
+/// end right behind ";" or a line end is no second Enter. The whole macro is unseen when the display context's command
+/// echo is off at the time of the call. \a resume is accepted as told by the callers and has no effect here.
 ZV_EXPORT int zvedMenuMacro(const ZvString &macro, bool resume);
 /// One line of a script or of the command line: as a macro, but "^C" and ";" stand for themselves, and an empty line is
 /// Enter, too.

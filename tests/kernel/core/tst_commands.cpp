@@ -350,6 +350,45 @@ TEST_F(CoreTest, styleOfAnErasedTextIsDeleted)
     EXPECT_FALSE(style.isErased());
 }
 
+TEST_F(CoreTest, viewInsideAViewportIsOneOfTheModel)
+{
+    TestHost host;
+    zvedSetHost(&host);
+    database->setTilemode(false);
+    EXPECT_EQ(run("_.-VIEW _Save sheet;"), "");
+    ZvDbObjectId viewport;
+    {
+        auto *made = new ZvDbViewport;
+        ASSERT_EQ(database->appendEntity(made, database->paperSpaceId(), viewport), Zv::eOk);
+    }
+    ASSERT_EQ(database->setCurrentViewport(viewport), Zv::eOk);
+    EXPECT_EQ(run("_.-VIEW _Save through it;"), "");
+    const ZvDbObjectPointer<ZvDbViewTable> table(database->viewTableId(), ZvDb::kForRead);
+    const ZvDbObjectPointer<ZvDbViewTableRecord> sheet(table->getIdAt(L"sheet"), ZvDb::kForRead);
+    const ZvDbObjectPointer<ZvDbViewTableRecord> through(table->getIdAt(L"through it"), ZvDb::kForRead);
+    ASSERT_TRUE(sheet && through);
+    EXPECT_TRUE(sheet->isPaperspaceView());
+    EXPECT_EQ(sheet->height(), 10.0);
+    EXPECT_FALSE(through->isPaperspaceView());
+    const ZvDbObjectPointer<ZvDbViewport> seen(viewport, ZvDb::kForRead);
+    EXPECT_EQ(through->height(), seen->viewHeight()); // and not what the host shows of the sheet
+    EXPECT_TRUE(through->centerPoint().isEqualTo(seen->viewCenter()));
+}
+
+TEST_F(CoreTest, namesOfSystemsAndViewsMayHoldACaret)
+{
+    TestHost host;
+    zvedSetHost(&host);
+    EXPECT_EQ(run("_.UCS _Named _Save ^C^C_.ERASE;"), "");
+    EXPECT_EQ(run("_.UCS _World"), "");
+    EXPECT_EQ(run("_.UCS _Named _Restore ^C^C_.ERASE;"), "");
+    EXPECT_FALSE(database->ucsname().isNull());
+    EXPECT_EQ(run("_.-VIEW _Save ^Cabove;"), "");
+    EXPECT_EQ(run("^C^C_-VIEW R ^Cabove"), "");
+    ASSERT_EQ(host.views.size(), 1u);
+    EXPECT_EQ((ZvDbObjectPointer<ZvDbViewTableRecord>(host.views[0].view, ZvDb::kForRead)->name()), L"^Cabove");
+}
+
 TEST_F(CoreTest, ucsPresetsAsTheMacrosSendThem)
 {
     const struct

@@ -157,6 +157,22 @@ TEST_F(QueueTest, caretCCancelsWhatRuns)
     EXPECT_TRUE(log.has("end LINETEXT"));
 }
 
+TEST_F(QueueTest, caretCIsPartOfATextWithBlanks)
+{
+    EXPECT_EQ(run("_.LINETEXT ^C^C plan^C;"), "");
+    EXPECT_EQ(s_seen, (Texts {"^C^C plan^C"}));
+}
+
+TEST_F(QueueTest, caretCAtTheBeginningOfAMacroCancelsATextWithBlanks)
+{
+    TestHost host;
+    zvedSetHost(&host);
+    zvedMenuMacro(L"_.LINETEXT", false);
+    zvedMenuMacro(L"^C^C_.LINETEXT x", false);
+    zvedRunQueue();
+    EXPECT_EQ(s_seen.back(), "x");
+}
+
 TEST_F(QueueTest, caretCWithNothingRunningIsNothing)
 {
     EXPECT_EQ(run("^C^C_.LINETEXT x"), "");
