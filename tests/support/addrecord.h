@@ -3,6 +3,7 @@
 #define ADDRECORD_H
 
 #include "db/zvdbdatabase.h"
+#include "db/zvdbdictionary.h"
 #include "db/zvdbsymboltable.h"
 
 /// Adds a record of this name to the drawing's table of its kind; the null id where the table does not take it.
@@ -19,6 +20,18 @@ template <class Table, class Record> ZvDbObjectId addRecord(ZvDbDatabase &drawin
     else
         delete record;
     table->close();
+    return id;
+}
+
+/// Adds an object to a dictionary under this name.
+inline ZvDbObjectId addEntry(ZvDbObjectId dictionaryId, ZvDbObject *object, const ZvString &name)
+{
+    ZvDbObjectId id;
+    const ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
+    if (dictionary && dictionary->setAt(name, object, id) == Zv::eOk)
+        object->close();
+    else
+        delete object;
     return id;
 }
 

@@ -27,17 +27,6 @@ private:
     ZvMonitorGlobalUISystemVarReactor *m_reactor;
 };
 
-ZvDbObjectId addEntry(ZvDbObjectId dictionaryId, ZvDbObject *object, const ZvString &name)
-{
-    ZvDbObjectId id;
-    ZvDbObjectPointer<ZvDbDictionary> dictionary(dictionaryId, ZvDb::kForWrite);
-    if (dictionary && dictionary->setAt(name, object, id) == Zv::eOk)
-        object->close();
-    else
-        delete object;
-    return id;
-}
-
 } // namespace
 
 BusHost::BusHost()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "addrecord.h"
 #include "combodriver.h"
 #include "drawingtest.h"
+#include "namedkinds.h"
 
 #include "zvqtcontrolhelp.h"
 #include "zvutilmaterialcombobox.h"
@@ -22,7 +22,6 @@
 #include "zvutilsucscombobox.h"
 #include "zvutilsviewcombobox.h"
 
-#include "db/zvdbhostservice.h"
 
 #include <QSignalSpy>
 
@@ -47,27 +46,6 @@ struct Member
 template <class T> Combo make(bool hook)
 {
     return std::make_unique<T>(hook, nullptr);
-}
-
-ZvDbHostService &hostService()
-{
-    return *zvrxCast<ZvDbHostService>(zvrxGetService(3));
-}
-
-ZvDbObjectId styleVariable(const ZvDbDatabase &drawing, const wchar_t *name)
-{
-    ZvResBuf *value = hostService().readVariable(name, &drawing);
-    const ZvDbObjectId id = value ? value->getObjectId() : ZvDbObjectId();
-    zvutRelRb(value);
-    return id;
-}
-
-void setStyleVariable(ZvDbDatabase &drawing, const wchar_t *name, ZvDbObjectId id)
-{
-    ZvResBuf *value = hostService().readVariable(name, &drawing);
-    value->setObjectId(id);
-    hostService().writeVariable(name, value, &drawing);
-    zvutRelRb(value);
 }
 
 template <class T> Combo makeCell(bool hook)
@@ -99,23 +77,7 @@ const Member kMembers[] = {
     {"view", make<ZvUtilsViewComboBox>, SIGNAL(itemChanged(QString)), true, true},
 };
 
-/// What the controls that follow drawing and selection have in common beyond that.
-struct Bound
-{
-    const char *name;
-    const wchar_t *variable; ///< The one that it follows; null where a chain of several lets none through.
-    ZvDbObjectId (*add)(const ZvString &name); ///< An object of the kind that it lists.
-    ZvDbObjectId (*addEntity)(ZvDbObjectId id, const ZvString &name); ///< One that has it.
-    void (*set)(ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &name); ///< Makes it current.
-    ZvString (*current)(ZvDbDatabase &drawing); ///< Its name.
-    ZvString (*of)(ZvDbEntity &entity); ///< Name of what an entity has.
-};
-
-template <class T> ZvString nameOf(ZvDbObjectId id)
-{
-    const ZvDbObjectPointer<T> object(id, ZvDb::kForRead);
-    return object ? object->name() : ZvString();
-}
+typedef NamedKind Bound; // what a control that follows drawing and selection is bound to
 
 /// What happens to the drawing between two openings of a list.
 struct Step
@@ -211,14 +173,13 @@ private:
     static const Step kSteps[12];
     static void members();
     static void bounds();
-    static const Bound *boundTable();
     static const Member &memberOf(const char *name);
     static CZvQtControlHelp &helpOf(QComboBox &combo) { return *qobject_cast<CZvQtControlHelp *>(&combo); }
     /// A hooked control of the row with two objects of its kind in the drawing, "Alpha" and "Beta".
     Combo makeBound(const Bound &bound)
     {
-        alpha = bound.add(L"Alpha");
-        beta = bound.add(L"Beta");
+        alpha = bound.add(drawing(), L"Alpha");
+        beta = bound.add(drawing(), L"Beta");
         return memberOf(bound.name).make(true);
     }
     void endCommand() { bus().commandEnded(L"LINE"); }
@@ -226,85 +187,6 @@ private:
     ZvDbObjectId alpha;
     ZvDbObjectId beta;
 };
-
-const Bound *TestNamedCombos::boundTable()
-{
-    static const Bound table[] = {
-        {"text style", L"TEXTSTYLE", addTextStyle,
-         [](ZvDbObjectId id, const ZvString &) {
-             return add(new ZvDbText({0, 0, 0}, L"text", id, 2.5, 0.0));
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setTextstyle(id); },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbTextStyleTableRecord>(drawing.textstyle()); },
-         [](ZvDbEntity &entity) {
-             return nameOf<ZvDbTextStyleTableRecord>(static_cast<ZvDbText &>(entity).textStyle());
-         }},
-        {"dimension style", L"DIMSTYLE", addDimStyle,
-         [](ZvDbObjectId id, const ZvString &) {
-             auto *dimension = new ZvDbDimension;
-             dimension->setDimensionStyle(id);
-             return add(dimension);
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setDimstyle(id); },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbDimStyleTableRecord>(drawing.dimstyle()); },
-         [](ZvDbEntity &entity) {
-             return nameOf<ZvDbDimStyleTableRecord>(static_cast<ZvDbDimension &>(entity).dimensionStyle());
-         }},
-        {"multileader style", L"CMLEADERSTYLE", addMLeaderStyle,
-         [](ZvDbObjectId id, const ZvString &) {
-             auto *leader = new ZvDbMLeader;
-             leader->setMLeaderStyle(id);
-             return add(leader);
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) {
-             setStyleVariable(drawing, L"CMLEADERSTYLE", id);
-         },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbMLeaderStyle>(styleVariable(drawing, L"CMLEADERSTYLE")); },
-         [](ZvDbEntity &entity) {
-             return nameOf<ZvDbMLeaderStyle>(static_cast<ZvDbMLeader &>(entity).MLeaderStyle());
-         }},
-        {"table style", L"CTABLESTYLE", addTableStyle,
-         [](ZvDbObjectId id, const ZvString &) {
-             auto *table = new ZvDbTable;
-             table->setTableStyle(id);
-             return add(table);
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) {
-             setStyleVariable(drawing, L"CTABLESTYLE", id);
-         },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbTableStyle>(styleVariable(drawing, L"CTABLESTYLE")); },
-         [](ZvDbEntity &entity) { return nameOf<ZvDbTableStyle>(static_cast<ZvDbTable &>(entity).tableStyle()); }},
-        {"layer", nullptr, addLayer,
-         [](ZvDbObjectId id, const ZvString &) {
-             const ZvDbObjectId line = addLine();
-             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setLayer(id); });
-             return line;
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setClayer(id); },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbLayerTableRecord>(drawing.clayer()); },
-         [](ZvDbEntity &entity) { return nameOf<ZvDbLayerTableRecord>(entity.layerId()); }},
-        {"material", L"CMATERIAL", addMaterial,
-         [](ZvDbObjectId, const ZvString &name) {
-             const ZvDbObjectId line = addLine();
-             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setMaterial(name); });
-             return line;
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId id, const ZvString &) { drawing.setCmaterial(id); },
-         [](ZvDbDatabase &drawing) { return nameOf<ZvDbMaterial>(drawing.cmaterial()); },
-         [](ZvDbEntity &entity) { return entity.material(); }},
-        {"plot style name", nullptr, addPlotStyle,
-         [](ZvDbObjectId, const ZvString &name) {
-             const ZvDbObjectId line = addLine();
-             change<ZvDbEntity>(line, [&](ZvDbEntity &entity) { entity.setPlotStyleName(name); });
-             return line;
-         },
-         [](ZvDbDatabase &drawing, ZvDbObjectId, const ZvString &name) { drawing.setCplotstyle(name); },
-         [](ZvDbDatabase &drawing) { return drawing.cplotstyle(); },
-         [](ZvDbEntity &entity) { return entity.plotStyleName(); }},
-        {},
-    };
-    return table;
-}
 
 const Member &TestNamedCombos::memberOf(const char *name)
 {
@@ -325,8 +207,8 @@ void TestNamedCombos::members()
 void TestNamedCombos::bounds()
 {
     QTest::addColumn<const Bound *>("bound");
-    for (const Bound *bound = boundTable(); bound->name; ++bound)
-        QTest::newRow(bound->name) << bound;
+    for (const Bound &bound : kNamedKinds)
+        QTest::newRow(bound.name) << &bound;
 }
 
 // ---- every member
@@ -686,8 +568,8 @@ void TestNamedCombos::showsTheCommonValueOfTheSelection()
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
     bound->set(drawing(), alpha, L"Alpha");
-    const ZvDbObjectId first = bound->addEntity(beta, L"Beta");
-    const ZvDbObjectId second = bound->addEntity(beta, L"Beta");
+    const ZvDbObjectId first = bound->addEntity(drawing(), beta, L"Beta");
+    const ZvDbObjectId second = bound->addEntity(drawing(), beta, L"Beta");
     select({first, second});
     QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
     select({});
@@ -698,7 +580,7 @@ void TestNamedCombos::mixedSelectionIsBlankAndEnabled()
 {
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
-    select({bound->addEntity(alpha, L"Alpha"), bound->addEntity(beta, L"Beta")});
+    select({bound->addEntity(drawing(), alpha, L"Alpha"), bound->addEntity(drawing(), beta, L"Beta")});
     QCOMPARE(combo->currentIndex(), -1);
     QVERIFY(combo->isEnabled());
 }
@@ -737,7 +619,7 @@ void TestNamedCombos::missingRowIsAddedUntilTheNextRefill()
 {
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
-    const ZvDbObjectId late = bound->add(L"Late");
+    const ZvDbObjectId late = bound->add(drawing(), L"Late");
     endCommand();
     QCOMPARE(combo->findText(QStringLiteral("Late")), -1);
     const int rows = combo->count();
@@ -817,7 +699,7 @@ void TestNamedCombos::pickWritesTheSelectedEntities()
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
     bound->set(drawing(), alpha, L"Alpha");
-    const std::vector<ZvDbObjectId> ids = {bound->addEntity(alpha, L"Alpha"), bound->addEntity(alpha, L"Alpha")};
+    const std::vector<ZvDbObjectId> ids = {bound->addEntity(drawing(), alpha, L"Alpha"), bound->addEntity(drawing(), alpha, L"Alpha")};
     select(ids);
     combo->setCurrentIndex(combo->findText(QStringLiteral("Beta")));
     QVERIFY(runCommands());
@@ -900,9 +782,9 @@ void TestNamedCombos::namesOfAllKindsArePicked_data()
         {"caret", QStringLiteral("^C^C")},
         {"a character in two halves", QStringLiteral("\U0001F3E0 \u4E00")},
     };
-    for (const Bound *bound = boundTable(); bound->name; ++bound) {
+    for (const Bound &bound : kNamedKinds) {
         for (const auto &name : names)
-            QTest::addRow("%s, %s", bound->name, name.row) << bound << name.name;
+            QTest::addRow("%s, %s", bound.name, name.row) << &bound << name.name;
     }
 }
 
@@ -912,8 +794,8 @@ void TestNamedCombos::namesOfAllKindsArePicked()
     QFETCH(QString, name);
     const ZvString wide = ZvUtf8String(name.toUtf8().constData()).toWide();
     const bool isRecord
-        = zvrxCast<ZvDbSymbolTableRecord>(ZvDbObjectPointer<ZvDbObject>(bound->add(L"Alpha"), ZvDb::kForRead).get());
-    const bool isAdded = !bound->add(wide).isNull();
+        = zvrxCast<ZvDbSymbolTableRecord>(ZvDbObjectPointer<ZvDbObject>(bound->add(drawing(), L"Alpha"), ZvDb::kForRead).get());
+    const bool isAdded = !bound->add(drawing(), wide).isNull();
     // Names of table records have neither quotes nor semicolons, names in dictionaries may.
     QCOMPARE(isAdded, !isRecord || !(name.contains(QLatin1Char('"')) || name.contains(QLatin1Char(';'))));
     if (!isAdded)
@@ -930,7 +812,7 @@ void TestNamedCombos::renamedAndErasedObjectsFollowAtTheNextOpening()
 {
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
-    const ZvDbObjectId gamma = bound->add(L"Gamma");
+    const ZvDbObjectId gamma = bound->add(drawing(), L"Gamma");
     combo->showPopup();
     combo->hidePopup();
     QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
@@ -1007,7 +889,7 @@ void TestNamedCombos::changedListIsFilledAnew()
         changesByOpening(*combo);
     }
     QVERIFY(refills());
-    bound->add(L"Gamma");
+    bound->add(drawing(), L"Gamma");
     changesByOpening(*combo);
     QVERIFY(combo->findText(QStringLiteral("Gamma")) >= 0);
     ZvApDocument *first = document();

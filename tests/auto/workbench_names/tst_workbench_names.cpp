@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "addrecord.h"
 #include "combodriver.h"
 #include "commandline.h"
 #include "db/zvdbdictionary.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
 #include "modaldriver.h"
+#include "namedkinds.h"
 #include "textforms.h"
 #include "viewmanager.h"
 #include "workbenchtest.h"
@@ -17,11 +17,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QTreeWidget>
 
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -29,6 +31,42 @@ namespace {
 QString s(const char *text)
 {
     return QString::fromUtf8(text);
+}
+
+struct Drawing
+{
+    const char *name;
+    const char *path;
+};
+const Drawing kDrawings[] = {
+    {"sample", ZEVA_SAMPLES_DIR "/plan.dxf"},
+    {"all entities", ZEVA_DRAWINGS_DIR "/dxf/all-entities-r2018.dxf"},
+    {"another program's", ZEVA_DRAWINGS_DIR "/dxf/netdxf-sample-r2018.dxf"},
+};
+
+/// The drop-downs of the tool bars that follow the selection.
+const struct
+{
+    const char *kind;
+    const char *combo;
+} kCombos[] = {
+    {"text style", "textStyleCombo"},   {"dimension style", "dimensionStyleCombo"}, {"multileader style", "multileaderStyleCombo"},
+    {"table style", "tableStyleCombo"}, {"material", "materialCombo"},              {"plot style name", "plotStyleCombo"},
+};
+
+const NamedKind &kindOf(const char *name)
+{
+    for (const NamedKind &kind : kNamedKinds) {
+        if (qstrcmp(kind.name, name) == 0)
+            return kind;
+    }
+    qFatal("no such kind");
+}
+
+QString kindOfEntity(const NamedKind &kind, ZvDbObjectId id)
+{
+    const ZvDbObjectPointer<ZvDbEntity> entity(id, ZvDb::kForRead);
+    return entity ? toQString(kind.of(*entity)) : QString();
 }
 
 } // namespace
@@ -47,12 +85,15 @@ private Q_SLOTS:
     void everyPickerOfTheWindow();
     void cellStylesFollowTheTableStyle();
 
-    void journeyOfTextStyles_data() { drawings(); }
-    void journeyOfTextStyles();
+    void journeyOfNamedObjects_data();
+    void journeyOfNamedObjects();
+    void namesOfAllKindsReachTheFile_data();
+    void namesOfAllKindsReachTheFile();
     void renamedAndDeletedStyles_data();
     void renamedAndDeletedStyles();
     void layoutsHaveSystemsAndViewsOfTheirOwn_data() { drawings(); }
     void layoutsHaveSystemsAndViewsOfTheirOwn();
+    void previousSystemComesBack_data() { drawings(); }
     void previousSystemComesBack();
     void viewsArePickedByAllKindsOfNames_data();
     void viewsArePickedByAllKindsOfNames();
@@ -69,9 +110,8 @@ private:
     static void drawings()
     {
         QTest::addColumn<QString>("path");
-        QTest::newRow("sample") << s(ZEVA_SAMPLES_DIR "/plan.dxf");
-        QTest::newRow("all entities") << s(ZEVA_DRAWINGS_DIR "/dxf/all-entities-r2018.dxf");
-        QTest::newRow("another program's") << s(ZEVA_DRAWINGS_DIR "/dxf/netdxf-sample-r2018.dxf");
+        for (const Drawing &drawing : kDrawings)
+            QTest::newRow(drawing.name) << s(drawing.path);
     }
     MainWindow &window() { return m_session->window(); }
     ZvDbDatabase &database() { return m_session->database(); }
@@ -109,19 +149,6 @@ private:
     ZvDbObjectId addTextStyle(const QString &name)
     {
         return addRecord<ZvDbTextStyleTable, ZvDbTextStyleTableRecord>(name);
-    }
-    ZvDbObjectId addText(ZvDbObjectId style)
-    {
-        ZvDbObjectId id;
-        auto *text = new ZvDbText({0, 0, 0}, L"text", style, 2.5, 0.0);
-        if (database().appendEntity(text, database().modelSpaceId(), id) != Zv::eOk)
-            delete text;
-        return id;
-    }
-    static QString styleOf(ZvDbObjectId text)
-    {
-        const ZvDbObjectPointer<ZvDbText> entity(text, ZvDb::kForRead);
-        return entity ? nameOf(entity->textStyle()) : QString();
     }
     /// What is saved now, read again.
     ZvDbDatabasePtr reread()
@@ -292,72 +319,163 @@ void tst_workbench_names::cellStylesFollowTheTableStyle()
 
 // ---- journeys
 
-void tst_workbench_names::journeyOfTextStyles()
+void tst_workbench_names::journeyOfNamedObjects_data()
 {
+    QTest::addColumn<int>("at");
+    QTest::addColumn<QString>("path");
+    for (int at = 0; at < int(std::size(kCombos)); ++at) {
+        for (const Drawing &drawing : kDrawings)
+            QTest::addRow("%s, %s", kCombos[at].kind, drawing.name) << at << s(drawing.path);
+    }
+}
+
+void tst_workbench_names::journeyOfNamedObjects()
+{
+    QFETCH(int, at);
     QFETCH(QString, path);
     OPEN_OR_SKIP(path);
-    const ZvDbObjectId alpha = addTextStyle(s("Journey Alpha"));
-    addTextStyle(s("Journey Beta"));
-    const ZvDbObjectId first = addText(alpha);
-    const ZvDbObjectId second = addText(database().textstyle());
-    const QString current = nameOf(database().textstyle());
-    QComboBox &styles = combo("textStyleCombo");
+    const NamedKind &kind = kindOf(kCombos[at].kind);
+    QComboBox &list = combo(kCombos[at].combo);
+    const ZvDbObjectId alpha = kind.add(database(), L"Journey Alpha");
+    const ZvDbObjectId gamma = kind.add(database(), L"Journey Gamma");
+    kind.add(database(), L"Journey Beta");
+    const ZvDbObjectId first = kind.addEntity(database(), alpha, L"Journey Alpha");
+    const ZvDbObjectId second = kind.addEntity(database(), gamma, L"Journey Gamma");
+    const ZvString current = kind.current(database());
+    const QString shown = list.currentText();
     select({first, second});
-    QCOMPARE(styles.currentIndex(), -1);
-    QVERIFY(styles.isEnabled());
+    QCOMPARE(list.currentIndex(), -1);
+    QVERIFY(list.isEnabled());
     select({first});
-    QCOMPARE(styles.currentText(), s("Journey Alpha"));
+    QCOMPARE(list.currentText(), s("Journey Alpha"));
     select({first, second});
-    pick("textStyleCombo", s("Journey Beta"));
-    QCOMPARE(styleOf(first), s("Journey Beta"));
-    QCOMPARE(styleOf(second), s("Journey Beta"));
-    QCOMPARE(styles.currentText(), s("Journey Beta"));
-    QCOMPARE(nameOf(database().textstyle()), current);
+    pick(kCombos[at].combo, s("Journey Beta"));
+    QCOMPARE(kindOfEntity(kind, first), s("Journey Beta"));
+    QCOMPARE(kindOfEntity(kind, second), s("Journey Beta"));
+    QCOMPARE(list.currentText(), s("Journey Beta"));
+    QCOMPARE(toQString(kind.current(database())), toQString(current));
     QCOMPARE(window().focusWidget(), static_cast<QWidget *>(&m_session->view()));
-    const ZvDbDatabasePtr saved = reread();
-    QCOMPARE(styleOf(saved->idOfHandle(first.handle())), s("Journey Beta"));
-    QCOMPARE(styleOf(saved->idOfHandle(second.handle())), s("Journey Beta"));
+    {
+        const ZvDbDatabasePtr saved = reread();
+        QCOMPARE(kindOfEntity(kind, saved->idOfHandle(first.handle())), s("Journey Beta"));
+        QCOMPARE(kindOfEntity(kind, saved->idOfHandle(second.handle())), s("Journey Beta"));
+    }
     undo();
-    QCOMPARE(styleOf(first), s("Journey Alpha"));
-    QCOMPARE(styleOf(second), current);
+    QCOMPARE(kindOfEntity(kind, first), s("Journey Alpha"));
+    QCOMPARE(kindOfEntity(kind, second), s("Journey Gamma"));
+    QCOMPARE(list.currentIndex(), -1);
     select({});
-    QCOMPARE(styles.currentText(), current);
-    pick("textStyleCombo", s("Journey Beta")); // with nothing selected: of new texts
-    QCOMPARE(nameOf(database().textstyle()), s("Journey Beta"));
-    QCOMPARE(nameOf(reread()->textstyle()), s("Journey Beta"));
+    QCOMPARE(list.currentText(), shown);
+    pick(kCombos[at].combo, s("Journey Beta")); // with nothing selected: of new entities
+    QCOMPARE(toQString(kind.current(database())), s("Journey Beta"));
+    QCOMPARE(toQString(kind.current(*reread())), s("Journey Beta"));
     undo();
-    QCOMPARE(styles.currentText(), current);
+    QCOMPARE(toQString(kind.current(database())), toQString(current));
+    QCOMPARE(list.currentText(), shown);
+}
+
+void tst_workbench_names::namesOfAllKindsReachTheFile_data()
+{
+    QTest::addColumn<int>("at");
+    QTest::addColumn<QString>("name");
+    const struct
+    {
+        const char *row;
+        QString name;
+    } names[] = {
+        {"blanks", s("two  words here")},
+        {"apostrophe", s("the owner's")},
+        {"quotes", s("the \"best\" one")},
+        {"semicolon", s("a;b")},
+        {"Chinese", s("建筑 标准")},
+        {"caret", s("^C^C up^")},
+        {"percent signs", s("%%c 100%")},
+        {"escapes of texts", s("\\P {x}")},
+        {"255 characters", QString(255, QLatin1Char('x'))},
+        {"255 Chinese characters", QString(255, QChar(0x5EFA))},
+    };
+    for (int at = 0; at < int(std::size(kCombos)); ++at) {
+        for (const auto &name : names)
+            QTest::addRow("%s, %s", kCombos[at].kind, name.row) << at << name.name;
+    }
+}
+
+void tst_workbench_names::namesOfAllKindsReachTheFile()
+{
+    QFETCH(int, at);
+    QFETCH(QString, name);
+    m_session->newDrawing();
+    const NamedKind &kind = kindOf(kCombos[at].kind);
+    if (kind.add(database(), toZvString(name)).isNull()) {
+        // Records of tables have neither of these in their names; objects in dictionaries may.
+        QVERIFY(QByteArray(kind.name) == "text style" || QByteArray(kind.name) == "dimension style");
+        QVERIFY(name.contains(QRegularExpression(s("[\";\\\\]"))));
+        return;
+    }
+    const ZvDbObjectId other = kind.add(database(), L"Other");
+    const ZvDbObjectId entity = kind.addEntity(database(), other, L"Other");
+    pick(kCombos[at].combo, name);
+    QCOMPARE(toQString(kind.current(database())), name);
+    select({entity});
+    QCOMPARE(combo(kCombos[at].combo).currentText(), s("Other"));
+    pick(kCombos[at].combo, name);
+    QCOMPARE(kindOfEntity(kind, entity), name);
+    QCOMPARE(combo(kCombos[at].combo).currentText(), name);
+    const ZvDbDatabasePtr saved = reread();
+    QCOMPARE(toQString(kind.current(*saved)), name);
+    QCOMPARE(kindOfEntity(kind, saved->idOfHandle(entity.handle())), name);
 }
 
 void tst_workbench_names::renamedAndDeletedStyles_data()
 {
+    QTest::addColumn<int>("at");
     QTest::addColumn<bool>("isOpen");
-    QTest::newRow("with the list open") << true;
-    QTest::newRow("with the list closed") << false;
+    for (int at = 0; at < int(std::size(kCombos)); ++at) {
+        QTest::addRow("%s, with the list open", kCombos[at].kind) << at << true;
+        QTest::addRow("%s, with the list closed", kCombos[at].kind) << at << false;
+    }
+}
+
+/// Gives an object another name: a record by itself, another one in its dictionary.
+static void renameObject(ZvDbObjectId id, const ZvString &name)
+{
+    ZvDbObjectId owner;
+    {
+        const ZvDbObjectPointer<ZvDbObject> object(id, ZvDb::kForWrite);
+        if (auto *record = zvrxCast<ZvDbSymbolTableRecord>(object.get())) {
+            QCOMPARE(record->setName(name), Zv::eOk);
+            return;
+        }
+        owner = object->ownerId();
+    }
+    const ZvDbObjectPointer<ZvDbDictionary> dictionary(owner, ZvDb::kForWrite);
+    QCOMPARE(dictionary->rename(dictionary->nameAt(id), name), Zv::eOk);
 }
 
 void tst_workbench_names::renamedAndDeletedStyles()
 {
+    QFETCH(int, at);
     QFETCH(bool, isOpen);
     m_session->newDrawing();
-    const ZvDbObjectId shown = addTextStyle(s("Shown"));
-    const ZvDbObjectId other = addTextStyle(s("Other"));
-    database().setTextstyle(shown);
-    QComboBox &styles = combo("textStyleCombo");
+    const NamedKind &kind = kindOf(kCombos[at].kind);
+    const ZvDbObjectId shown = kind.add(database(), L"Shown");
+    const ZvDbObjectId other = kind.add(database(), L"Other");
+    kind.set(database(), shown, L"Shown");
+    run("_.REGEN"); // not every control hears of every variable
+    QComboBox &styles = combo(kCombos[at].combo);
     QCOMPARE(styles.currentText(), s("Shown"));
     styles.showPopup();
     QTRY_VERIFY(styles.view()->isVisible());
     if (!isOpen)
         styles.hidePopup();
+    renameObject(shown, L"Renamed");
     {
-        const ZvDbObjectPointer<ZvDbTextStyleTableRecord> record(shown, ZvDb::kForWrite);
-        QCOMPARE(record->setName(L"Renamed"), Zv::eOk);
-    }
-    {
-        const ZvDbObjectPointer<ZvDbTextStyleTableRecord> record(other, ZvDb::kForWrite);
+        const ZvDbObjectPointer<ZvDbObject> record(other, ZvDb::kForWrite);
         QCOMPARE(record->erase(), Zv::eOk);
     }
-    QCOMPARE(styles.currentText(), s("Renamed"));
+    run("_.REGEN");
+    const QString name = toQString(kind.current(database()));
+    QCOMPARE(styles.currentText(), name);
     QVERIFY(styles.findText(s("Other")) >= 0); // until the list is filled again
     if (isOpen) { // what is not there any more is picked: nothing happens to the drawing
         const int row = styles.findText(s("Other"));
@@ -366,14 +484,15 @@ void tst_workbench_names::renamedAndDeletedStyles()
         QTest::keyClick(styles.view(), Qt::Key_Return);
         QTRY_VERIFY(!styles.view()->isVisible());
         waitForIdle();
-        QCOMPARE(database().textstyle(), shown);
-        QCOMPARE(styles.currentText(), s("Renamed")); // and the end of the command shows what is
+        QCOMPARE(toQString(kind.current(database())), name);
+        QCOMPARE(styles.currentText(), name); // and the end of the command shows what is
     }
     styles.showPopup();
     QTRY_VERIFY(styles.view()->isVisible());
     QCOMPARE(styles.findText(s("Other")), -1);
-    QCOMPARE(styles.findText(s("Shown")), -1);
-    QCOMPARE(styles.currentText(), s("Renamed"));
+    QCOMPARE(styles.findText(s("Shown")) >= 0, name == s("Shown"));
+    QVERIFY(styles.findText(s("Renamed")) >= 0);
+    QCOMPARE(styles.currentText(), name);
     styles.hidePopup();
 }
 
@@ -416,7 +535,10 @@ void tst_workbench_names::layoutsHaveSystemsAndViewsOfTheirOwn()
 
 void tst_workbench_names::previousSystemComesBack()
 {
-    m_session->newDrawing();
+    QFETCH(QString, path);
+    OPEN_OR_SKIP(path);
+    database().setTilemode(true);
+    waitForIdle();
     pick("ucsCombo", s("左视"));
     run("_.UCS _Named _Save Site;");
     QCOMPARE(combo("ucsCombo").currentText(), s("Site"));
@@ -441,6 +563,7 @@ void tst_workbench_names::viewsArePickedByAllKindsOfNames_data()
     QTest::newRow("Chinese") << s("南立面 一层");
     QTest::newRow("255 characters") << QString(255, QLatin1Char('w'));
     QTest::newRow("a keyword") << s("TOP");
+    QTest::newRow("caret") << s("^C^C up");
 }
 
 void tst_workbench_names::viewsArePickedByAllKindsOfNames()
