@@ -248,8 +248,13 @@ void UpdateBusHost::addReceiver(CZvQtControlHelp *receiver)
     for (const auto &last : m_last)
         m_reactor->addUpdateUIReceiver(last.get());
     // It joins from its constructor, which may set up more afterwards.
-    if (!hasDocument())
+    if (!hasDocument()) {
         QTimer::singleShot(0, this, &UpdateBusHost::blankControls);
+        return;
+    }
+    if (m_unfilled.empty())
+        QTimer::singleShot(0, this, &UpdateBusHost::fillControls);
+    m_unfilled.push_back(receiver);
 }
 
 void UpdateBusHost::removeReceiver(CZvQtControlHelp *receiver)
@@ -279,13 +284,18 @@ void UpdateBusHost::blankControls()
             continue;
         widget->setEnabled(false);
         m_blanked.emplace_back(widget);
-        if (auto *combo = qobject_cast<QComboBox *>(widget)) {
-            const QSignalBlocker quiet(combo); // showing never writes
-            combo->setCurrentIndex(-1);
-        }
-        if (auto *layer = qobject_cast<ZvLayerUltralComboBox *>(widget))
-            layer->SetNullItem(); // its index is not what it shows
+        showNothing(*widget);
     }
+}
+
+void UpdateBusHost::showNothing(QWidget &control)
+{
+    if (auto *combo = qobject_cast<QComboBox *>(&control)) {
+        const QSignalBlocker quiet(combo); // showing never writes
+        combo->setCurrentIndex(-1);
+    }
+    if (auto *layer = qobject_cast<ZvLayerUltralComboBox *>(&control))
+        layer->SetNullItem(); // its index is not what it shows
 }
 
 void UpdateBusHost::enableControls()
@@ -294,6 +304,21 @@ void UpdateBusHost::enableControls()
         if (widget)
             widget->setEnabled(true);
     }
+}
+
+void UpdateBusHost::fillControls()
+{
+    const std::vector<CZvQtControlHelp *> joined = std::exchange(m_unfilled, {});
+    const bool isWanted = std::any_of(joined.begin(), joined.end(), [this](CZvQtControlHelp *receiver) {
+        return std::find(m_receivers.begin(), m_receivers.end(), receiver) != m_receivers.end() && receiver->hooked
+            && dynamic_cast<QWidget *>(receiver);
+    });
+    if (!isWanted || !hasDocument()) // without a document they are blank
+        return;
+    // The one notice that no control passes over.
+    CZvGlobalUIReactorHelp notice;
+    notice.kind = kNoticeCommandEnded;
+    notify(notice);
 }
 
 void UpdateBusHost::setRecording(bool on)

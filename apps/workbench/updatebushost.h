@@ -51,7 +51,8 @@ Q_DECLARE_METATYPE(BusDelivery)
 ///
 /// The bus is silent while there is no drawing, and so is no help to the controls when the last one goes: the host
 /// disables and blanks all hooked controls then, wherever they are, and gives them back to the bus with the next
-/// drawing.
+/// drawing. A control that joins while a drawing is open is filled as soon as the event loop is reached, and does not
+/// wait for the next notice.
 ///
 /// It can take notes of what the bus does. Notes need no hook in the library: the reactor's callbacks are bracketed by
 /// overriding them, and the first receiver of all tells the end of the scan from the begin of the delivery. Notices
@@ -68,6 +69,8 @@ public:
     void removeReceiver(CZvQtControlHelp *receiver);
     /// Raises a notice of the host's own.
     void notify(const CZvGlobalUIReactorHelp &notice);
+    /// Lets a control show no value; nothing is written. Other widgets than drop-downs stay as they are.
+    static void showNothing(QWidget &control);
     /// The bus itself.
     ZvMonitorGlobalUISystemVarReactor &reactor();
 
@@ -91,6 +94,7 @@ private:
 
     void blankControls();
     void enableControls();
+    void fillControls();
 
     void deliveryBegins(const CZvGlobalUIReactorHelp &notice);
     void deliveryEnds();
@@ -109,6 +113,7 @@ private:
     quint64 m_lastNumber = 0;
     quint64 m_dropped = 0;
     bool m_recording = false;
+    std::vector<CZvQtControlHelp *> m_unfilled; // joined a moment ago, and may be gone
 };
 
 #endif

@@ -90,6 +90,8 @@ private Q_SLOTS:
     void aNoticeGivenToTheReactorInADeliveryStandsBelow();
     void aNoticeGivenToTheReactorEndsThoughReceiversLeave_data();
     void aNoticeGivenToTheReactorEndsThoughReceiversLeave();
+    void aControlThatJoinsIsFilled_data();
+    void aControlThatJoinsIsFilled();
     void aNoticeGivenToTheReactorEndsThoughAReceiverThrows();
     void aReceiverThatJoinsInADeliveryTakesPartInIt();
     void countsTheOpeningsOfTheScan();
@@ -465,12 +467,42 @@ void tst_workbench_busmonitor::aNoticeGivenToTheReactorEndsThoughReceiversLeave(
     QCOMPARE(controls[2]->kinds.size(), leaving ? 1 : 3);
 }
 
+void tst_workbench_busmonitor::aControlThatJoinsIsFilled_data()
+{
+    QTest::addColumn<bool>("hooked");
+    QTest::addColumn<bool>("stays");
+    QTest::addColumn<int>("notices");
+    QTest::newRow("one that follows the drawing") << true << true << 1;
+    QTest::newRow("one that does not") << false << true << 0;
+    QTest::newRow("one that is gone at once") << true << false << 0;
+}
+
+void tst_workbench_busmonitor::aControlThatJoinsIsFilled()
+{
+    QFETCH(bool, hooked);
+    QFETCH(bool, stays);
+    QFETCH(int, notices);
+    Control other("other");
+    QCoreApplication::processEvents();
+    QCOMPARE(other.kinds, QList<int>{kNoticeCommandEnded});
+    auto control = std::make_unique<Control>("control");
+    control->hooked = hooked;
+    QCOMPARE(control->kinds.size(), 0); // its constructor may not be over
+    if (!stays)
+        control.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(other.kinds.size(), 1 + notices);
+    if (control)
+        QCOMPARE(control->kinds.size(), notices);
+}
+
 void tst_workbench_busmonitor::aNoticeGivenToTheReactorEndsThoughAReceiverThrows()
 {
     struct Refusal
     {
     };
     Control control("control");
+    QCoreApplication::processEvents(); // what has joined is filled
     control.react = [](const CZvGlobalUIReactorHelp &) { throw Refusal(); };
     open();
     QVERIFY_EXCEPTION_THROWN(bus().reactor().notifyUpdateUI(hostNotice(kNoticeHostFirst)), Refusal);
