@@ -2,8 +2,6 @@
 #include "colordialogdemo.h"
 
 #include "base/zvcmcolor.h"
-#include "core/zvui.h"
-#include "textforms.h"
 
 #include <QCoreApplication>
 
@@ -30,59 +28,48 @@ ZvJsonPtr parameters(int method, int value)
     return params;
 }
 
-/// Shows the dialog and tells result code and colour.
-QString show(const ZvJsonPtr &params)
+ZvJsonPtr index()
 {
-    const ZvJsonPtr result = zvuiShowModelDialogEx("Dialog/Common", "ColorDialog", params, nullptr, zvuiMainWindow());
-    int method = 0;
-    int value = 0;
-    params->GetDataI("clrMethod", method);
-    params->GetDataI("selectClr", value);
-    return QStringLiteral("ColorDialog: %1 clrMethod=%2 selectClr=%3").arg(bagText(result)).arg(method).arg(value);
+    return parameters(ZvCm::kByACI, 30);
 }
 
-QString index()
+ZvJsonPtr trueColor()
 {
-    return show(parameters(ZvCm::kByACI, 30));
+    return parameters(ZvCm::kByColor, packed(24, 118, 210));
 }
 
-QString trueColor()
-{
-    return show(parameters(ZvCm::kByColor, packed(24, 118, 210)));
-}
-
-QString byLayer()
+ZvJsonPtr byLayer()
 {
     const ZvJsonPtr params = parameters(ZvCm::kByLayer, ZvCm::kACIbyLayer);
     params->SetDataI("layerClr", packed(0, 160, 80));
-    return show(params);
+    return params;
 }
 
-QString byBlock()
+ZvJsonPtr byBlock()
 {
-    return show(parameters(ZvCm::kByBlock, ZvCm::kACIbyBlock));
+    return parameters(ZvCm::kByBlock, ZvCm::kACIbyBlock);
 }
 
-QString indexTabOnly()
+ZvJsonPtr indexTabOnly()
 {
     const ZvJsonPtr params = parameters(ZvCm::kByACI, 1);
     params->SetDataI("tabs", kIndexTabOnly);
-    return show(params);
+    return params;
 }
 
-QString withoutReferences()
+ZvJsonPtr withoutReferences()
 {
     const ZvJsonPtr params = parameters(ZvCm::kByACI, 3);
     params->SetDataB("isByLayerEnable", false);
     params->SetDataB("isByBLockEnable", false);
-    return show(params);
+    return params;
 }
 
-QString lightBackground()
+ZvJsonPtr lightBackground()
 {
     const ZvJsonPtr params = parameters(ZvCm::kByACI, 7);
     params->SetDataI("backgroundColor", kLightBackground);
-    return show(params);
+    return params;
 }
 
 } // namespace
@@ -90,13 +77,14 @@ QString lightBackground()
 const QVector<DialogDemo> &colorDialogDemos()
 {
     static const QVector<DialogDemo> demos = {
-        {QStringLiteral("colorDialogIndex"), text("&Index Colour"), index},
-        {QStringLiteral("colorDialogTrueColor"), text("&True Colour"), trueColor},
-        {QStringLiteral("colorDialogByLayer"), text("By &Layer"), byLayer},
-        {QStringLiteral("colorDialogByBlock"), text("By &Block"), byBlock},
-        {QStringLiteral("colorDialogIndexTab"), text("Index Tab &Only"), indexTabOnly},
-        {QStringLiteral("colorDialogWithoutReferences"), text("&Without By Layer and By Block"), withoutReferences},
-        {QStringLiteral("colorDialogLight"), text("On a Light &Ground"), lightBackground},
+        {QStringLiteral("colorDialogIndex"), text("&Index Colour"), "ColorDialog", index},
+        {QStringLiteral("colorDialogTrueColor"), text("&True Colour"), "ColorDialog", trueColor},
+        {QStringLiteral("colorDialogByLayer"), text("By &Layer"), "ColorDialog", byLayer},
+        {QStringLiteral("colorDialogByBlock"), text("By &Block"), "ColorDialog", byBlock},
+        {QStringLiteral("colorDialogIndexTab"), text("Index Tab &Only"), "ColorDialog", indexTabOnly},
+        {QStringLiteral("colorDialogWithoutReferences"), text("&Without By Layer and By Block"), "ColorDialog",
+         withoutReferences},
+        {QStringLiteral("colorDialogLight"), text("On a Light &Ground"), "ColorDialog", lightBackground},
     };
     return demos;
 }

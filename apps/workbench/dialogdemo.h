@@ -7,22 +7,28 @@
 #include <QStringList>
 #include <QVector>
 
-#include <initializer_list>
+#include <memory>
 
-/// A use of a common dialog, to be looked at from the menu.
+/// A use of a common dialog, to be looked at from the menu, and the start of one's own on the dialog's page.
 struct DialogDemo
 {
     QString id; ///< For object names.
     QString menuText;
-    /// Runs the dialog; one line that says what it gave back.
-    QString (*run)();
+    const char *dialog; ///< The dialog's name in "Dialog/Common".
+    /// What the dialog is given; null where that needs a drawing and none is open.
+    ZvJsonPtr (*parameters)();
+    /// What has to be there while the dialog is shown; null for a use that needs nothing.
+    std::shared_ptr<void> (*surroundings)() = nullptr;
 };
 
 /// An array of texts.
 ZvJsonPtr bagOfTexts(const QStringList &texts);
 
-/// Runs a dialog of "Dialog/Common" over the main window. One line with its result tree and, of the keys in \a answers,
-/// those that stand in \a params afterwards.
-QString runCommonDialog(const char *name, const ZvJsonPtr &params, std::initializer_list<const char *> answers);
+/// Runs a dialog of "Dialog/Common" over the main window; its result tree. The dialog may write into \a params.
+ZvJsonPtr runCommonDialog(const char *name, const ZvJsonPtr &params);
+
+/// Shows the use. One line with the dialog's result tree and, of the keys that the dialog answers in its parameters,
+/// those that stand there afterwards.
+QString runDemo(const DialogDemo &demo);
 
 #endif

@@ -39,68 +39,65 @@ ZvJsonPtr parameters(bool opens, const QString &caption, const QStringList &filt
     return params;
 }
 
-/// Shows the dialog and tells what it gave back.
-QString show(const ZvJsonPtr &params, const char *name = "FileDialogBox")
+ZvJsonPtr openOne()
 {
-    return runCommonDialog(name, params, {});
+    return parameters(true, text("Open a file"),
+                      {drawings(), text("Pictures (*.png *.jpg *.bmp *.gif *.tif)"), allFiles()});
 }
 
-QString openOne()
-{
-    return show(parameters(true, text("Open a file"),
-                           {drawings(), text("Pictures (*.png *.jpg *.bmp *.gif *.tif)"), allFiles()}));
-}
-
-QString openSeveral()
+ZvJsonPtr openSeveral()
 {
     const ZvJsonPtr params = parameters(true, text("Open several files"), {drawings(), allFiles()});
     params->SetDataB("MutiFile", true);
     params->SetDataSW("defFilter", toZvString(allFiles()));
-    return show(params, "FileNavDialogBox");
+    return params;
 }
 
-QString openTemplate()
+/// Templates in the settings: without any there would be nowhere to go to.
+std::shared_ptr<void> templateFolder()
 {
-    // Without templates in the settings there would be nowhere to go to.
-    const bool hasTemplates = !zv_runtime_config("paths/templatePaths").isNull();
-    if (!hasTemplates)
-        zv_runtime_settings()->SetDataSW("paths/templatePaths", toZvString(QDir::homePath()));
-    const QString line = show(parameters(true, text("Open a template"), {drawings(), templates()}));
-    if (!hasTemplates)
-        zv_runtime_settings()->SetDataJ("paths/templatePaths", nullptr);
-    return line;
+    if (!zv_runtime_config("paths/templatePaths").isNull())
+        return nullptr;
+    zv_runtime_settings()->SetDataSW("paths/templatePaths", toZvString(QDir::homePath()));
+    return std::shared_ptr<void>(nullptr,
+                                 [](void *) { zv_runtime_settings()->SetDataJ("paths/templatePaths", nullptr); });
 }
 
-QString withoutPanes()
+ZvJsonPtr openTemplate()
+{
+    return parameters(true, text("Open a template"), {drawings(), templates()});
+}
+
+ZvJsonPtr withoutPanes()
 {
     const ZvJsonPtr params = parameters(true, text("Open a file"), {drawings(), allFiles()});
     params->SetDataB("HideExtend", true);
-    return show(params);
+    return params;
 }
 
-QString save()
+ZvJsonPtr save()
 {
     const ZvJsonPtr params = parameters(false, text("Save a file"),
                                         {text("Drawing exchange (*.dxf)"), text("Drawings (*.dwg)"), allFiles()});
     params->SetDataSW("saveDefName", toZvString(text("plan.old")));
     params->SetDataSW("defFilter", toZvString(text("Drawing exchange (*.dxf)")));
-    return show(params, "FileNavDialogBox");
+    return params;
 }
 
-QString saveByIndex()
+ZvJsonPtr saveByIndex()
 {
     const ZvJsonPtr params
         = parameters(false, text("Save a picture"), {text("PNG pictures (*.png)"), text("PDF documents (*.pdf)")});
     params->SetDataSW("dir", toZvString(QDir::current().filePath(text("plan.pdf"))));
     params->SetDataI("useFilterIdx", 1);
-    return show(params);
+    return params;
 }
 
-QString saveWithoutQuestion()
+ZvJsonPtr saveWithoutQuestion()
 {
     const ZvJsonPtr params = parameters(false, text("Save over a file"), {drawings()});
     params->SetDataB("BoxHide", true);
-    return show(params);
+    return params;
 }
 
 } // namespace
@@ -108,13 +105,15 @@ QString saveWithoutQuestion()
 const QVector<DialogDemo> &fileDialogDemos()
 {
     static const QVector<DialogDemo> demos = {
-        {QStringLiteral("fileDialogOpen"), text("&Open a File"), openOne},
-        {QStringLiteral("fileDialogOpenSeveral"), text("Open S&everal Files"), openSeveral},
-        {QStringLiteral("fileDialogOpenTemplate"), text("Open a &Template"), openTemplate},
-        {QStringLiteral("fileDialogWithoutPanes"), text("Without &Places and Preview"), withoutPanes},
-        {QStringLiteral("fileDialogSave"), text("&Save a File"), save},
-        {QStringLiteral("fileDialogSaveByIndex"), text("Save with the Second &Filter"), saveByIndex},
-        {QStringLiteral("fileDialogSaveWithoutQuestion"), text("Save &Without a Question"), saveWithoutQuestion},
+        {QStringLiteral("fileDialogOpen"), text("&Open a File"), "FileDialogBox", openOne},
+        {QStringLiteral("fileDialogOpenSeveral"), text("Open S&everal Files"), "FileNavDialogBox", openSeveral},
+        {QStringLiteral("fileDialogOpenTemplate"), text("Open a &Template"), "FileDialogBox", openTemplate,
+         templateFolder},
+        {QStringLiteral("fileDialogWithoutPanes"), text("Without &Places and Preview"), "FileDialogBox", withoutPanes},
+        {QStringLiteral("fileDialogSave"), text("&Save a File"), "FileNavDialogBox", save},
+        {QStringLiteral("fileDialogSaveByIndex"), text("Save with the Second &Filter"), "FileDialogBox", saveByIndex},
+        {QStringLiteral("fileDialogSaveWithoutQuestion"), text("Save &Without a Question"), "FileDialogBox",
+         saveWithoutQuestion},
     };
     return demos;
 }

@@ -272,7 +272,7 @@ void MainWindow::makeMenus()
     previews->setObjectName(QStringLiteral("printPreviewMenu"));
     addDemos(previews, printPreviewDemos());
     dialogs->addSeparator();
-    QAction *controls = dialogs->addAction(tr("Co&ntrols..."), this, &MainWindow::showControls);
+    QAction *controls = dialogs->addAction(tr("Co&ntrols..."), this, [this] { showControls(); });
     controls->setObjectName(QStringLiteral("controls"));
 }
 
@@ -282,15 +282,15 @@ void MainWindow::addDemos(QMenu *menu, const QVector<DialogDemo> &demos)
         QAction *action = menu->addAction(demo.menuText);
         action->setObjectName(demo.id);
         m_actions.insert(demo.id, action);
-        connect(action, &QAction::triggered, this, [this, run = demo.run] { m_commandLine->print(run()); });
+        connect(action, &QAction::triggered, this, [this, demo] { m_commandLine->print(runDemo(demo)); });
     }
 }
 
-void MainWindow::showControls()
+void MainWindow::showControls(const QString &page)
 {
-    // Made anew each time: the lists of unhooked controls are filled once.
     auto *controls = new ControlsWindow(this);
     controls->setAttribute(Qt::WA_DeleteOnClose);
+    controls->showPage(page);
     controls->show();
 }
 

@@ -64,8 +64,8 @@ public:
     /// Takes back what was begun last: a window, the running command, the selection.
     void escape();
     void showAbout();
-    /// The window of unhooked controls.
-    void showControls();
+    /// The window of controls, at the page of that name or the first one.
+    void showControls(const QString &page = QString());
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -16,9 +16,8 @@ QString text(const char *english)
     return QCoreApplication::translate("MessageBoxDemo", english);
 }
 
-/// Shows the box and tells result code and answers.
-QString show(const char *message, int buttons, int content, int icon, const char *listKey = nullptr,
-             const ZvJsonPtr &list = nullptr)
+ZvJsonPtr parameters(const char *message, int buttons, int content, int icon, const char *listKey = nullptr,
+                     const ZvJsonPtr &list = nullptr)
 {
     const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
     params->SetDataSW("title", toZvString(text("Message box")));
@@ -28,30 +27,30 @@ QString show(const char *message, int buttons, int content, int icon, const char
     params->SetDataI("dlgtype", icon);
     if (listKey)
         params->SetDataJ(listKey, list);
-    return runCommonDialog("MessageBox", params, {"ControlBtn", "selectedBtn", "selectedCheck"});
+    return params;
 }
 
-QString plain()
+ZvJsonPtr plain()
 {
-    return show("The drawing was changed. Save it now?", kYesNoCancel, kMessageRow, kQuestion);
+    return parameters("The drawing was changed. Save it now?", kYesNoCancel, kMessageRow, kQuestion);
 }
 
-QString ownButtons()
+ZvJsonPtr ownButtons()
 {
-    return show("A file of that name is there already.", kCallersButtons, kMessageRow, kWarning, "btnText",
-                bagOfTexts({text("Replace"), text("Keep both"), text("Skip")}));
+    return parameters("A file of that name is there already.", kCallersButtons, kMessageRow, kWarning, "btnText",
+                      bagOfTexts({text("Replace"), text("Keep both"), text("Skip")}));
 }
 
-QString selectors()
+ZvJsonPtr selectors()
 {
-    return show("Which part shall be printed?", 0, kMessageRow | kSelectors, kQuestion, "selBtnText",
-                bagOfTexts({text("What is shown"), text("The whole drawing"), text("The selected entities")}));
+    return parameters("Which part shall be printed?", 0, kMessageRow | kSelectors, kQuestion, "selBtnText",
+                      bagOfTexts({text("What is shown"), text("The whole drawing"), text("The selected entities")}));
 }
 
-QString checks()
+ZvJsonPtr checks()
 {
-    return show("What shall be purged?", kOkCancel, kMessageRow | kChecks, kInformation, "selCheckText",
-                bagOfTexts({text("Unused layers"), text("Unused blocks"), text("Unused line types")}));
+    return parameters("What shall be purged?", kOkCancel, kMessageRow | kChecks, kInformation, "selCheckText",
+                      bagOfTexts({text("Unused layers"), text("Unused blocks"), text("Unused line types")}));
 }
 
 } // namespace
@@ -59,10 +58,10 @@ QString checks()
 const QVector<DialogDemo> &messageBoxDemos()
 {
     static const QVector<DialogDemo> demos = {
-        {QStringLiteral("messageBoxPlain"), text("Message Box: &Fixed Buttons"), plain},
-        {QStringLiteral("messageBoxOwnButtons"), text("Message Box: &Own Buttons"), ownButtons},
-        {QStringLiteral("messageBoxSelectors"), text("Message Box: &Choice"), selectors},
-        {QStringLiteral("messageBoxChecks"), text("Message Box: Check Bo&xes"), checks},
+        {QStringLiteral("messageBoxPlain"), text("Message Box: &Fixed Buttons"), "MessageBox", plain},
+        {QStringLiteral("messageBoxOwnButtons"), text("Message Box: &Own Buttons"), "MessageBox", ownButtons},
+        {QStringLiteral("messageBoxSelectors"), text("Message Box: &Choice"), "MessageBox", selectors},
+        {QStringLiteral("messageBoxChecks"), text("Message Box: Check Bo&xes"), "MessageBox", checks},
     };
     return demos;
 }

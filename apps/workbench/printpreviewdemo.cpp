@@ -16,19 +16,13 @@ QString text(const char *english)
     return QCoreApplication::translate("PrintPreviewDemo", english);
 }
 
-QString show(const ZvJsonPtr &params)
-{
-    return runCommonDialog("CADPreviewDialog", params, {});
-}
-
-QString currentLayout()
+ZvJsonPtr currentLayout()
 {
     ZvDbDatabase *database = curDatabase();
-    return database ? show(previewParameters(*database, pageToPlot(*database)))
-                    : text("There is no drawing to preview.");
+    return database ? previewParameters(*database, pageToPlot(*database)) : ZvJsonPtr();
 }
 
-QString emptySheet()
+ZvJsonPtr emptySheet()
 {
     ZvGiPage page;
     page.paperName = ZvString(L"A3");
@@ -36,10 +30,10 @@ QString emptySheet()
     params->SetDataJ("paper", zvgiPaperTree(page));
     params->SetDataO("refDC", zvsiMakeReferenceDevice(300));
     params->SetDataB("enable_print", true);
-    return show(params);
+    return params;
 }
 
-QString deviceUnits()
+ZvJsonPtr deviceUnits()
 {
     ZvGiPage page;
     page.width = 1600;
@@ -50,12 +44,12 @@ QString deviceUnits()
     const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
     params->SetDataJ("paper", paper);
     params->SetDataO("refDC", zvsiMakeReferenceDevice(96));
-    return show(params);
+    return params;
 }
 
-QString noPaper()
+ZvJsonPtr noPaper()
 {
-    return show(ElementValue::createObject(IElementValueBase::kObject));
+    return ElementValue::createObject(IElementValueBase::kObject);
 }
 
 } // namespace
@@ -63,10 +57,10 @@ QString noPaper()
 const QVector<DialogDemo> &printPreviewDemos()
 {
     static const QVector<DialogDemo> demos = {
-        {QStringLiteral("printPreviewLayout"), text("Current &Layout"), currentLayout},
-        {QStringLiteral("printPreviewSheet"), text("&Empty Sheet"), emptySheet},
-        {QStringLiteral("printPreviewDevice"), text("&Device Units"), deviceUnits},
-        {QStringLiteral("printPreviewNoPaper"), text("&No Paper"), noPaper},
+        {QStringLiteral("printPreviewLayout"), text("Current &Layout"), "CADPreviewDialog", currentLayout},
+        {QStringLiteral("printPreviewSheet"), text("&Empty Sheet"), "CADPreviewDialog", emptySheet},
+        {QStringLiteral("printPreviewDevice"), text("&Device Units"), "CADPreviewDialog", deviceUnits},
+        {QStringLiteral("printPreviewNoPaper"), text("&No Paper"), "CADPreviewDialog", noPaper},
     };
     return demos;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "programoptions.h"
 
+#include "controlswindow.h"
+
 #include <QCommandLineParser>
 #include <QHash>
 
@@ -20,6 +22,8 @@ const Option kOptions[] = {
     {"state", "FILE", "write the state of drawings, settings, selection and controls as JSON"},
     {"grab", "FILE.png", "write a picture of the main window once the drawing is shown completely"},
     {"export", "FILE", "write the drawing as .dxf, .png, .pdf or .svg, by the ending"},
+    {"controls", "[PAGE]", "open the window of controls, at the page of that class or dialog"},
+    {"grab-controls", "FOLDER", "write a picture of each page of that window, and index.md that shows them"},
     {"recovery", "FOLDER", "keep copies of unsaved drawings there, for the case that the program is killed"},
     {"autosave", "SECONDS", "time between two such copies, 30 by default; 0 keeps none"},
     {"lang", "LANGUAGE", "texts of the library in this language, such as en; zh is the language they are written in"},
@@ -36,6 +40,31 @@ QString fromTable(const char *text)
     return QString::fromLatin1(text);
 }
 
+const QString kControls = QStringLiteral("--controls");
+
+/// Takes "--controls" and its page out, since the parser knows no value that may be missing. What follows is a page
+/// when it is the name of one, and a file otherwise.
+QStringList takeControls(QStringList arguments, ProgramOptions &options)
+{
+    const QStringList pages = ControlsWindow::pageNames();
+    for (int i = 1; i < arguments.size() && arguments[i] != QLatin1String("--"); ++i) {
+        const QString argument = arguments[i];
+        const bool hasValue = argument.startsWith(kControls + QLatin1Char('='));
+        if (argument != kControls && !hasValue)
+            continue;
+        options.showControls = true;
+        arguments.removeAt(i);
+        if (hasValue)
+            options.controlsPage = argument.mid(kControls.size() + 1);
+        else if (i < arguments.size() && pages.contains(arguments[i]))
+            options.controlsPage = arguments.takeAt(i);
+        if (hasValue && !pages.contains(options.controlsPage))
+            options.error = QStringLiteral("The window of controls has no page \"%1\".").arg(options.controlsPage);
+        --i;
+    }
+    return arguments;
+}
+
 } // namespace
 
 ProgramOptions ProgramOptions::parse(const QStringList &arguments)
@@ -49,7 +78,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
     }
 
     ProgramOptions options;
-    if (!parser.parse(arguments)) {
+    if (!parser.parse(takeControls(arguments, options))) {
         options.error = parser.errorText();
         return options;
     }
@@ -58,6 +87,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
     options.stateFile = parser.value(QStringLiteral("state"));
     options.grabFile = parser.value(QStringLiteral("grab"));
     options.exportFile = parser.value(QStringLiteral("export"));
+    options.grabControlsFolder = parser.value(QStringLiteral("grab-controls"));
     options.recoveryFolder = parser.value(QStringLiteral("recovery"));
     if (parser.isSet(QStringLiteral("autosave"))) {
         bool isNumber = false;
@@ -79,7 +109,7 @@ ProgramOptions ProgramOptions::parse(const QStringList &arguments)
         if (isScript || name == QLatin1String("macro"))
             options.steps << Step{isScript, parser.values(name).value(taken[name]++)};
     }
-    for (const char *name : {"select", "state", "grab", "export", "recovery", "lang"}) {
+    for (const char *name : {"select", "state", "grab", "export", "grab-controls", "recovery", "lang"}) {
         if (parser.isSet(fromTable(name)) && parser.value(fromTable(name)).isEmpty())
             options.error = QStringLiteral("The option --%1 needs a value.").arg(fromTable(name));
     }
@@ -94,13 +124,14 @@ QString ProgramOptions::helpText()
         QString left = QStringLiteral("  --") + fromTable(option.name);
         if (option.value)
             left += QLatin1Char(' ') + fromTable(option.value);
-        text += left.leftJustified(22) + fromTable(option.help) + QLatin1Char('\n');
+        text += left.leftJustified(25) + fromTable(option.help) + QLatin1Char('\n');
     }
     text += QStringLiteral(
         "\n"
         "Whatever the order on the command line: the files are opened, then --select is done, then all\n"
-        "macros and scripts in the order given, then --state, --grab, --export and --quit. All but the\n"
-        "opening concerns the drawing that is current, which is the last one opened.\n"
+        "macros and scripts in the order given, then --controls, --state, --grab, --grab-controls, --export\n"
+        "and --quit. All but the opening concerns the drawing that is current, which is the last one\n"
+        "opened; --controls and --grab-controls start a new one where none is.\n"
         "With --quit nothing is asked: a command that waits for more input is cancelled.\n"
         "\n"
         "Exit status: 0, or 1 with one line on the standard error when something failed.\n");

@@ -21,6 +21,9 @@ struct ProgramOptions
     QString stateFile;
     QString grabFile;
     QString exportFile;
+    QString grabControlsFolder;
+    bool showControls = false;
+    QString controlsPage; ///< Empty: the first.
     QString recoveryFolder; ///< Empty: the usual one.
     int autosaveSeconds = -1; ///< -1: as usual.
     QString language; ///< Of the library's texts; empty: as they are written.

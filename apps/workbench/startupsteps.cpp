@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "startupsteps.h"
 
+#include "controlpictures.h"
 #include "core/zvapdocument.h"
 #include "core/zveditor.h"
 #include "drawingview.h"
@@ -18,13 +19,28 @@
 #include <QJsonDocument>
 #include <QPixmap>
 
+namespace {
+
+/// Most controls have nothing to show without a drawing.
+void needDrawing()
+{
+    ZvApDocManager *documents = zvDocManagerPtr();
+    if (documents->documentCount() == 0)
+        documents->newDocument();
+    QCoreApplication::processEvents(); // the view gets its size
+}
+
+} // namespace
+
 void StartupSteps::run()
 {
     openFiles();
     select();
     runCommands();
+    showControls();
     writeState();
     grab();
+    grabControls();
     exportDrawing();
 }
 
@@ -83,6 +99,24 @@ void StartupSteps::runCommands()
     }
     QString error;
     if (!m_window.host()->runQueue(&error))
+        fail(error);
+}
+
+void StartupSteps::showControls()
+{
+    if (!m_options.showControls)
+        return;
+    needDrawing();
+    m_window.showControls(m_options.controlsPage);
+}
+
+void StartupSteps::grabControls()
+{
+    if (m_options.grabControlsFolder.isEmpty())
+        return;
+    needDrawing();
+    QString error;
+    if (!writeControlPictures(m_options.grabControlsFolder, &m_window, error))
         fail(error);
 }
 

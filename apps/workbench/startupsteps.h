@@ -22,8 +22,10 @@ private:
     void openFiles();
     void select();
     void runCommands();
+    void showControls();
     void writeState();
     void grab();
+    void grabControls();
     void exportDrawing();
     void fail(const QString &error);
 

@@ -37,36 +37,31 @@ ZvJsonPtr command(int id, const char *caption)
     return object;
 }
 
-QString show(const ZvJsonPtr &params)
-{
-    return runCommonDialog("TaskDialog", params, {"ControlBtn", "selectedCheck"});
-}
-
-QString standardButtons()
+ZvJsonPtr standardButtons()
 {
     const ZvJsonPtr params = parameters("The drawing could not be written.", "The disk is full.", kTexts | kButtons,
                                         kRetry | kCancel | kClose, kError);
     params->SetDataI("focusFlagBtnId", kCancel);
-    return show(params);
+    return params;
 }
 
-QString disabledButtons()
+ZvJsonPtr disabledButtons()
 {
     const ZvJsonPtr params = parameters("Overwrite the drawing?", "Another program has it open.", kTexts | kButtons,
                                         kOk | kYes | kNo | kCancel, kWarning);
     params->SetDataI("nDisabledButtonMask", kOk | kYes);
-    return show(params);
+    return params;
 }
 
-QString ownButtons()
+ZvJsonPtr ownButtons()
 {
     const ZvJsonPtr params
         = parameters("A file of that name is there already.", "", kTexts | kButtons, kCallersButtons, kWarning);
     params->SetDataJ("btnText", bagOfTexts({text("Replace"), text("Keep both"), text("Skip")}));
-    return show(params);
+    return params;
 }
 
-QString commands()
+ZvJsonPtr commands()
 {
     const ZvJsonPtr params = parameters("What shall become of the missing fonts?",
                                         "Three styles name fonts that this computer does not have.",
@@ -77,20 +72,20 @@ QString commands()
     array->append(command(103, "Leave the texts out"));
     params->SetDataJ("selBtnText", array);
     params->SetDataI("defaultBtnId", 102);
-    return show(params);
+    return params;
 }
 
-QString checkBox()
+ZvJsonPtr checkBox()
 {
     const ZvJsonPtr params
         = parameters("The drawing was saved in an older version.", "Objects of newer versions are kept as they are.",
                      kTexts | kButtons | kCheck, kOk, kInformation);
     params->SetDataS("checkboxText", text("Do not show this again").toUtf8().constData());
     params->SetDataB("checkboxChecked", true);
-    return show(params);
+    return params;
 }
 
-QString everything()
+ZvJsonPtr everything()
 {
     const ZvJsonPtr params
         = parameters("The drawing needs attention.",
@@ -104,7 +99,7 @@ QString everything()
     params->SetDataJ("selBtnText", array);
     params->SetDataI("defaultBtnId", 1);
     params->SetDataS("checkboxText", text("Always do so").toUtf8().constData());
-    return show(params);
+    return params;
 }
 
 } // namespace
@@ -112,12 +107,12 @@ QString everything()
 const QVector<DialogDemo> &taskDialogDemos()
 {
     static const QVector<DialogDemo> demos = {
-        {QStringLiteral("taskDialogStandard"), text("&Standard Buttons"), standardButtons},
-        {QStringLiteral("taskDialogDisabled"), text("&Disabled Buttons"), disabledButtons},
-        {QStringLiteral("taskDialogOwn"), text("&Own Buttons"), ownButtons},
-        {QStringLiteral("taskDialogCommands"), text("&Commands"), commands},
-        {QStringLiteral("taskDialogCheck"), text("Check &Box"), checkBox},
-        {QStringLiteral("taskDialogEverything"), text("&Everything"), everything},
+        {QStringLiteral("taskDialogStandard"), text("&Standard Buttons"), "TaskDialog", standardButtons},
+        {QStringLiteral("taskDialogDisabled"), text("&Disabled Buttons"), "TaskDialog", disabledButtons},
+        {QStringLiteral("taskDialogOwn"), text("&Own Buttons"), "TaskDialog", ownButtons},
+        {QStringLiteral("taskDialogCommands"), text("&Commands"), "TaskDialog", commands},
+        {QStringLiteral("taskDialogCheck"), text("Check &Box"), "TaskDialog", checkBox},
+        {QStringLiteral("taskDialogEverything"), text("&Everything"), "TaskDialog", everything},
     };
     return demos;
 }

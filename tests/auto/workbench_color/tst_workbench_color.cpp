@@ -2,6 +2,7 @@
 #include "colordialogdemo.h"
 #include "combodriver.h"
 #include "commandline.h"
+#include "controlsdriver.h"
 #include "db/zvdbrecords.h"
 #include "modaldriver.h"
 #include "statereport.h"
@@ -23,6 +24,7 @@
 #include <QMap>
 #include <QMenu>
 #include <QTemporaryDir>
+#include <QTabWidget>
 #include <QToolBar>
 
 #include <memory>
@@ -319,8 +321,8 @@ void tst_workbench_color::everyDialogOfTheMenu_data()
     };
     int i = 0;
     for (const DialogDemo &demo : colorDialogDemos())
-        QTest::newRow(qPrintable(demo.id)) << demo.id << QString::fromLatin1(lines[i++])
-                                           << (demo.id != QLatin1String("colorDialogWithoutReferences"));
+        QTest::newRow(qPrintable(demo.id))
+            << demo.id << QString::fromLatin1(lines[i++]) << (demo.id != QLatin1String("colorDialogWithoutReferences"));
     QCOMPARE(i, int(std::size(lines)));
 }
 
@@ -351,26 +353,34 @@ void tst_workbench_color::everyDialogOfTheMenu()
 void tst_workbench_color::theControlsWindowTellsWhatIsPicked()
 {
     m_session->newDrawing();
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(QStringLiteral("controlsWindow"));
-    QVERIFY(controls && controls->isVisible());
-    const auto *last = controls->findChild<QLabel *>(QStringLiteral("lastSignal"));
-    auto *label = controls->findChild<ZvQtColorLabel *>();
-    auto *list = controls->findChild<ZvColorComboBox *>(QStringLiteral("colorComboBasic"));
-    QCOMPARE(list->count(), 7);
-    pick(*list, QStringLiteral("蓝"));
-    QCOMPARE(last->text(), QStringLiteral("ColorItemChanged: 蓝, #0000ff"));
-    QCOMPARE(label->grab().toImage().pixelColor(2, 2), QColor(0, 0, 255));
-    QCOMPARE(currentColor(), QStringLiteral("ByLayer")); // unhooked: the drawing keeps its own
-
-    auto *button = controls->findChild<ZvColorButtonWidget *>(QStringLiteral("colorButton"));
+    {
+        ControlsDriver controls(*m_session, "ZvColorComboBox");
+        auto *list = controls.control<ZvColorComboBox>("colorComboBasic");
+        QCOMPARE(list->count(), 7);
+        pick(*list, QStringLiteral("蓝"));
+        QVERIFY(controls.told().contains(QStringLiteral("colorComboBasic: ColorItemChanged(#0000ff)")));
+        QCOMPARE(currentColor(), QStringLiteral("ByLayer")); // unhooked: the drawing keeps its own
+    }
+    {
+        ControlsDriver controls(*m_session, "ZvColorButtonWidget");
+        auto *button = controls.control<ZvColorButtonWidget>("colorButton");
+        ModalDriver driver;
+        driver.next(pressOk);
+        QTest::mouseDClick(button, Qt::LeftButton);
+        QVERIFY(driver.finished());
+        QCOMPARE(controls.told(), QStringList{QStringLiteral("colorButton: colorChanged()")});
+        QCOMPARE(colorText(button->color()), QStringLiteral("24,118,210"));
+    }
+    ControlsDriver controls(*m_session, "ZvQtColorLabel");
+    auto *field = controls.control<ZvColorButtonWidget>("color");
     ModalDriver driver;
-    driver.next(pressOk);
-    QTest::mouseDClick(button, Qt::LeftButton);
+    driver.next([](QDialog *dialog) {
+        dialog->findChild<QTabWidget *>()->setCurrentIndex(0); // of a true colour the other one is shown
+        choose(QStringLiteral("5"))(dialog);
+    });
+    QTest::mouseDClick(field, Qt::LeftButton);
     QVERIFY(driver.finished());
-    QCOMPARE(last->text(), QStringLiteral("colorChanged: 24,118,210"));
-    controls->close();
-    QTRY_VERIFY(!window().findChild<QDialog *>(QStringLiteral("controlsWindow")));
+    QCOMPARE(controls.control<ZvQtColorLabel>("colorLabel")->grab().toImage().pixelColor(2, 2), QColor(0, 0, 255));
 }
 
 // ---- a day at work --------------------------------------------------------------------------------------------------

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "controlsdriver.h"
 #include "db/zvdbrecords.h"
 #include "statereport.h"
 #include "workbenchtest.h"
@@ -11,7 +12,6 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QTableWidget>
 #include <QToolBar>
 
@@ -201,44 +201,34 @@ void tst_workbench_layers::everyControlOfTheWindow()
     QFETCH(bool, enabled);
     m_session->newDrawing();
     const ZvDbObjectId walls = makeLayer(L"Walls");
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(QStringLiteral("controlsWindow"));
-    auto *box = controls->findChild<ZvLayerUltralComboBox *>(id);
+    ControlsDriver controls(*m_session, "ZvLayerUltralComboBox");
+    auto *box = controls.control<ZvLayerUltralComboBox>(id.toUtf8());
     QVERIFY(box);
     QCOMPARE(box->hooked, hooked);
     QCOMPARE(box->isEnabled(), enabled);
-    auto *pages = controls->findChild<QTabWidget *>();
-    for (int page = 0; page < pages->count(); ++page) {
-        if (pages->widget(page)->isAncestorOf(box))
-            pages->setCurrentIndex(page);
-    }
-    QTRY_VERIFY(box->isVisible());
+    QVERIFY(box->isVisible());
     if (enabled) {
         QVERIFY(open(*box));
         pressName(tableOf(*box), 1);
         waitForIdle();
-        QCOMPARE(controls->findChild<QLabel *>(QStringLiteral("lastSignal"))->text(),
-                 QStringLiteral("cellPressed: 1, Walls"));
+        const QTableWidget &table = *tableOf(*box);
+        QCOMPARE(table.item(1, table.columnCount() - 1)->text(), QStringLiteral("Walls"));
+        QVERIFY(
+            controls.told().contains(QStringLiteral("%1: cellPressed(1, %2)").arg(id).arg(table.columnCount() - 1)));
         QCOMPARE(m_session->database().clayer() == walls, hooked);
         QVERIFY(labelOf(*box)->pixmap());
     } else {
         QTest::mouseClick(box, Qt::LeftButton);
         QVERIFY(!box->view()->isVisible());
     }
-    controls->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void tst_workbench_layers::longListOfTheWindow()
 {
     m_session->newDrawing();
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(QStringLiteral("controlsWindow"));
-    auto *box = controls->findChild<ZvLayerUltralComboBox *>(QStringLiteral("layerComboLong"));
-    auto *pages = controls->findChild<QTabWidget *>();
-    pages->setCurrentWidget(pages->findChild<QWidget *>(QStringLiteral("layerPage")));
-    QTRY_VERIFY(box->isVisible());
-    QTest::mouseClick(controls->findChild<QPushButton *>(QStringLiteral("fillLongList")), Qt::LeftButton);
+    ControlsDriver controls(*m_session, "ZvLayerUltralComboBox");
+    auto *box = controls.control<ZvLayerUltralComboBox>("layerComboLong");
+    QVERIFY(box && box->isVisible());
     QTableWidget *table = tableOf(*box);
     QCOMPARE(table->rowCount(), 2501);
     QVERIFY(open(*box));
@@ -247,8 +237,6 @@ void tst_workbench_layers::longListOfTheWindow()
     QVERIFY(table->isVisible());
     QVERIFY(!m_session->database().canUndo());
     box->hidePopup();
-    controls->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 ZEVA_TEST_MAIN(tst_workbench_layers)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "combodriver.h"
 #include "commandline.h"
+#include "controlsdriver.h"
 #include "db/zvdbdictionary.h"
 #include "db/zvdbrecords.h"
 #include "db/zvdbstyles.h"
@@ -18,7 +19,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -83,6 +83,7 @@ private Q_SLOTS:
     void withoutADrawingAllAreDisabled();
     void everyPickerOfTheWindow_data();
     void everyPickerOfTheWindow();
+    void cellStylesFollowTheTableStyle_data();
     void cellStylesFollowTheTableStyle();
 
     void journeyOfNamedObjects_data();
@@ -257,64 +258,80 @@ void tst_workbench_names::withoutADrawingAllAreDisabled()
 
 void tst_workbench_names::everyPickerOfTheWindow_data()
 {
+    QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("id");
     QTest::addColumn<QStringList>("rows"); // that the list begins with
-    QTest::newRow("layers") << "layerPicker" << QStringList{s("0")};
-    QTest::newRow("layers or the current one") << "layerPickerCurrent" << QStringList{s("使用当前项"), s("0")};
-    QTest::newRow("text styles") << "textStylePicker" << QStringList{s("Annotative"), s("Standard")};
-    QTest::newRow("table styles") << "tableStylePicker" << QStringList{s("Standard")};
-    QTest::newRow("cell styles") << "cellStylePicker" << QStringList{s("按行/列"), s("表头"), s("标题"), s("数据")};
-    QTest::newRow("cell styles of a row") << "rowStylePicker" << QStringList{s("表头"), s("标题"), s("数据")};
+    QTest::newRow("layers") << "ZvUtilsLayerComboBox"
+                            << "layerPicker" << QStringList{s("0")};
+    QTest::newRow("layers or the current one") << "ZvUtilsLayerComboBox"
+                                               << "layerPickerCurrent" << QStringList{s("使用当前项"), s("0")};
+    QTest::newRow("text styles") << "ZvUtilsTextStyleComboBox"
+                                 << "textStylePicker" << QStringList{s("Annotative"), s("Standard")};
+    QTest::newRow("table styles") << "ZvUtilsTableStyleComboBox"
+                                  << "tableStylePicker" << QStringList{s("Standard")};
+    QTest::newRow("cell styles") << "ZvUtilsTableCellStyleComboBox"
+                                 << "cellStylePicker" << QStringList{s("按行/列"), s("表头"), s("标题"), s("数据")};
+    QTest::newRow("cell styles of a row") << "ZvUtilsTableCellRowStyleComboBox"
+                                          << "rowStylePicker" << QStringList{s("表头"), s("标题"), s("数据")};
     QTest::newRow("cell styles of a column")
+        << "ZvUtilsTableCellColStyleComboBox"
         << "columnStylePicker" << QStringList{s("(无)"), s("表头"), s("标题"), s("数据")};
-    QTest::newRow("units") << "unitPicker" << QStringList{s("无单位"), s("英寸")};
-    QTest::newRow("plot style tables") << "plotTablePicker" << QStringList{s("无")};
-    QTest::newRow("shade plot modes") << "shadePlotPicker" << QStringList{s("As displayed"), s("Wireframe")};
+    QTest::newRow("units") << "ZvUtilsBlockUnitComboBox"
+                           << "unitPicker" << QStringList{s("无单位"), s("英寸")};
+    QTest::newRow("plot style tables") << "ZvUtilsPlotStyleTableComboBox"
+                                       << "plotTablePicker" << QStringList{s("无")};
+    QTest::newRow("shade plot modes") << "ZvUtilsShadePlotComboBox"
+                                      << "shadePlotPicker" << QStringList{s("As displayed"), s("Wireframe")};
 }
 
 void tst_workbench_names::everyPickerOfTheWindow()
 {
+    QFETCH(QString, page);
     QFETCH(QString, id);
     QFETCH(QStringList, rows);
     m_session->newDrawing();
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(s("controlsWindow"));
-    QVERIFY(controls && controls->isVisible());
-    auto *page = controls->findChild<QWidget *>(s("namesPage"));
-    controls->findChild<QTabWidget *>()->setCurrentWidget(page);
-    auto *picker = page->findChild<QComboBox *>(id);
+    ControlsDriver controls(*m_session, page.toUtf8());
+    auto *picker = controls.control<QComboBox>(id.toUtf8());
     QVERIFY(picker && picker->isVisible());
     QCOMPARE(rowsOf(*picker).mid(0, rows.size()), rows);
     const std::uint64_t before = database().changeStamp();
     const int row = rows.size() - 1;
     pickByMouse(*picker, row);
     waitForIdle();
-    QCOMPARE(controls->findChild<QLabel *>(s("lastSignal"))->text(), s("activated: %1, %2").arg(row).arg(rows.last()));
+    QVERIFY(controls.told().contains(s("%1: activated(%2)").arg(id).arg(row)));
+    QVERIFY(controls.told().contains(s("%1: textActivated(%2)").arg(id, rows.last())));
     QCOMPARE(database().changeStamp(), before);
-    controls->close();
-    QTRY_VERIFY(!window().findChild<QDialog *>(s("controlsWindow")));
+}
+
+void tst_workbench_names::cellStylesFollowTheTableStyle_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("id");
+    QTest::newRow("cells") << "ZvUtilsTableCellStyleComboBox"
+                           << "cellStylePicker";
+    QTest::newRow("rows") << "ZvUtilsTableCellRowStyleComboBox"
+                          << "rowStylePicker";
+    QTest::newRow("columns") << "ZvUtilsTableCellColStyleComboBox"
+                             << "columnStylePicker";
 }
 
 void tst_workbench_names::cellStylesFollowTheTableStyle()
 {
+    QFETCH(QString, page);
+    QFETCH(QString, id);
     m_session->newDrawing();
     {
         const ZvDbObjectPointer<ZvDbDictionary> styles(database().tableStyleDictionaryId(true), ZvDb::kForWrite);
         auto *style = new ZvDbTableStyle;
-        ZvDbObjectId id;
-        QCOMPARE(styles->setAt(L"Other", style, id), Zv::eOk);
+        ZvDbObjectId added;
+        QCOMPARE(styles->setAt(L"Other", style, added), Zv::eOk);
         style->close();
     }
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(s("controlsWindow"));
-    auto *page = controls->findChild<QWidget *>(s("namesPage"));
-    controls->findChild<QTabWidget *>()->setCurrentWidget(page);
-    auto *cells = page->findChild<QComboBox *>(s("cellStylePicker"));
+    ControlsDriver controls(*m_session, page.toUtf8());
+    auto *cells = controls.control<QComboBox>(id.toUtf8());
     cells->addItem(s("left over"));
-    pickByMouse(*page->findChild<QComboBox *>(s("tableStylePicker")), s("Other"));
+    pickByMouse(*controls.control<QComboBox>("tableStyle"), s("Other"));
     QVERIFY(!rowsOf(*cells).contains(s("left over"))); // filled anew
-    controls->close();
-    QTRY_VERIFY(!window().findChild<QDialog *>(s("controlsWindow")));
 }
 
 // ---- journeys

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "controlsdriver.h"
+#include "core/zveditor.h"
 #include "previewpanel.h"
 #include "workbenchtest.h"
 #include "zevatest.h"
 #include "zvcolorbutton.h"
 #include "zvqtimagewidget.h"
-
-#include "core/zveditor.h"
 
 #include <QDialog>
 #include <QDockWidget>
@@ -50,8 +50,7 @@ private:
             for (int x = 0; x < picture.width(); ++x) {
                 const QColor here = picture.pixelColor(x, y);
                 const bool isClose = std::abs(here.red() - color.red()) < kClose
-                    && std::abs(here.green() - color.green()) < kClose
-                    && std::abs(here.blue() - color.blue()) < kClose;
+                    && std::abs(here.green() - color.green()) < kClose && std::abs(here.blue() - color.blue()) < kClose;
                 count += isClose ? 1 : 0;
             }
         }
@@ -203,12 +202,10 @@ void tst_workbench_preview::hiddenPanelIsBroughtUpToDateWhenShown()
 void tst_workbench_preview::pageShowsPictures()
 {
     m_session->newDrawing();
-    m_session->action("controls")->trigger();
-    auto *controls = window().findChild<QDialog *>(QStringLiteral("controlsWindow"));
-    QVERIFY(controls && controls->isVisible());
-    auto *picture = controls->findChild<ZvQtImageWidget *>(QStringLiteral("imageWidget"));
-    auto *frame = controls->findChild<QSpinBox *>(QStringLiteral("imageFrame"));
-    auto *color = controls->findChild<ZvColorButtonWidget *>(QStringLiteral("imageFrameColor"));
+    ControlsDriver controls(*m_session, "ZvQtImageWidget");
+    auto *picture = controls.control<ZvQtImageWidget>("imageWidget");
+    auto *frame = controls.control<QSpinBox>("frame");
+    auto *color = controls.control<ZvColorButtonWidget>("frameColor");
     QVERIFY(picture && frame && color);
     QVERIFY(pixelsOf(picture, Qt::red) > 10);
     QVERIFY(pixelsOf(picture, Qt::green) > 20);
@@ -220,8 +217,6 @@ void tst_workbench_preview::pageShowsPictures()
     QVERIFY(pixelsOf(picture, frameColor) > ten);
     frame->setValue(0);
     QCOMPARE(pixelsOf(picture, frameColor), 0);
-    controls->close();
-    QTRY_VERIFY(!window().findChild<QDialog *>(QStringLiteral("controlsWindow")));
 }
 
 ZEVA_TEST_MAIN(tst_workbench_preview)
