@@ -44,6 +44,13 @@ function(zeva_precompile target)
     endif()
 endfunction()
 
+# zeva_hide_standard_library(TARGET): the library shows nothing that it instantiates of the standard library.
+function(zeva_hide_standard_library target)
+    set(map "${PROJECT_SOURCE_DIR}/cmake/hide-standard-library.map")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${map}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
+endfunction()
+
 # zeva_kernel_library(NAME SOURCES... ): one of the four libraries of the reference kernel.
 # zvbase is offered as Zeva::base, zvdb as Zeva::db, zvcore as Zeva::core, zevautils as Zeva::utils.
 function(zeva_kernel_library target export_name)
@@ -54,4 +61,5 @@ function(zeva_kernel_library target export_name)
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/kernel/inc>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zeva>")
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zeva_settings>)
+    zeva_hide_standard_library(${target})
 endfunction()

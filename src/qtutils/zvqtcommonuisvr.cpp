@@ -5,9 +5,9 @@
 #include "common/qt_messagebox.h"
 #include "common/qt_taskdialog.h"
 #include "common/zvcadprintpreviewdialog.h"
-#include "common/zvcolordialog.h"
 #include "private/zvdialogparent.h"
 #include "zevaqt.h"
+#include "zvcolordialog.h"
 
 namespace {
 

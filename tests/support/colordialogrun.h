@@ -11,9 +11,9 @@
 #include "base/zvjson.h"
 #include "core/zvui.h"
 
-#include "common/uicolorindextab.h"
-#include "common/uitruecolortab.h"
-#include "common/zvcolordialog.h"
+#include "uicolorindextab.h"
+#include "uitruecolortab.h"
+#include "zvcolordialog.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "common/uicolorindextab.h"
+#include "uicolorindextab.h"
 
-#include "common/zvcolordialog.h"
 #include "private/zvaccelerator.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvcolornames.h"
 #include "private/zvqtcolor.h"
 #include "private/zvqtstring.h"
+#include "zvcolordialog.h"
 
 #include "base/zvcmcolor.h"
 #include "core/zvui.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "common/zvcolordialog.h"
+#include "zvcolordialog.h"
 
-#include "common/uicolorindextab.h"
-#include "common/uitruecolortab.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvqtcolor.h"
+#include "uicolorindextab.h"
+#include "uitruecolortab.h"
 #include "zvqthelpservice.h"
 
 #include "base/zvcmcolor.h"

@@ -24,11 +24,13 @@ class ZV_EXPORT ZvColorLabel : public QLabel
 {
     Q_OBJECT
 public:
+    /// Owned by \a parent.
     explicit ZvColorLabel(QWidget *parent = nullptr);
     /// Paints the label in this colour, by its style sheet.
     void showColor(int red, int green, int blue);
 
 Q_SIGNALS:
+    /// The user pressed the left button twice.
     void doubleClicked();
 
 protected:
@@ -62,6 +64,7 @@ public:
     /// col stay as they are.
     static bool cellOf(int index, unsigned mode, unsigned &row, unsigned &col);
 
+    /// The colour index that has the frame; -1 for none.
     int selected() const { return m_nSelected; }
     /// Any index: one of another grid, or -1, leaves this grid without a frame. Does not repaint.
     void setSelected(int index) { m_nSelected = index; }
@@ -73,6 +76,7 @@ Q_SIGNALS:
     void selColorChanged(Zevos::UInt32 index);
     /// A cell was clicked.
     void colorSelected(Zevos::UInt32 index, int mode);
+    /// The pointer has left the grid.
     void leaveWidget();
 
 protected:
@@ -105,6 +109,7 @@ class ZV_EXPORT ZvIndexColorWnd : public QWidget
 {
     Q_OBJECT
 public:
+    /// Owned by \a dialog, which a double click on the swatch or on a cell accepts. Not null.
     explicit ZvIndexColorWnd(ZvColorDialog *dialog);
     ~ZvIndexColorWnd() override;
 
@@ -122,12 +127,19 @@ Q_SIGNALS:
     void colorSelected(Zevos::UInt32 index); ///< Never emitted.
 
 public Q_SLOTS:
+    /// The pointer is over the cell of \a index: shows the index and its components.
     void slot_colorChange(Zevos::UInt32 index);
+    /// The user picked \a index: shows it and writes "clrMethod" and "selectClr".
     void slot_colorSelected(Zevos::UInt32 index);
+    /// Picks by block.
     void slot_btnByBlockClicked();
+    /// Picks by layer.
     void slot_btnByLayerClicked();
+    /// Gives the text entry the keyboard, its text selected.
     void slot_KeyC_clicked();
+    /// Shows neither any more.
     void slot_leave_widget();
+    /// Accepts the dialog.
     void slot_color_label_double_clicked();
 
 private:

@@ -11,13 +11,16 @@
 class ZvIndexColorWnd;
 class ZvTrueColorWnd;
 
-// The classes of the colour dialog are exported for the tests, which work the dialog's widgets. Applications get the
-// dialog from the service "Dialog/Common" under the name "ColorDialog".
+/// \file
+/// The colour dialog and its adapter. An application that only wants a colour asks the service "Dialog/Common" for
+/// "ColorDialog"; the classes are here for one that looks for the dialog's widgets or extends them.
 
+/// The dialog's tabs.
 class ZV_EXPORT ZvColorTabWidget : public QTabWidget
 {
     Q_OBJECT
 public:
+    /// Without tabs. Owned by \a parent.
     explicit ZvColorTabWidget(QWidget *parent = nullptr);
 };
 

@@ -33,6 +33,7 @@ class ZV_EXPORT ZvHSLPallete : public QWidget
 {
     Q_OBJECT
 public:
+    /// At hue 0 and saturation 0. Owned by \a parent.
     explicit ZvHSLPallete(QWidget *parent = nullptr);
 
     /// Clamps both and moves the cross. Tells nobody.
@@ -64,6 +65,7 @@ class ZV_EXPORT ZvColorLightWnd : public QWidget
 {
     Q_OBJECT
 public:
+    /// Black to white until a hue is set. Owned by \a parent.
     explicit ZvColorLightWnd(QWidget *parent = nullptr);
 
     /// Repaints in this hue and saturation.
@@ -99,6 +101,7 @@ class ZV_EXPORT ZvRGBSlider : public QWidget
 {
     Q_OBJECT
 public:
+    /// The channel that a slider moves.
     enum CUR_COLOR {
         kRed = 0,
         kGreen = 1,
@@ -111,6 +114,7 @@ public:
                 QWidget *parent = nullptr);
 
 public Q_SLOTS:
+    /// The colour behind the run, 0 to 255: repaints.
     void setRed(int value);
     void setGreen(int value);
     void setBlue(int value);
@@ -145,6 +149,7 @@ class ZV_EXPORT ZvHSLWnd : public QWidget
 {
     Q_OBJECT
 public:
+    /// Follows the user from the first setHSL() on. Owned by \a parent.
     explicit ZvHSLWnd(QWidget *parent = nullptr);
 
     /// Shows a colour and starts to follow the user. Each further call repeats the connections, so that a change is
@@ -152,16 +157,24 @@ public:
     void setHSL(short h, short s, short l);
 
 Q_SIGNALS:
+    /// The colour that the user made of the three values, channel by channel, each 0 to 255.
     void redColorChanged(int value);
     void greenColorChanged(int value);
     void blueColorChanged(int value);
 
 public Q_SLOTS:
+    /// The user moved the cross: hue 0 to 360, saturation 0 to 100. At the lightness of black and white the colour gets
+    /// one of 50.
     void slot_hsValueChanged(int h, int s);
+    /// The user moved the lightness, 0 to 100.
     void slot_lightChanged(int value);
+    /// The user changed hue or saturation by its spin box.
     void slot_hsSpinboxValueChanged();
+    /// Gives the entry of the hue the keyboard.
     void slot_KeyU_clicked();
+    /// Gives the entry of the saturation the keyboard.
     void slot_KeyS_clicked();
+    /// Gives the entry of the lightness the keyboard.
     void slot_KeyL_clicked();
 
 private:
@@ -182,19 +195,26 @@ class ZV_EXPORT ZvRGBWnd : public QWidget
 {
     Q_OBJECT
 public:
+    /// Owned by \a parent.
     explicit ZvRGBWnd(QWidget *parent = nullptr);
 
+    /// Shows a colour, components 0 to 255. In a new panel the sliders are not told of components of 0.
     void setRGB(int r, int g, int b);
 
 Q_SIGNALS:
+    /// A channel has a new value, 0 to 255; told twice where it comes from a slider.
     void redColorChanged(int value);
     void greenColorChanged(int value);
     void blueColorChanged(int value);
 
 public Q_SLOTS:
+    /// The user moved the slider of \a channel.
     void slot_RGBSliderChanged(ZvRGBSlider::CUR_COLOR channel, int value);
+    /// Gives the entry of red the keyboard.
     void slot_keyR_triggered();
+    /// Gives the entry of green the keyboard.
     void slot_keyG_triggered();
+    /// Gives the entry of blue the keyboard.
     void slot_keyB_triggered();
 
 private:
@@ -217,6 +237,7 @@ class ZV_EXPORT ZvTrueColorWnd : public QWidget
 {
     Q_OBJECT
 public:
+    /// Owned by \a dialog, which a double click on the swatch accepts. Not null.
     explicit ZvTrueColorWnd(ZvColorDialog *dialog);
     ~ZvTrueColorWnd() override;
 
@@ -227,11 +248,15 @@ public:
     bool readRgb(unsigned &r, unsigned &g, unsigned &b);
 
 public Q_SLOTS:
+    /// Shows the panel of the mode: 0 hue, saturation and lightness, 1 red, green and blue; remembered for the process.
     void slot_switchColorMode(int mode);
+    /// A component has a new value, 0 to 255: shown in figures, in the text entry and as a swatch.
     void slot_redColorChanged(int value);
     void slot_greenColorChanged(int value);
     void slot_blueColorChanged(int value);
+    /// Gives the text entry the keyboard, its text selected.
     void slot_KeyC_clicked();
+    /// Gives the choice of the panel the keyboard.
     void slot_KeyM_clicked();
 
 private:
