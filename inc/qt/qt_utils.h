@@ -77,6 +77,7 @@ ZV_EXPORT QIcon zvsiQtCreateIcon(const QString &path, bool blank, int width, int
 class ZvQtBlockSignalUtil
 {
 public:
+    /// Blocks \a object's signals now.
     ZV_EXPORT explicit ZvQtBlockSignalUtil(QObject *object);
     ZV_EXPORT ~ZvQtBlockSignalUtil();
     Q_DISABLE_COPY(ZvQtBlockSignalUtil)

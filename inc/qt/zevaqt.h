@@ -119,7 +119,7 @@ public:
 protected:
     ZvJsonPtr m_pParams; ///< What onInit() was given, null until then.
     ZvRxObjectPtr m_pHelper; ///< What onInit() was given, null until then.
-    ZvJsonPtr m_pResult;
+    ZvJsonPtr m_pResult; ///< The adapter's tree with the key "result"; never null.
     /// The dialog, owned whatever its Qt parent. Guarded, since the parent may take it along when it dies.
     QPointer<QWidget> m_pWidget;
     bool m_bReEnter = false; ///< doModal() has to run exec() once more.
@@ -193,10 +193,15 @@ class ZV_EXPORT ZvUiDialogInvoker : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvUiDialogInvoker)
 public:
+    /// Ends the dialog with \a code; see ZvQtDialogResult.
     virtual void endDialog(int code) = 0;
+    /// The user leaves the dialog for the drawing.
     virtual void beginEditorCommand() = 0;
+    /// The user gave up in the drawing.
     virtual void cancelEditorCommand() = 0;
+    /// The user is done in the drawing; with \a restore the dialog comes back.
     virtual void completeEditorCommand(bool restore) = 0;
+    /// Keeps the dialog's values, or puts them back. False where the dialog is gone.
     virtual bool exchangeData(bool save) = 0;
     /// \a what and \a data mean what the dialog and its component agree on.
     virtual ZvJsonPtr notify(int what, ZvJsonPtr data) = 0;
@@ -240,6 +245,7 @@ public:
             return ZvUiHelperPtr();
         return ZvUiHelperPtr(zvqt_queryRequired<ZvUiHelper>(m_pHelper.get()));
     }
+    /// Ends the dialog with \a code, by its adapter.
     virtual void endDialog(int code) { m_pOwner->endDialog(code); }
     /// Keeps both, calls setExtraData(), returns true. False from an override: the dialog must not be run.
     virtual bool onInit(ZvJsonPtr params, ZvRxObjectPtr helper)
@@ -251,17 +257,22 @@ public:
     }
     /// Called once by createDialog(). False: the dialog could not be made.
     virtual bool onCreate() { return true; }
+    /// Hides the dialog for a visit to the drawing; see ZvQtUIModeDialogBase.
     virtual void beginEditorCommand() { m_pOwner->beginEditorCommand(); }
+    /// Ends the dialog by its onCancel(), still hidden.
     virtual void cancelEditorCommand() { m_pOwner->cancelEditorCommand(); }
+    /// Comes back from the drawing, or without \a restore ends the dialog by its onOk().
     virtual void completeEditorCommand(bool restore) { m_pOwner->completeEditorCommand(restore); }
     /// Saves the controls' values before a visit to the drawing, puts them back after it.
     virtual bool exchangeData(bool /*save*/) { return true; }
     /// Told by a component through the invoker. Gives null.
     virtual ZvJsonPtr notify(int /*what*/, ZvJsonPtr /*data*/) { return ZvJsonPtr(); }
 
+    /// What name() gives; createDialog() sets it.
     void setName(const ZvUtf8String &name) { m_name = name; }
 
 protected:
+    /// The adapter. Never null; it outlives the dialog.
     ZvQtUIModeDialogBase *owner() const { return m_pOwner; }
     /// The caller's tree: a dialog reads its input here and writes its answers back. Null before onInit().
     const ZvJsonPtr &params() const { return m_pParams; }

@@ -25,11 +25,13 @@ class ZV_EXPORT ZvColorButtonWidget : public QWidget
     /// For forms: as a true colour.
     Q_PROPERTY(QColor color READ shownColor WRITE showColor)
 public:
+    /// By layer, until setColor() says otherwise. Owned by \a parent.
     explicit ZvColorButtonWidget(QWidget *parent);
     ~ZvColorButtonWidget() override;
 
     /// Emits nothing.
     void setColor(ZvCmColor color);
+    /// The colour shown: what was set last, or what the user chose since.
     ZvCmColor color() const { return m_color; }
     /// Kept for the caller's use; this class does not read it.
     void setViewStyle(unsigned style) { m_viewStyle = style; }

@@ -62,6 +62,7 @@ class ZV_EXPORT ZvColorComboBox : public QComboBox, public CZvQtControlHelp
 {
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
+    /// What the list holds, for forms.
     Q_PROPERTY(ViewStyles viewStyle READ viewStyle WRITE setViewStyle)
 public:
     /// What the list holds besides the seven basic colours: bits to be combined. Bit 4 of the default 7 means nothing.
@@ -101,14 +102,17 @@ public:
 
     /// The first row with that text.
     int AddColorItem(int index, ColorData data);
+    /// A row before the last one, as AddColorItem(). Its place is -1 with an empty list.
     int AppendColorItem(const QColor &color, const QString &name);
     int AppendColorItem(const ZvCmColor &color);
     int AppendColorItem(const ColorData &data);
+    /// A row of this colour with a text of the caller's, as AddColorItem().
     int insertColorItem(int index, const QString &text, const ZvCmColor &color);
     /// A first row for no colour.
     void SetUseColorNone();
     /// The row that opens the colour dialog.
     void AppendFinish();
+    /// Blank: no row is current.
     void SetNullItem();
 
     /// First plain row of this colour, -1 when there is none.
@@ -147,7 +151,9 @@ Q_SIGNALS:
     void ColorItemChanged(QColor color);
 
 public Q_SLOTS:
+    /// What a change of the current row does: the last row opens the colour dialog, any other is a pick.
     void currentColorIndexChanged(int index);
+    /// Gives the keyboard back to the drawing.
     void on_activated(int index);
 
 protected:

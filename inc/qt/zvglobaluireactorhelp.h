@@ -36,7 +36,7 @@ enum ZvNoticeKind : std::uint64_t {
 struct CZvGlobalUIReactorHelp
 {
     std::uint64_t kind = 0; ///< A ZvNoticeKind.
-    ZvString name;
+    ZvString name; ///< Of the variable or the command; empty for other kinds.
     const ZvDbObject *object = nullptr; ///< Not owned; good during the delivery only.
     const ZvDbDatabase *database = nullptr; ///< Not owned; good during the delivery only.
     bool affectsSelection = false; ///< What the selected entities look like may have changed with the object.
@@ -79,12 +79,14 @@ class ZV_EXPORT SPropertyInfo : public SPickFirstInfo
 {
 public:
     ~SPropertyInfo() override;
+    /// The status becomes kInfoUniform; \a value stays.
     void reset() override;
 
     /// The common value. With mixed entities: the value of the first pair, empty where these two differ.
     T value;
 
 protected:
+    /// \a empty is the value of nothing.
     explicit SPropertyInfo(const T &empty);
 
 private:
@@ -126,6 +128,7 @@ public:
     void merge(const ZvDbEntity *first, const ZvDbEntity *second) override;
 };
 
+/// Layer of the entities.
 class ZV_EXPORT SLayerInfo : public SPropertyInfo<ZvDbObjectId>
 {
 public:

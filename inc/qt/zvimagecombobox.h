@@ -47,6 +47,7 @@ public:
     };
     Q_ENUM(ItemModeEx)
 
+    /// Without rows. Owned by \a parent, which the list belongs to as well.
     explicit ZvImageComboBox(QWidget *parent);
     ~ZvImageComboBox() override;
 
@@ -93,12 +94,12 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
     QPointer<ZvImageVew> m_view; ///< Null once the parent is gone.
-    QHBoxLayout *m_phorizontalLayout;
+    QHBoxLayout *m_phorizontalLayout; ///< Of the whole box.
     QHBoxLayout *m_pItemErea; ///< Where the picture stands.
-    QHBoxLayout *m_pBtnErea;
+    QHBoxLayout *m_pBtnErea; ///< Where the arrow stands.
     float ratio = 0.4f; ///< The graphic's share of a row's width. Rows copy it when they are made.
-    QRect arrowRect;
-    QColor frameColor{205, 205, 205};
+    QRect arrowRect; ///< Of the arrow in the closed box, in pixels.
+    QColor frameColor{205, 205, 205}; ///< Of the closed box; another one under the pointer.
 
 private:
     ZvImageItem *makeItem();

@@ -27,7 +27,8 @@ protected:
 public:
     // Written by the combo.
 
-    ZvImageComboBox::ItemModeEx mode = ZvImageComboBox::kItemShown;
+    ZvImageComboBox::ItemModeEx mode = ZvImageComboBox::kItemShown; ///< What a press on the row does.
+    /// The picture's size in pixels.
     int itemWidth;
     int itemHeight;
     QPixmap pixmap; ///< What was drawn last; transparent before.

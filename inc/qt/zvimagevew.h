@@ -16,6 +16,7 @@ class ZV_EXPORT ZvImageVew : public QDialog
 {
     Q_OBJECT
 public:
+    /// An empty list. Owned by \a parent.
     explicit ZvImageVew(QWidget *parent);
 
     /// Takes \a item as the last row and owns it. Its object name is what a screen reader reads. Null is ignored.

@@ -21,9 +21,9 @@ public:
     ZvLastImageInfoManagerSvr &operator=(const ZvLastImageInfoManagerSvr &) = delete;
 
 protected:
-    ZvArray<ZvSmartPtr<ZvLastImageInfo>> m_infos;
+    ZvArray<ZvSmartPtr<ZvLastImageInfo>> m_infos; ///< The pictures, kept by a reference each.
     ZvRxObjectPtr m_keptObject; ///< Whatever must live as long as the list.
-    pthread_mutex_t m_mutex;
+    pthread_mutex_t m_mutex; ///< Guards the list; who locks when is the kernel's matter.
 };
 
 #endif

@@ -53,6 +53,7 @@ public:
     void drawLineItem(ZvDbObjectId &id, QImage &image, QString &name);
     /// Adds the row "其他..." at the end.
     void addPendingItem();
+    /// Blank: no row is current.
     void SetNullItem();
 
     // ---- value
@@ -61,9 +62,11 @@ public:
     void setCurrentLineType(ZvDbObjectId id);
     /// The current drawing's line type of that row's name; null for an unknown name and out of range.
     ZvDbObjectId getLineType(int index) const;
+    /// The id of the row that is shown, as getLineType(); null for a blank box.
     ZvDbObjectId getCurrentLineType() const;
     /// The row's text; empty out of range.
     QString getLineTypeString(int index) const;
+    /// The name that is shown; empty for a blank box.
     QString getCurrentLineTypeString() const;
 
     /// Shows what the drawing has now. A line type without a row gets one; one without a picture leaves the control
@@ -79,6 +82,7 @@ Q_SIGNALS:
     void lineTypeItemChanged(int index);
 
 public Q_SLOTS:
+    /// What a change of the current row does: the row "其他..." opens the manager, any other is a pick.
     void currentLTypeIndexChanged(int index);
 
 protected:

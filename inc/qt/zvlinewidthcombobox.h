@@ -52,6 +52,7 @@ public:
     void drawLine(QString &&name, ZvDb::LineWeight weight);
     /// Adds another row for the weight of the current one; removes nothing.
     void updateListWidthCurlayout(bool inch);
+    /// Blank: no row is current.
     void SetNullItem();
     /// Samples are drawn this much wider, as a part of their width: 1.0 doubles it. For rows that are added from now
     /// on.
@@ -65,6 +66,7 @@ public:
     ZvDb::LineWeight GetCurrentLineWeight() const;
     /// First row of this weight, -1 when there is none.
     int getLineWidget(ZvDb::LineWeight weight) const;
+    /// The same, under another name that callers use.
     int findItemByLineWeight(ZvDb::LineWeight weight) const;
 
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
@@ -76,6 +78,8 @@ Q_SIGNALS:
     void lineWeightItemChanged(int index);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's weight, and lineWeightItemChanged() is
+    /// emitted.
     void currentWeightIndexChanged(int index);
 
 protected:

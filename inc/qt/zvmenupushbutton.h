@@ -20,6 +20,7 @@ class ZV_EXPORT ZvMenuPushButton : public QPushButton
 {
     Q_OBJECT
 public:
+    /// Without actions. Owned by \a parent.
     explicit ZvMenuPushButton(QWidget *parent = nullptr);
 
     /// Adds \a action at the end of the menu. It stays its owner's; a deleted one leaves the menu. Null is ignored.

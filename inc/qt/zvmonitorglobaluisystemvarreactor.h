@@ -64,15 +64,20 @@ public:
 
     void commandWillStart(const ZvString &name) override;
     void commandEnded(const ZvString &name) override;
+    /// Raises nothing; system variables and objects are told of again.
     void commandCancelled(const ZvString &name) override;
     void sysVarChanged(const ZvString &name, bool success) override;
     void pickfirstModified() override;
+    /// Raises kNoticeLayoutSwitched, without the name.
     void layoutSwitched(const ZvString &layoutName) override;
 
     void documentCreated(ZvApDocument *document) override;
     void documentToBeDestroyed(ZvApDocument *document) override;
+    /// Nothing.
     void documentDestroyed(const ZvString &fileName) override;
+    /// Raises kNoticeDocumentCurrent.
     void documentBecameCurrent(ZvApDocument *document) override;
+    /// Nothing.
     void documentToBeActivated(ZvApDocument *document) override;
 
     void objectAppended(const ZvDbDatabase *database, const ZvDbObject *object) override;

@@ -52,24 +52,34 @@ public:
     /// The value of a property; which member counts depends on the property.
     struct EntityValue
     {
-        ZvCmColor color;
+        ZvCmColor color; ///< For kColor.
+        /// For kLineWeight, in hundredths of a millimetre; the negative values refer.
         ZvDb::LineWeight lineWeight = ZvDb::kLnWt000;
-        ZvDbObjectId objectId;
-        ZvString name;
+        ZvDbObjectId objectId; ///< Of a record: valid, it comes before the name.
+        ZvString name; ///< Of a record.
     };
 
+    /// The colour: by layer, by block, an index or a true colour.
     static void setCeColor(const ZvCmColor &color);
+    /// The line weight: hundredths of a millimetre, or -1 by layer, -2 by block, -3 the default.
     static void setCeWeight(ZvDb::LineWeight weight);
 
     // By id or by name: a valid id comes first. An unknown name writes nothing. With a selection, line type, layer,
     // material and plot style go by the name alone, and an empty name writes nothing.
 
+    /// The line type \a id or, where that is not valid, the one of that name; with a selection by name alone.
     static void setCeLType(const ZvDbObjectId &id, const ZvString &name);
+    /// The material \a id or, where that is not valid, the one of that name; with a selection by name alone.
     static void setCMaterial(const ZvDbObjectId &id, const ZvString &name);
+    /// The dimension style \a id or, where that is not valid, the one of that name.
     static void setCDimStyle(const ZvDbObjectId &id, const ZvString &name);
+    /// The text style \a id or, where that is not valid, the one of that name.
     static void setCTextStyle(const ZvDbObjectId &id, const ZvString &name);
+    /// The plot style of that name, with a selection or without; \a id does not count.
     static void setCPlotStyle(const ZvDbObjectId &id, const ZvString &name);
+    /// The table style \a id or, where that is not valid, the one of that name.
     static void setCTableStyle(const ZvDbObjectId &id, const ZvString &name);
+    /// The multileader style \a id or, where that is not valid, the one of that name.
     static void setCMLeaderStyle(const ZvDbObjectId &id, const ZvString &name);
 
     /// False when the request was refused: for an unknown or erased layer, and, with a message, for a frozen layer and
@@ -122,6 +132,7 @@ public:
     /// Name of the pick-first set of the current document in two words; they are zero, and the result is false, where
     /// there is none.
     static bool pickFirstSS(long *selectionName);
+    /// Whether the pick-first set of the current document has a member.
     static bool hasSelected();
     /// The shared scan: brings the summaries up to date, reading each selected entity at most once. Null entries are
     /// passed over. Callers reset the summaries before.
@@ -132,19 +143,30 @@ public:
     // One property of the selection. The result is a ZvGlobalUIReactorHelp::PickFirstStatus; the value is the common one,
     // empty without document or selection. Names are compared with case.
 
+    /// The selection's colour, by layer and by block not resolved; a PickFirstStatus.
     static int getPickFirstEntitiesColor(ZvCmColor &color);
+    /// The selection's layer; a PickFirstStatus.
     static int getPickFirstEntitiesLayer(ZvDbObjectId &layer);
+    /// Name of the selection's line type; a PickFirstStatus.
     static int getPickFirstEntitiesLType(ZvString &name);
+    /// The selection's line weight in hundredths of a millimetre, or a negative value, by layer not resolved; -1 without
+    /// a value. A PickFirstStatus.
     static int getPickFirstEntitiesLWeight(ZvDb::LineWeight &weight);
+    /// Name of the selection's material; a PickFirstStatus.
     static int getPickFirstEntitiesMaterial(ZvString &name);
+    /// Name of the selection's plot style; a PickFirstStatus.
     static int getPickFirstEntitiesCPlotStyle(ZvString &name);
 
     // Unlike the summaries, these pass over entities of other kinds: a table and a line have the table's style. With no
     // entity that fits the result is 2 and the id null. Text styles are those of texts and multiline texts.
 
+    /// Style of the selected tables, others passed over; a PickFirstStatus.
     static int getPickFirstTablesStyle(ZvDbObjectId &style);
+    /// Style of the selected dimensions, others passed over; a PickFirstStatus.
     static int getPickFirstDimsStyle(ZvDbObjectId &style);
+    /// Style of the selected texts and multiline texts, others passed over; a PickFirstStatus.
     static int getPickFirstTextsStyle(ZvDbObjectId &style);
+    /// Style of the selected multileaders, others passed over; a PickFirstStatus.
     static int getPickFirstMLeadersStyle(ZvDbObjectId &style);
 
     // ---- writing to entities -------------------------------------------------------------------------
@@ -163,26 +185,29 @@ public:
     // The arrays are emptied first. A null database is the current one; without any, arrays stay empty and ids null.
     // Rows keep the drawing's order unless said otherwise, and hold plain values.
 
+    /// A layer as a control shows it.
     struct SigleLayerData
     {
         ZvString name; ///< Empty where the record could not be opened.
-        ZvCmColor color;
-        bool isFrozen = false;
-        bool isHidden = false;
-        bool isOff = false;
-        bool isLocked = false;
+        ZvCmColor color; ///< Of the layer, whether it is on or off.
+        bool isFrozen = false; ///< Not shown, and left out of the work of the drawing.
+        bool isHidden = false; ///< A helper layer, which lists leave out.
+        bool isOff = false; ///< Not shown.
+        bool isLocked = false; ///< Its entities cannot be changed.
     };
 
+    /// A style, by name and record.
     struct ZvsiStyleInfoItem
     {
-        ZvString name;
-        ZvDbObjectId objectId;
+        ZvString name; ///< What the user sees.
+        ZvDbObjectId objectId; ///< Its record.
     };
 
+    /// A named view.
     struct ZvsiViewInfoItem
     {
-        ZvString name;
-        ZvDbObjectId objectId;
+        ZvString name; ///< What the user sees.
+        ZvDbObjectId objectId; ///< Its record.
     };
 
     /// Rows of getUcses().
@@ -199,40 +224,46 @@ public:
         kUcsPrevious = 9,
     };
 
+    /// A coordinate system to choose from.
     struct ZvsiUcsInfoItem
     {
         ZvString name; ///< What the user sees.
         ZvDbObjectId objectId; ///< Null unless the row is a stored one.
-        int type = kUcsUnnamed;
+        int type = kUcsUnnamed; ///< A UcsItemType.
     };
 
+    /// A text style.
     struct ZvsiTextStyleInfoItem
     {
-        ZvString name;
-        ZvDbObjectId objectId;
-        bool isAnnotative = false;
-        bool isMatchOrientation = false;
+        ZvString name; ///< What the user sees.
+        ZvDbObjectId objectId; ///< Its record.
+        bool isAnnotative = false; ///< By getAnnotationAndMatch().
+        bool isMatchOrientation = false; ///< By getAnnotationAndMatch().
         double textSize = 0.0; ///< Drawing units, 0 when it is asked for.
-        double xScale = 0.0;
+        double xScale = 0.0; ///< Width of a character as a part of its natural width.
         double obliquingAngle = 0.0; ///< Radians.
         bool firstFlag = false; ///< The host service's first answer on the record; stored only.
         bool secondFlag = false; ///< Its second answer.
-        bool isVertical = false;
+        bool isVertical = false; ///< Written downwards.
     };
 
     /// Layers but those with "*" in their names, sorted by name. The null database is that of the current document.
     static void getLayerInfos(ZvArray<SigleLayerData> &layers, ZvDbDatabase *database);
+    /// The record's state; a row without a name where it cannot be opened.
     static SigleLayerData getLayInfo(ZvDbObjectId id);
     /// Finds every layer of the current drawing, those with "*" in their names too.
     static SigleLayerData getLayInfo(const ZvString &name);
     /// Order of names, with case.
     static bool compareLayerInfo(SigleLayerData &a, SigleLayerData &b);
+    /// Order of names, with case.
     static bool compareTextStyleInfo(ZvsiTextStyleInfoItem &a, ZvsiTextStyleInfoItem &b);
     /// The first of each name, those of external references too. In table order, or \a sorted by name.
     static void getTextStyleTableRecords(ZvArray<ZvsiTextStyleInfoItem> &styles, ZvDbDatabase *database, bool sorted);
     /// The first of each name, without those of external references.
     static void getDimStyleTableRecords(ZvArray<ZvsiStyleInfoItem> &styles, ZvDbDatabase *database);
+    /// Those of the drawing's dictionary.
     static void getMleaderStyleTableRecords(ZvArray<ZvsiStyleInfoItem> &styles, ZvDbDatabase *database);
+    /// Those of the drawing's dictionary.
     static void getTableStyleTableRecords(ZvArray<ZvsiStyleInfoItem> &styles, ZvDbDatabase *database);
     /// Names of the cell styles, the predefined ones translated, in falling order, case ignored.
     static void getTableCellStyleNames(ZvArray<ZvString> &names, const ZvDbObjectId &tableStyle);
@@ -242,6 +273,7 @@ public:
     static void getHatchNames(ZvArray<ZvString> &names, ZvDbDatabase *database);
     /// Two parallel arrays.
     static void getMaterials(ZvArray<ZvString> &names, ZvArray<ZvDbObjectId> &ids, ZvDbDatabase *database);
+    /// Entries of the drawing's plot style dictionary.
     static void getPlotStyleNames(ZvArray<ZvString> &names, ZvDbDatabase *database);
     /// The unnamed current one where it is such, world, previous where there is one, the six sides, then the stored ones.
     /// \throws ZvError_NotThatKindOfClass for a current viewport without viewport data.
@@ -253,18 +285,26 @@ public:
 
     // By name, case ignored; the null id for an empty or unknown name.
 
+    /// The text style of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findTextStyleTableRecordByName(const ZvString &name, ZvDbDatabase *database);
     /// An unknown name gives the last style of the table.
     static ZvDbObjectId findDimStyleTableRecordByName(const ZvString &name, ZvDbDatabase *database);
+    /// The multileader style of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findMleaderStyleTableRecordByName(const ZvString &name, ZvDbDatabase *database);
+    /// The table style of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findTableStyleTableRecordByName(const ZvString &name, ZvDbDatabase *database);
+    /// The line type of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findLineStyleTableRecordByName(const ZvString &name, ZvDbDatabase *database);
+    /// The material of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findMaterialByName(const ZvString &name, ZvDbDatabase *database);
+    /// The layer of that name; the null id for an empty or unknown one.
     static ZvDbObjectId findLayerTableRecordByName(const ZvString &name, ZvDbDatabase *database);
 
     // By id; empty for an id that is not valid or not in the dictionary.
 
+    /// Name of a multileader style.
     static ZvString findMleaderStyleTableRecordById(const ZvDbObjectId &id, ZvDbDatabase *database);
+    /// Name of a table style.
     static ZvString findTableStyleTableRecordById(const ZvDbObjectId &id, ZvDbDatabase *database);
 
     // ---- line type pictures --------------------------------------------------------------------------

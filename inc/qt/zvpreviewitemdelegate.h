@@ -14,6 +14,7 @@ class ZV_EXPORT ZvPreviewItemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 public:
+    /// For \a view, which owns it.
     explicit ZvPreviewItemDelegate(ZvQtLinetypeTableView *view);
     ~ZvPreviewItemDelegate() override;
 

@@ -45,11 +45,13 @@ public:
     void setLineStyle(int width, int style, unsigned color, short cap, short join) override;
     /// Not supported: the arguments are ignored. True.
     bool customPenStyle(double *dashes, int count) override;
+    /// \a color packed; see canvas_brushStyle_To_Qt_brushStyle() for \a pattern.
     void setFillStyle(Hatch_Pattern pattern, unsigned color) override;
     /// Takes effect at the next setLineStyle().
     void setPenWidthAdapt(PenWidthAdapt adapt) override;
     /// 1 exclusive or, 2 difference, anything else plain. The mode before.
     short setRop(short mode) override;
+    /// From the canvas's coordinates to the painter's device.
     void setMatrix(const ZvGeMatrix2d &matrix) override;
     /// With \a post, \a matrix is applied before the one at hand, otherwise after it.
     void mutiMatrix(const ZvGeMatrix2d &matrix, bool post) override;
@@ -59,6 +61,7 @@ public:
 
     // drawing
 
+    /// A line with the pen at hand.
     void drawLine(const ZvGePoint2d &from, const ZvGePoint2d &to) override;
     /// Fewer than two points draw nothing. A closed one has the painter's standard cap and join, not those set here,
     /// and of two points is a line there and back.
@@ -66,15 +69,16 @@ public:
     /// A path of points of \a coordinates, x and y alternating. \a operations holds operation codes and, in words whose
     /// top four bits are 0, the points that these take, by number:
     ///
-    /// | code       | points |                                                                                      |
-    /// |------------|--------|--------------------------------------------------------------------------------------|
-    /// | 0x80000000 | 1      | begins a figure; what a stream without a code at its start does                       |
-    /// | 0x10000000 | 1      | line                                                                                 |
-    /// | 0x20000000 | 2      | circular arc by a point on it and its end; to its own start: the full circle on the
-    /// diameter from there to the first point | | 0x30000000 | 3      | cubic curve | | 0x40000000 | 2      | quadratic
-    /// curve                                                                      | | 0x90000000 | 0      | closes the
-    /// figure                                                                    |
+    /// | code       | points |                                                                          |
+    /// |------------|--------|--------------------------------------------------------------------------|
+    /// | 0x80000000 | 1      | begins a figure; what a stream without a code at its start does          |
+    /// | 0x10000000 | 1      | line                                                                     |
+    /// | 0x20000000 | 2      | circular arc by a point on it and its end                                |
+    /// | 0x30000000 | 3      | cubic curve                                                              |
+    /// | 0x40000000 | 2      | quadratic curve                                                          |
+    /// | 0x90000000 | 0      | closes the figure                                                        |
     ///
+    /// An arc to its own start is the full circle on the diameter from there to the first point.
     /// A code holds for all points up to the next one. \a mode is a set of bits, done in this order: 1 strokes the path
     /// with the painter's pen, 2 fills it by the odd-even rule, 4 by the winding rule.
     ///
@@ -95,16 +99,27 @@ public:
 
     // The drawing side sends none of these. They do nothing, and no text has an extent.
 
+    /// Does nothing.
     void setTextAlign(unsigned align) override;
+    /// Does nothing.
     void drawText(const ZvGePoint2d &at, const ZvString &text, double height, double angle) override;
+    /// Empty extents, whatever the text.
     ZvGeExtents2d measureText(const ZvString &text, double height) override;
+    /// Does nothing.
     void drawRay(const ZvGePoint2d &from, const ZvGePoint2d &to) override;
+    /// Does nothing.
     void drawXLine(const ZvGePoint2d &from, const ZvGePoint2d &to) override;
+    /// Does nothing.
     void drawCircle(const ZvGePoint2d &center, double radius) override;
+    /// Does nothing.
     void drawArc(const ZvGePoint2d &center, double radius, double start, double end) override;
+    /// Does nothing.
     void drawPng(const ZvGePoint2d &at, const ZvGeVector2d &size, const ZvUtf8String &file) override;
+    /// Does nothing.
     void drawShape(const ZvGePoint2d &at, const ZvShape *shape, const double &scale, const double &angle) override;
+    /// Does nothing.
     void attachBitmap(unsigned *bits, int width, int height, int stride) override;
+    /// Does nothing.
     void deattachBitmap() override;
 
     // the painter's side
@@ -113,6 +128,7 @@ public:
     void attachPainter(QPainter *painter);
     /// \a point on the device.
     QPointF pointToQt(const ZvGePoint2d &point) const;
+    /// The same as the kernel's point.
     ZvGePoint2d pointToQt2(const ZvGePoint2d &point) const;
     /// Sets the pen, or otherwise the brush, on the painter.
     void updadeProperty(bool pen);

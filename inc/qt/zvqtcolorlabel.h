@@ -15,8 +15,10 @@ class ZV_EXPORT ZvQtColorLabel : public QLabel
     /// For forms; invalid while no colour was set.
     Q_PROPERTY(QColor color READ shownColor WRITE showColor)
 public:
+    /// Empty until a colour is set. Owned by \a parent.
     explicit ZvQtColorLabel(QWidget *parent = nullptr);
 
+    /// Shows \a color, which is only read.
     void SetColor(QColor &color);
     /// \a color is a QRgb.
     void SetColor(unsigned color);

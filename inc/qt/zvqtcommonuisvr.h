@@ -17,7 +17,7 @@ struct ZvUiPendingUpdate
     /// The property: 0 colour, 1 line weight, 2 line type, 3 layer, 4 material, 5 dimension style, 6 text style,
     /// 7 table style, 8 multileader style, 9 plot style.
     std::int32_t kind = 0;
-    ZvCmColor color;
+    ZvCmColor color; ///< The colour, where \a kind is 0.
     std::int64_t firstWord = 0; ///< The line weight, in hundredths of a millimetre or below zero.
     std::uint64_t secondWord = 0; ///< The object id.
     ZvString name; ///< The record's name, used where the id is null.
@@ -43,6 +43,7 @@ public:
     /// \throws ZvError_NotThatKindOfClass where what was made is no ZvUiDialogBase, a fault of the build.
     ZvUiDialogBasePtr createDialog(const ZvString &name, void *parentHandle) override;
 
+    /// Puts a copy in place of the request that was there.
     void setPendingUpdate(const ZvUiPendingUpdate &update) { m_pendingUpdate = update; }
     /// In place; never null.
     ZvUiPendingUpdate *pendingUpdate() { return &m_pendingUpdate; }

@@ -19,6 +19,7 @@ public:
     enum { kKey = 1 };
 
     ~ZvQtHelpService() override;
+    /// The user asks for the help of the dialog at hand.
     virtual void showHelp() = 0;
 };
 

@@ -31,8 +31,10 @@ class ZV_EXPORT ZvQtImageWidget : public QWidget
 {
     Q_OBJECT
 public:
+    /// The entities: an array that is shared, with a reference to each.
     using Entities = ZvArrayEx<ZvSmartPtr<ZvDbEntity>, ZvObjectsAllocator<ZvSmartPtr<ZvDbEntity>>>;
 
+    /// Shows nothing until attachDbEntities(). Owned by \a parent.
     explicit ZvQtImageWidget(QWidget *parent);
     ~ZvQtImageWidget() override;
 

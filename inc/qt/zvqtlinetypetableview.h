@@ -27,8 +27,8 @@ class QStandardItemModel;
 struct LtypeData
 {
     int idx = -1; ///< As the bag tells it.
-    QString name;
-    QString comments;
+    QString name; ///< Of the line type, as the bag tells it.
+    QString comments; ///< Its description.
     int xref = 0; ///< 1 for a line type of an external reference.
     ZvDbObjectId ltypeId; ///< The record in the drawing.
 };
@@ -56,6 +56,7 @@ class ZV_EXPORT ZvQtLinetypeTableView : public QTableView, public CZvQtControlHe
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// The columns of both models, from the left.
     enum Column { kNameColumn, kPictureColumn, kCommentsColumn, kColumnCount };
     /// What the constructor's mode may be; any other value is like kPlain, but lists dependent line types.
     enum Mode {
@@ -63,6 +64,7 @@ public:
         kInteractive = 1, ///< Clicks, moves and context menus at work; line types of external references have pictures.
     };
 
+    /// \a mode is one of Mode. Owned by \a parent.
     ZvQtLinetypeTableView(int mode, QWidget *parent);
     /// What a form makes: interactive.
     explicit ZvQtLinetypeTableView(QWidget *parent) : ZvQtLinetypeTableView(kInteractive, parent) { }
@@ -85,7 +87,9 @@ public:
     void loadLtypeData(ZvJsonPtr bag);
     /// The current row. False without one, and with a message after a press in the blank space.
     bool getLtypeData(int &idx, QString &name, ZvDbObjectId &id);
+    /// The record of a row by its model index; one with an idx of -1 for an index that is none.
     LtypeData getLtypeDataByModelIdx(const QModelIndex &index) const;
+    /// The record of the current row; one with an idx of -1 without one.
     LtypeData getCurrLtypeData() const;
     /// The selected rows, in order of selection.
     QList<LtypeData> getCurrLtypeDatas() const;
@@ -93,6 +97,7 @@ public:
     void setCurrSelLtypeName(QString name);
     /// Renames the current row, its record and picture too unless \a textOnly. The drawing is left alone.
     void setCurrLtypeName(bool textOnly, QString name);
+    /// The same for the row of a model index; nothing for one that is none.
     void setLtypeNameByModelIdx(const QModelIndex &index, bool textOnly, QString name);
     /// Changes the description of the current row: what is shown or what is kept, never both.
     void setCurrLtypeComments(bool textOnly, QString comments);
@@ -123,8 +128,11 @@ Q_SIGNALS:
     bool ltypeRename(QString &ltypeName, const QModelIndex &index);
 
 public Q_SLOTS:
+    /// Passes a click on, with the model index.
     void onTableViewClicked(const QModelIndex &index);
+    /// Passes a double click on.
     void onTableViewDoubleClicked(const QModelIndex &index);
+    /// Passes a change of the current row on, with an index of the sorted table.
     void onCurrentRowChanged(const QModelIndex &current, const QModelIndex &previous);
 
 protected:

@@ -17,7 +17,7 @@ class ZV_EXPORT ZvQtPlotService : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvQtPlotService)
 public:
-    static constexpr const wchar_t *kKey = L"Utils/PlotUtility";
+    static constexpr const wchar_t *kKey = L"Utils/PlotUtility"; ///< The service's key.
 
     ~ZvQtPlotService() override;
     /// The shade plot modes for \a database, which is null for a document without a drawing: an array, of whose

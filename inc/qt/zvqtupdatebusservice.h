@@ -22,6 +22,8 @@ public:
     enum { kKey = 14 };
 
     ~ZvQtUpdateBusService() override;
+    /// To be passed on to the bus; see ZvMonitorGlobalUISystemVarReactor::addUpdateUIReceiver(). \a receiver is not
+    /// null.
     virtual void addReceiver(CZvQtControlHelp *receiver) = 0;
     virtual void removeReceiver(CZvQtControlHelp *receiver) = 0;
 };

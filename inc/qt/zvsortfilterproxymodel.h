@@ -12,6 +12,7 @@ class ZV_EXPORT ZvSortFilterProxyModel : public QSortFilterProxyModel
 {
     Q_OBJECT
 public:
+    /// Without a source model. Owned by \a parent.
     explicit ZvSortFilterProxyModel(QObject *parent = nullptr);
     ~ZvSortFilterProxyModel() override;
 

@@ -12,6 +12,7 @@ class ZV_EXPORT ZvTextEdit : public QTextEdit
 {
     Q_OBJECT
 public:
+    /// An empty box. Owned by \a parent.
     explicit ZvTextEdit(QWidget *parent = nullptr);
 
 public Q_SLOTS:

@@ -17,7 +17,7 @@
 class ZV_EXPORT ZvUnitLineEdit : public QLineEdit
 {
     Q_OBJECT
-    // The value, where the base class has what stands in the field.
+    /// The value, where the base class has what stands in the field.
     Q_PROPERTY(QString text READ text WRITE setText)
 public:
     /// The numbers are the host's. All but the first are shown alike.
@@ -29,6 +29,7 @@ public:
     };
     Q_ENUM(EngineeringUnits)
 
+    /// An empty field. Owned by \a parent.
     explicit ZvUnitLineEdit(QWidget *parent = nullptr);
     /// \a value as by setText().
     explicit ZvUnitLineEdit(const QString &value, QWidget *parent = nullptr);
@@ -53,7 +54,7 @@ protected:
     /// whether the text is a number or not.
     void focusOutEvent(QFocusEvent *event) override;
 
-    QString m_value;
+    QString m_value; ///< The value as last set.
     std::int32_t m_reservedFirst = 0; ///< The host's; not read here.
     EngineeringUnits m_units = kUnitAsGiven; ///< The current unit.
     std::int32_t m_reservedSecond = 0; ///< The host's; not read here.

@@ -17,11 +17,11 @@ public:
     ZvUpdateUiEvent(const CZvGlobalUIReactorHelp &notice, QEvent::Type type);
     ~ZvUpdateUiEvent() override;
 
-    std::uint64_t kind;
-    ZvString name;
-    const ZvDbObject *object;
-    const ZvDbDatabase *database;
-    bool affectsSelection;
+    std::uint64_t kind; ///< A ZvNoticeKind.
+    ZvString name; ///< Of the variable or the command; empty for other kinds.
+    const ZvDbObject *object; ///< May be gone: to be compared, not to be followed.
+    const ZvDbDatabase *database; ///< The same.
+    bool affectsSelection; ///< What the selected entities look like may have changed with the object.
 };
 
 #endif

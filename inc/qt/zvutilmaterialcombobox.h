@@ -23,7 +23,9 @@ public:
     ZvUtilsMaterialComboBox(bool hook, QWidget *parent);
     ~ZvUtilsMaterialComboBox() override;
 
+    /// Fills the list; signals are not blocked.
     void init();
+    /// The name that is shown; empty for a blank box.
     QString getCurrentMaterialName() const;
     /// Null when nothing is shown and where the drawing has no such material.
     ZvDbObjectId getCurrentMaterialId();
@@ -31,9 +33,11 @@ public:
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a material.
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's name, and itemChanged() is emitted.
     void curIndexChanged(int index);
 
 private:

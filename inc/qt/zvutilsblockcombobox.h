@@ -22,13 +22,16 @@ public:
     explicit ZvUtilsBlockComboBox(QWidget *parent) : ZvUtilsBlockComboBox(parent, false) { }
     ~ZvUtilsBlockComboBox() override;
 
+    /// Fills the list anew.
     void init();
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
 
 Q_SIGNALS:
+    /// Another row is current.
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: itemChanged().
     void curIndexChanged(int index);
 
 private:

@@ -16,18 +16,22 @@ class ZV_EXPORT ZvUtilsBlockUnitComboBox : public QComboBox, public CZvQtControl
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// Not hooked. Owned by \a parent.
     explicit ZvUtilsBlockUnitComboBox(QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsBlockUnitComboBox(bool hook, QWidget *parent);
     ~ZvUtilsBlockUnitComboBox() override;
 
+    /// Done by the constructors, once: a second call doubles the rows.
     void init();
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
 
 Q_SIGNALS:
+    /// Another row is current.
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: itemChanged().
     void curIndexChanged(int index);
 };
 

@@ -25,6 +25,7 @@ public:
 
     /// Fills the list; signals are not blocked.
     void init();
+    /// The name that is shown; empty for a blank box.
     QString getCurrentStyleName() const;
     /// Null when nothing is shown; the last style of the table where the drawing has none of
     /// that name.
@@ -33,9 +34,11 @@ public:
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a style.
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's name, and itemChanged() is emitted.
     void curIndexChanged(int index);
 
 private:

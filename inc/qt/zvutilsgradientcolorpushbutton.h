@@ -14,7 +14,7 @@
 class ZV_EXPORT ZvUtilsGradientColorPushButton : public ZvUtilsIconPushButton
 {
     Q_OBJECT
-    // The members below, for forms: setting one of these repaints the button.
+    /// The members below, for forms: setting one of these repaints the button.
     Q_PROPERTY(QColor firstColor MEMBER m_firstColor NOTIFY appearanceChanged)
     Q_PROPERTY(QColor secondColor MEMBER m_secondColor NOTIFY appearanceChanged)
     Q_PROPERTY(bool centered MEMBER m_centered NOTIFY appearanceChanged)
@@ -24,9 +24,10 @@ class ZV_EXPORT ZvUtilsGradientColorPushButton : public ZvUtilsIconPushButton
     Q_PROPERTY(int pattern MEMBER m_pattern NOTIFY appearanceChanged)
     Q_PROPERTY(bool selected MEMBER m_selected NOTIFY appearanceChanged)
 public:
+    /// Owned by \a parent.
     explicit ZvUtilsGradientColorPushButton(QWidget *parent = nullptr);
 
-    QColor m_firstColor = QColor(0, 0, 255);
+    QColor m_firstColor = QColor(0, 0, 255); ///< The first colour, or the only one.
     /// Counts with m_twoColors only.
     QColor m_secondColor = QColor(255, 255, 0);
     /// The gradient lies in the middle instead of to one side.

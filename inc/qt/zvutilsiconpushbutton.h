@@ -15,7 +15,7 @@
 class ZV_EXPORT ZvUtilsIconPushButton : public QPushButton
 {
     Q_OBJECT
-    // What the constructor tells, for forms.
+    /// What the constructor tells, for forms.
     Q_PROPERTY(QString imagePaths MEMBER m_imagePaths NOTIFY appearanceChanged)
     Q_PROPERTY(QString stateNames MEMBER m_stateNames NOTIFY appearanceChanged)
     Q_PROPERTY(bool framed MEMBER m_framed NOTIFY appearanceChanged)

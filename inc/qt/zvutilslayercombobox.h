@@ -31,18 +31,26 @@ public:
     explicit ZvUtilsLayerComboBox(QWidget *parent) : ZvUtilsLayerComboBox(kPlain, parent) { }
     ~ZvUtilsLayerComboBox() override;
 
+    /// Fills the list anew; signals are not blocked.
     void init();
+    /// The same, under another name that callers use.
     void onInit();
+    /// The row's text; empty out of range.
     QString getLayerName(int index);
+    /// The name that is shown; empty for a blank box.
     QString getCurrentLayerName();
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked the row \a index.
     void layerItemChanged(int index);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's layer unless in mode 1, and
+    /// layerItemChanged() is emitted.
     void curIndexChanged(int index);
+    /// Takes a pick of a frozen layer back, unless something is selected.
     void activatedIndexChanged(int index);
 
 private:

@@ -23,6 +23,7 @@ public:
     ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *parent);
     ~ZvUtilsPlotStyleNameComboBox() override;
 
+    /// Fills the list; signals are not blocked.
     void init();
     /// As it is shown.
     QString getCurrentPlotStyleName() const;
@@ -30,9 +31,12 @@ public:
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a plot style, named as it is shown.
     void plotStyleTableItemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's name, and plotStyleTableItemChanged()
+    /// is emitted.
     void curIndexChanged(int index);
 
 private:

@@ -15,12 +15,15 @@ class ZV_EXPORT ZvUtilsPlotStyleTableComboBox : public QComboBox, public CZvQtCo
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// Not hooked. Owned by \a parent.
     explicit ZvUtilsPlotStyleTableComboBox(QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsPlotStyleTableComboBox(bool hook, QWidget *parent);
     ~ZvUtilsPlotStyleTableComboBox() override;
 
+    /// Fills the list anew: files of colours or of names, by the variable "PSTYLEMODE".
     void init();
+    /// The name that is shown; empty for a blank box.
     QString getCurrentPlotStyleName() const;
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
 
@@ -29,6 +32,7 @@ Q_SIGNALS:
     void plotStyleTableItemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: plotStyleTableItemChanged(), while signals are blocked.
     void curIndexChanged(int index);
 };
 

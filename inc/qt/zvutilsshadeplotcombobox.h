@@ -15,6 +15,7 @@ class ZV_EXPORT ZvUtilsShadePlotComboBox : public QComboBox, public CZvQtControl
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// Not hooked. Owned by \a parent.
     explicit ZvUtilsShadePlotComboBox(QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing; the list is then filled anew each
     /// time it opens.
@@ -23,14 +24,17 @@ public:
 
     /// \throws ZvError_NotThatKindOfClass where the key of the service holds something else.
     void init();
+    /// The text that is shown; empty for a blank box.
     QString getCurrentName() const;
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
     void showPopup() override;
 
 Q_SIGNALS:
+    /// Another row is current.
     void ItemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: ItemChanged().
     void curIndexChanged(int index);
 };
 

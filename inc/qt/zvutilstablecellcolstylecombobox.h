@@ -14,6 +14,7 @@ class ZV_EXPORT ZvUtilsTableCellColStyleComboBox : public QComboBox, public CZvQ
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// Not hooked. Owned by \a parent.
     ZvUtilsTableCellColStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsTableCellColStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
@@ -30,6 +31,7 @@ Q_SIGNALS:
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: the signal above, while signals are blocked.
     void curIndexChanged(int index);
 };
 

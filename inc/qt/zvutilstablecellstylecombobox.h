@@ -15,6 +15,7 @@ class ZV_EXPORT ZvUtilsTableCellStyleComboBox : public QComboBox, public CZvQtCo
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// Not hooked. Owned by \a parent.
     ZvUtilsTableCellStyleComboBox(const ZvDbObjectId &tableStyle, QWidget *parent);
     /// \a hook puts it on the update bus, where it hears nothing.
     ZvUtilsTableCellStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent);
@@ -31,6 +32,7 @@ Q_SIGNALS:
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: the signal above, while signals are blocked.
     void curIndexChanged(int index);
 };
 

@@ -25,6 +25,7 @@ public:
 
     /// Fills the list; signals are not blocked.
     void init();
+    /// The name that is shown; empty for a blank box.
     QString getCurrentStyleName() const;
     /// Null when nothing is shown and where the drawing has no such style.
     ZvDbObjectId getCurrentStyleId() const;
@@ -32,9 +33,12 @@ public:
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a style.
     void styleItemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's name, and styleItemChanged() is
+    /// emitted.
     void curIndexChanged(int index);
 
 private:

@@ -41,6 +41,7 @@ public:
     int findItemByTextStyle(const QString &name);
     /// The record of a row, -1 for the current one. False for a row without one and out of range.
     bool getTextStyleInfo(ZevaUISetting::ZvsiTextStyleInfoItem &item, int index);
+    /// The name that is shown; empty for a blank box.
     QString getCurrentTextStyleName() const;
     /// Null when nothing is shown and where the drawing has no such style.
     ZvDbObjectId getCurrentTextStyleId() const;
@@ -48,9 +49,12 @@ public:
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a style.
     void textStyleTableItemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control writes the row's name, and textStyleTableItemChanged()
+    /// is emitted.
     void curIndexChanged(int index);
 
 private:

@@ -28,6 +28,7 @@ public:
     ZvUtilsUcsComboBox(bool hook, QWidget *parent);
     ~ZvUtilsUcsComboBox() override;
 
+    /// Fills the list and shows the system in force.
     void init();
     /// Done by the constructors, once.
     void initIcons();
@@ -36,14 +37,18 @@ public:
     int reload(ZvArray<ZevaUISetting::ZvsiUcsInfoItem> &items, ZvString &currentName);
     /// Switches to the row shown, of the given type. Always true.
     bool selectItem(int type);
+    /// The text that is shown; empty for a blank box.
     QString getCurrentName() const;
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
     void showPopup() override;
 
 Q_SIGNALS:
+    /// The user picked a row.
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a change of the current row does: a hooked control switches to the row's system, and itemChanged() is
+    /// emitted.
     void curIndexChanged(int index);
 
 private:

@@ -17,6 +17,7 @@ class ZV_EXPORT ZvUtilsViewComboBox : public QComboBox, public CZvQtControlHelp
     Q_OBJECT
     Q_INTERFACES(CZvQtControlHelp)
 public:
+    /// What a row does.
     enum Code : int {
         kCurrent = 0, ///< Sends nothing.
         kTop = 1,
@@ -38,11 +39,13 @@ public:
     ZvUtilsViewComboBox(bool hook, QWidget *parent);
     ~ZvUtilsViewComboBox() override;
 
+    /// Fills the list: the presets, the drawing's named views, and the view manager.
     void init();
     /// Sends the macro of a preset view or of the view manager; false for the other codes, which have none.
     bool setPredefinedView(int code);
     /// Sends the macro that restores a named view. The name stands in it as it is, without quotes. Always true.
     bool setCustomDefinedView(const ZvString &name);
+    /// The text that is shown; empty for a blank box.
     QString getCurrentName() const;
     void acceptUpdateUI(const CZvGlobalUIReactorHelp &notice) override;
     void showPopup() override;
@@ -52,6 +55,7 @@ Q_SIGNALS:
     void itemChanged(const QString &name);
 
 public Q_SLOTS:
+    /// What a pick does, the same row picked again included: sends the row's macro and emits itemChanged().
     void activateIndex(int index);
 };
 

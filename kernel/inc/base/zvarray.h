@@ -16,15 +16,20 @@
 template<class T>
 struct ZvObjectsAllocator
 {
+    /// Room for \a count elements, not constructed.
     static T *allocate(int count) { return static_cast<T *>(::operator new(sizeof(T) * std::size_t(count))); }
+    /// Gives back room that allocate() gave.
     static void free(T *memory) { ::operator delete(memory); }
+    /// Makes an element at this place, value-initialised or as a copy.
     static void construct(T *at) { new (static_cast<void *>(at)) T(); }
     static void construct(T *at, const T &value) { new (static_cast<void *>(at)) T(value); }
+    /// Moves an element into a place without one; \a from is destroyed.
     static void move(T *to, T *from)
     {
         new (static_cast<void *>(to)) T(std::move(*from));
         from->~T();
     }
+    /// Ends an element's life; the room stays.
     static void destroy(T *at) { at->~T(); }
 };
 
@@ -34,13 +39,18 @@ template<class T, class A = ZvObjectsAllocator<T>>
 class ZvArray
 {
 public:
+    /// The type of an element.
     typedef T value_type;
+    /// Runs over the elements; good until the array grows.
     typedef T *iterator;
+    /// The same for reading.
     typedef const T *const_iterator;
 
+    /// Empty with room for \a physicalLength elements. The room grows by \a growLength at least, or by half.
     explicit ZvArray(int physicalLength = 0, int growLength = 8) : m_grow(growLength) { setPhysicalLength(physicalLength); }
     ZvArray(const ZvArray &other) : m_grow(other.m_grow) { append(other); }
     ZvArray(ZvArray &&other) noexcept { swap(other); }
+    /// Takes over the elements; the step of growth of the other array too.
     ZvArray &operator=(const ZvArray &other)
     {
         if (this != &other) {
@@ -60,22 +70,33 @@ public:
         A::free(m_elements);
     }
 
+    /// Number of elements.
     int length() const { return m_length; }
+    /// The same.
     int logicalLength() const { return m_length; }
+    /// Number of elements that there is room for.
     int physicalLength() const { return m_room; }
+    /// By how many elements the room grows at least.
     int growLength() const { return m_grow; }
+    /// True without elements.
     bool isEmpty() const { return m_length == 0; }
+    /// Whether there is an element \a i.
     bool isValid(int i) const { return i >= 0 && i < m_length; }
 
+    /// The element \a i, from 0.
     T &operator[](int i) { return isValid(i) ? m_elements[i] : outOfRange(); }
     const T &operator[](int i) const { return isValid(i) ? m_elements[i] : const_cast<ZvArray *>(this)->outOfRange(); }
+    /// The same.
     T &at(int i) { return (*this)[i]; }
     const T &at(int i) const { return (*this)[i]; }
+    /// The element at the end in question.
     T &first() { return (*this)[0]; }
     T &last() { return (*this)[m_length - 1]; }
+    /// The first of the elements, which lie one behind the other; may be null for an empty array.
     const T *asArrayPtr() const { return m_elements; }
     T *asArrayPtr() { return m_elements; }
 
+    /// For walks over all elements.
     iterator begin() { return m_elements; }
     iterator end() { return m_elements + m_length; }
     const_iterator begin() const { return m_elements; }
@@ -93,6 +114,7 @@ public:
         for (int i = 0, n = other.m_length; i < n; ++i)
             append(other.m_elements[i]);
     }
+    /// Inserts before the element \a position, or at the end; \a position lies between 0 and the length.
     void insertAt(int position, const T &value)
     {
         T copy(value); // the value may be one of ours, and move with the growth
@@ -115,6 +137,7 @@ public:
             A::move(m_elements + i - 1, m_elements + i);
         --m_length;
     }
+    /// Removes the element at the end in question; reported through ZvAssert for an empty array.
     void removeFirst() { removeAt(0); }
     void removeLast() { removeAt(m_length - 1); }
     /// Removes the first equal element; false when there is none.
@@ -135,7 +158,9 @@ public:
         }
         return -1;
     }
+    /// Whether some element is equal.
     bool contains(const T &value) const { return find(value) >= 0; }
+    /// Removes all elements; the room stays.
     void clear() { destroyFrom(0); }
 
     /// New elements are value-initialised; elements past the length are destroyed from the last to the first.
@@ -160,6 +185,7 @@ public:
         m_elements = elements;
         m_room = room;
     }
+    /// Exchanges the content without copying an element.
     void swap(ZvArray &other) noexcept
     {
         std::swap(m_elements, other.m_elements);
@@ -194,18 +220,26 @@ template<class T, class A = ZvObjectsAllocator<T>>
 class ZvArrayEx
 {
 public:
+    /// Empty, with storage of its own; see ZvArray for the two numbers.
     explicit ZvArrayEx(int physicalLength = 0, int growLength = 8)
         : m_storage(std::make_shared<ZvArray<T, A>>(physicalLength, growLength))
     {
     }
 
+    /// Number of elements.
     int length() const { return m_storage->length(); }
+    /// True without elements.
     bool isEmpty() const { return m_storage->isEmpty(); }
+    /// The element \a i, from 0; as in ZvArray out of range.
     T &operator[](int i) { return (*m_storage)[i]; }
     const T &operator[](int i) const { return static_cast<const ZvArray<T, A> &>(*m_storage)[i]; }
+    /// Adds at the end, for all owners; the new element's position.
     int append(const T &value) { return m_storage->append(value); }
+    /// Removes an element, for all owners; the order of the others stays.
     void removeAt(int position) { m_storage->removeAt(position); }
+    /// Removes all elements, for all owners.
     void clear() { m_storage->clear(); }
+    /// For walks over all elements.
     T *begin() { return m_storage->begin(); }
     T *end() { return m_storage->end(); }
     const T *begin() const { return static_cast<const ZvArray<T, A> &>(*m_storage).begin(); }

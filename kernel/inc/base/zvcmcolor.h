@@ -9,6 +9,7 @@
 
 /// Codes of the colour methods. They are the values of "clrMethod" in every colour exchange.
 namespace ZvCm {
+/// What a colour goes by.
 enum ColorMethod {
     kByLayer = 192,
     kByBlock = 193,
@@ -27,7 +28,9 @@ class ZV_EXPORT ZvCmEntityColor
 {
 public:
     ZvCmEntityColor() = default;
+    /// \a word as laid out above, method included.
     explicit ZvCmEntityColor(std::uint32_t word) : m_word(word) { }
+    /// The method, as it stands in the word: any of 256 numbers.
     ZvCm::ColorMethod colorMethod() const { return ZvCm::ColorMethod(m_word >> 24); }
     /// Keeps the value bits.
     void setColorMethod(ZvCm::ColorMethod method) { m_word = (m_word & 0x00FFFFFFu) | (std::uint32_t(method) << 24); }
@@ -41,8 +44,10 @@ public:
     std::uint8_t red() const;
     std::uint8_t green() const;
     std::uint8_t blue() const;
+    /// The whole word, method included.
     std::uint32_t color() const { return m_word; }
     void setColor(std::uint32_t word) { m_word = word; }
+    /// Equal words.
     bool operator==(const ZvCmEntityColor &o) const { return m_word == o.m_word; }
     bool operator!=(const ZvCmEntityColor &o) const { return m_word != o.m_word; }
 
@@ -56,29 +61,39 @@ class ZV_EXPORT ZvCmColor
 {
 public:
     ZvCmColor() = default;
+    /// What the colour goes by.
     ZvCm::ColorMethod colorMethod() const { return m_word.colorMethod(); }
     /// By layer, by block and none make the word canonical; the other methods keep the value bits. Setting "none"
     /// after index 257 leaves the index reading 257.
     void setColorMethod(ZvCm::ColorMethod method);
+    /// By layer 256, by block 0, none 257; otherwise the low 16 bits of the word.
     std::uint16_t colorIndex() const { return m_word.colorIndex(); }
     /// 1 to 255 give method 195, 0 by block, 256 by layer, 257 none.
     void setColorIndex(std::uint16_t index);
+    /// Of an index colour: the palette's colour. By layer, by block and none: 0.
     std::uint8_t red() const { return m_word.red(); }
     std::uint8_t green() const { return m_word.green(); }
     std::uint8_t blue() const { return m_word.blue(); }
     /// Method 194.
     void setRGB(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
+    /// The colour without the book's name.
     ZvCmEntityColor entityColor() const { return m_word; }
     /// The whole word, method included.
     void setColor(std::uint32_t word);
+    /// The whole word, method included.
     std::uint32_t color() const { return m_word.color(); }
+    /// By index.
     bool isByACI() const { return colorMethod() == ZvCm::kByACI; }
+    /// A true colour.
     bool isByColor() const { return colorMethod() == ZvCm::kByColor; }
+    /// As the layer has it.
     bool isByLayer() const { return colorMethod() == ZvCm::kByLayer; }
+    /// As the block reference has it.
     bool isByBlock() const { return colorMethod() == ZvCm::kByBlock; }
     /// "book$colour" of a colour book, empty otherwise. A change of the colour clears it.
     ZvString bookName() const { return m_bookName; }
     void setBookName(const ZvString &name) { m_bookName = name; }
+    /// Equal words and equal names of the book.
     bool operator==(const ZvCmColor &o) const { return m_word == o.m_word && m_bookName == o.m_bookName; }
     bool operator!=(const ZvCmColor &o) const { return !(*this == o); }
 
@@ -91,15 +106,20 @@ private:
 class ZV_EXPORT ZvCmTransparency
 {
 public:
+    /// What the transparency goes by.
     enum Method { kByLayer = 0, kByBlock = 1, kByAlpha = 2 };
+    /// What the transparency goes by.
     Method method() const { return Method(m_method); }
     /// By alpha starts opaque.
     void setMethod(int method) { m_method = std::uint8_t(method); }
     /// 0 is invisible, 1.0 opaque. Gives method 2.
     void setAlphaPercent(double alpha);
+    /// 0 is invisible, 1.0 opaque.
     double alphaPercent() const { return m_alpha / 255.0; }
+    /// 0 is invisible, 255 opaque. Setting it gives method 2.
     std::uint8_t alpha() const { return m_alpha; }
     void setAlpha(std::uint8_t alpha);
+    /// Equal methods and equal values.
     bool operator==(const ZvCmTransparency &o) const { return m_method == o.m_method && m_alpha == o.m_alpha; }
     bool operator!=(const ZvCmTransparency &o) const { return !(*this == o); }
 
@@ -112,6 +132,7 @@ private:
 /// entry 7 is white on a dark background and black on a light one. The table lives as long as the process.
 /// Null only after zvcmSetPaletteAvailable(false), a state that some callers survive.
 ZV_EXPORT const std::uint32_t *zvcmAcadPalette(unsigned background);
+/// False takes the palette away, for tests of what lives without one.
 ZV_EXPORT void zvcmSetPaletteAvailable(bool available);
 
 /// \a rgb components 0 to 1; hue in degrees from 0 up to but not 360, saturation and lightness 0 to 1. Grey has hue 0.

@@ -10,6 +10,7 @@
 
 /// Results of kernel calls. Values other than eOk and eFailed have no meaning as numbers.
 namespace Zv {
+/// eOk, or why a call has changed nothing.
 enum ErrorStatus {
     eOk = 0,
     eFailed = 208, ///< The general failure; the value is part of the interface.
@@ -34,6 +35,7 @@ enum ErrorStatus {
 class ZV_EXPORT ZvError : public std::runtime_error
 {
 public:
+    /// \a what tells it in plain words, for logs.
     explicit ZvError(const std::string &what);
     ~ZvError() override;
 };
@@ -45,7 +47,9 @@ public:
     /// \a actual is the class of the object at hand (null for a null object), \a wanted the class asked for.
     ZvError_NotThatKindOfClass(const ZvRxClass *actual, const ZvRxClass *wanted);
     ~ZvError_NotThatKindOfClass() override;
+    /// Class of the object at hand; null for a null object.
     const ZvRxClass *actual() const { return m_actual; }
+    /// The class that was asked for.
     const ZvRxClass *wanted() const { return m_wanted; }
 
 private:

@@ -8,6 +8,7 @@
 
 /// Integer types whose spelling is part of an interface: they stand in the text of signals and slots.
 namespace Zevos {
+/// Unsigned, 32 bits.
 typedef std::uint32_t UInt32;
 }
 

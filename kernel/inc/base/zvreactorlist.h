@@ -11,6 +11,7 @@ template<class Reactor>
 class ZvReactorList
 {
 public:
+    /// Null is nothing; not owned.
     void add(Reactor *reactor)
     {
         if (reactor && std::find(m_reactors.begin(), m_reactors.end(), reactor) == m_reactors.end())
@@ -26,7 +27,9 @@ public:
         else
             m_reactors.erase(it);
     }
+    /// Whether nobody listens.
     bool isEmpty() const { return m_reactors.empty(); }
+    /// Calls \a call with each listener, in order.
     template<class Call>
     void deliver(Call call)
     {

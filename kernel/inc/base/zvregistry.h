@@ -16,6 +16,7 @@ public:
     ZvRxObject *at(const ZvString &name) const;
     /// Adds or replaces; holds a reference. Null removes.
     void atPut(const ZvString &name, ZvRxObject *object);
+    /// Removes and drops the reference; an unknown name: nothing.
     void remove(const ZvString &name);
 
 private:
@@ -37,6 +38,7 @@ ZV_EXPORT ZvRxObject *grUISvr(const ZvString &name);
 
 /// Services by number. 3 is the database's host service. Not owned; null when there is none.
 ZV_EXPORT ZvRxObject *zvrxGetService(int number);
+/// Not owned; null takes the service away.
 ZV_EXPORT void zvrxSetService(int number, ZvRxObject *service);
 
 #endif

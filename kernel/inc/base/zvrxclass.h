@@ -18,7 +18,9 @@ public:
     ZvRxClass(const ZvRxClass &) = delete;
     ZvRxClass &operator=(const ZvRxClass &) = delete;
 
+    /// As it is spelled in the code. Never null.
     const char *name() const { return m_name; }
+    /// Null for the root only.
     const ZvRxClass *parent() const { return m_parent; }
 
     /// True for the class itself and every ancestor. One comparison, whatever the depth.
@@ -33,7 +35,7 @@ public:
     /// The protocol object for \a protocol of this class or of its nearest ancestor that has one; null when none has.
     ZvRxObject *getX(const ZvRxClass *protocol) const;
 
-    static constexpr int kMaxDepth = 16;
+    static constexpr int kMaxDepth = 16; ///< Most ancestors that a class may have.
 
 private:
     struct Protocol

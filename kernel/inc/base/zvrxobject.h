@@ -38,11 +38,14 @@ public:
     {
         return isA()->isDerivedFrom(cls) ? const_cast<ZvRxObject *>(this) : subQueryX(cls);
     }
+    /// Whether the object is of \a cls or a class derived from it; protocol objects do not count.
     bool isKindOf(const ZvRxClass *cls) const { return isA()->isDerivedFrom(cls); }
 
+    /// The class's descriptor. Never null.
     static ZvRxClass *desc();
 };
 
+/// Stands in the class: desc() and isA(). What follows is private.
 #define ZVRX_DECLARE_MEMBERS(ClassName) \
 public:                                 \
     static ZvRxClass *desc();           \
@@ -50,6 +53,7 @@ public:                                 \
                                         \
 private:
 
+/// Stands in one source file: the descriptor of a class, below that of its parent.
 #define ZVRX_DEFINE_MEMBERS(ClassName, ParentName)                   \
     ZvRxClass *ClassName::desc()                                     \
     {                                                                \
@@ -63,12 +67,16 @@ private:
 
 /// Marker classes passed to subQueryX().
 ZV_EXPORT const ZvRxClass *zvrxIsAddRef();
+/// Asks for one reference less.
 ZV_EXPORT const ZvRxClass *zvrxIsRelease();
+/// Asks for the number of references.
 ZV_EXPORT const ZvRxClass *zvrxIsNumRefs();
 
 /// Add, drop and count references through the markers. On an object that is not counted, and on null: no effect, 0.
 ZV_EXPORT void zvrxAddRef(const ZvRxObject *object);
+/// Drops a reference; the last one deletes the object. Null, and an object that is not counted: no effect.
 ZV_EXPORT void zvrxRelease(const ZvRxObject *object);
+/// Number of references; 0 for null and an object that is not counted.
 ZV_EXPORT int zvrxNumRefs(const ZvRxObject *object);
 
 /// Reports "(m_nRefCounter > 0)" through ZvAssert when \a count is no positive number. Used by the counting mixins.
@@ -80,11 +88,13 @@ template<class T, class Base = T>
 class ZvRxObjectImpl : public T
 {
 public:
+    /// Passes all arguments on to the class below.
     template<class... Args>
     explicit ZvRxObjectImpl(Args &&...args) : T(std::forward<Args>(args)...)
     {
     }
 
+    /// Adds, drops and counts references for the three markers.
     ZvRxObject *subQueryX(const ZvRxClass *cls) const override
     {
         if (cls == zvrxIsAddRef()) {
@@ -112,6 +122,7 @@ class ZvStaticRxObject : public T
 {
 public:
     using T::T;
+    /// Null for the three markers.
     ZvRxObject *subQueryX(const ZvRxClass *cls) const override
     {
         if (cls == zvrxIsAddRef() || cls == zvrxIsRelease() || cls == zvrxIsNumRefs())

@@ -12,6 +12,7 @@ class ZvSmartPtr
 {
 public:
     ZvSmartPtr() = default;
+    /// No object.
     ZvSmartPtr(std::nullptr_t) { }
     /// Adds a reference of its own.
     ZvSmartPtr(T *object) : m_object(object) { addRef(); }
@@ -32,6 +33,7 @@ public:
         return pointer;
     }
 
+    /// Drops the reference to the object before.
     ZvSmartPtr &operator=(const ZvSmartPtr &other)
     {
         ZvSmartPtr(other).swap(*this);
@@ -43,12 +45,16 @@ public:
         return *this;
     }
 
+    /// Exchanges the objects; no count changes.
     void swap(ZvSmartPtr &other) noexcept { std::swap(m_object, other.m_object); }
+    /// The object, without a reference; may be null.
     T *get() const { return m_object; }
     /// No null check: callers test first.
     T *operator->() const { return m_object; }
     T &operator*() const { return *m_object; }
+    /// The same, wherever a plain pointer is wanted.
     operator T *() const { return m_object; }
+    /// Whether there is no object.
     bool isNull() const { return m_object == nullptr; }
 
 private:
@@ -66,6 +72,7 @@ private:
     T *m_object = nullptr;
 };
 
+/// Counted pointer to any object of the kernel.
 typedef ZvSmartPtr<ZvRxObject> ZvRxObjectPtr;
 
 /// \a object as \a T without a reference, or null. T needs a descriptor.

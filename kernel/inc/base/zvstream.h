@@ -14,6 +14,7 @@ class ZV_EXPORT ZvStreamBuf : public ZvRxObject
 public:
     /// Bytes in all.
     virtual std::uint64_t length() const = 0;
+    /// Where the next byte is read, from the start.
     virtual std::uint64_t tell() const = 0;
     /// From the start; a position past the end is refused and leaves the stream where it was.
     virtual bool seek(std::uint64_t position) = 0;
@@ -22,9 +23,12 @@ public:
 
     /// Little-endian fields; 0, and \a ok false, where the stream ends before.
     std::uint8_t readUInt8(bool *ok = nullptr);
+    /// The same, of two bytes.
     std::uint16_t readUInt16(bool *ok = nullptr);
+    /// The same, of four bytes.
     std::uint32_t readUInt32(bool *ok = nullptr);
 };
+/// Counted pointer to a stream.
 typedef ZvSmartPtr<ZvStreamBuf> ZvStreamBufPtr;
 
 /// Stream over a block of memory, which must outlive it; nothing is copied.
@@ -35,11 +39,13 @@ public:
     /// \a reserved is 0.
     static ZvStreamBufPtr createNew(void *memory, std::size_t size, int reserved);
     std::uint64_t length() const override { return m_size; }
+    /// Where the next byte is read.
     std::uint64_t tell() const override { return m_position; }
     bool seek(std::uint64_t position) override;
     std::size_t read(void *to, std::size_t count) override;
 
 protected:
+    /// Over \a size bytes at \a memory, which are not copied.
     ZvFlatMemStream(const void *memory, std::size_t size);
 
 private:
@@ -53,8 +59,11 @@ class ZV_EXPORT ZvSystemServices : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvSystemServices)
 public:
+    /// The one kind of access that is offered.
     enum Access : unsigned { kRead = 0x80000000u };
+    /// The one kind of sharing that is offered: nobody is kept out.
     enum Share { kShareAll = 64 };
+    /// The one kind of creation that is offered: a file that is there.
     enum Creation { kOpenExisting = 3 };
     /// Opens a file for reading. Null where there is no such file, or for any other access or creation code.
     virtual ZvStreamBufPtr openFile(const ZvString &fileName, unsigned access, int share, int creation) = 0;

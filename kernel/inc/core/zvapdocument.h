@@ -31,6 +31,7 @@ private:
 class ZV_EXPORT ZvEdContext
 {
 public:
+    /// Never null.
     ZvEdDisplayContext *displayContext() { return &m_display; }
     /// Null in the document manager's default context, which belongs to no drawing.
     ZvEdSelectionHolder *selectionHolder() { return m_selection; }
@@ -51,11 +52,13 @@ public:
     ZvDbDatabase *database() const;
     /// Null is a state that callers survive.
     ZvEdContext *editingContext() const;
+    /// Hides the editing context, or shows it again: a state that callers survive.
     void setEditingContextAvailable(bool available);
     /// Full path; empty for a drawing that was never saved.
     ZvString fileName() const;
     /// What a tab shows: the file's name, or "Drawing1".
     ZvString title() const;
+    /// Changed since it was read, made or saved; false without a drawing.
     bool isModified() const;
     /// What the user data slot holds is the application's business.
     void *userData() const;
@@ -77,8 +80,11 @@ public:
     virtual void documentCreated(ZvApDocument *document);
     /// curDatabase() is still the dying document's where that is current.
     virtual void documentToBeDestroyed(ZvApDocument *document);
+    /// The document is gone; its full path.
     virtual void documentDestroyed(const ZvString &fileName);
+    /// Another document is current. Not told after the last one closed.
     virtual void documentBecameCurrent(ZvApDocument *document);
+    /// Another document is about to become current.
     virtual void documentToBeActivated(ZvApDocument *document);
 };
 
@@ -93,7 +99,9 @@ public:
     void addReactor(ZvApDocManagerReactor *reactor);
     void removeReactor(ZvApDocManagerReactor *reactor);
 
+    /// Number of open documents.
     int documentCount() const;
+    /// By its place, in order of opening; null out of range.
     ZvApDocument *documentAt(int index) const;
     /// Null when there is none.
     ZvApDocument *currentDocument() const;
@@ -109,6 +117,7 @@ public:
     ZvApDocument *openDocument(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     /// A document around a database of the caller's; null for one without a drawing.
     ZvApDocument *addDocument(const ZvDbDatabasePtr &database, const ZvString &path);
+    /// Saves under \a path, which becomes the document's own. The report tells why it failed.
     Zv::ErrorStatus saveDocument(ZvApDocument *document, const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     /// Closes without asking; the next document becomes current.
     void closeDocument(ZvApDocument *document);

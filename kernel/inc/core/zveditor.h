@@ -19,12 +19,15 @@ public:
     virtual void commandWillStart(const ZvString &name);
     /// After its last change. One of ended, cancelled and failed follows every start; nested commands call too.
     virtual void commandEnded(const ZvString &name);
+    /// The command ended without its result; its changes were put back where it made any.
     virtual void commandCancelled(const ZvString &name);
     /// A variable was set, by whatever route; \a success is false when it was refused.
     virtual void sysVarChanged(const ZvString &name, bool success);
     /// The pick-first set of the current document has changed.
     virtual void pickfirstModified();
+    /// Another layout of the current drawing is shown.
     virtual void layoutSwitched(const ZvString &layoutName);
+    /// The command could not do its work; its changes were put back.
     virtual void commandFailed(const ZvString &name);
 };
 
@@ -39,11 +42,17 @@ public:
     void addReactor(ZvEditorReactor *reactor);
     void removeReactor(ZvEditorReactor *reactor);
 
+    /// Tells all listeners.
     void fireSysVarChanged(const ZvString &name, bool success);
+    /// Tells all listeners.
     void firePickfirstModified();
+    /// Tells all listeners.
     void fireLayoutSwitched(const ZvString &name);
+    /// Tells all listeners.
     void fireCommandWillStart(const ZvString &name);
+    /// How a command came to its end.
     enum CommandEnd { kEnded, kCancelled, kFailed };
+    /// Tells all listeners, by the operation for \a end.
     void fireCommandDone(const ZvString &name, CommandEnd end);
 
 private:
@@ -56,6 +65,7 @@ ZV_EXPORT ZvEditor *zvedEditor();
 
 class ZvApDocument;
 class ZvRxResourceInstance;
+/// What a command runs: no arguments, no result.
 typedef void (*ZvEdCommandFunction)();
 
 /// A command of the stack.
@@ -74,13 +84,13 @@ struct ZV_EXPORT ZvEdCommand
         kNoEcho = 0x400000, ///< Leaves no line in the history.
         kNoActionRecord = 0x800000,
     };
-    ZvString group;
-    ZvString globalName;
-    ZvString localName;
-    int flags = 0;
-    ZvEdCommandFunction function = nullptr;
-    ZvRxObject *context = nullptr;
-    int code = -1;
+    ZvString group; ///< Of the program that brought it.
+    ZvString globalName; ///< The same in every language.
+    ZvString localName; ///< In the language of the user.
+    int flags = 0; ///< Bits of Flag.
+    ZvEdCommandFunction function = nullptr; ///< What the command does.
+    ZvRxObject *context = nullptr; ///< What was handed to addCommand(); not owned.
+    int code = -1; ///< What was handed to addCommand(); -1 for none.
 };
 
 /// "ACRX_REGISTERED_COMMANDS" in the system registry. Names are compared without case.
@@ -114,7 +124,9 @@ ZV_EXPORT ZvEdCommandStack *zvedCommandStack();
 class ZV_EXPORT ZvRxResourceInstance
 {
 public:
+    /// \a module is a handle of the operating system's, or null.
     explicit ZvRxResourceInstance(void *module) : m_module(module) { }
+    /// The handle; null for the program itself.
     void *module() const { return m_module; }
 
 private:
@@ -134,7 +146,9 @@ ZV_EXPORT int zvedMenuMacro(const ZvString &macro, bool resume);
 ZV_EXPORT int zvedCommandLine(const ZvString &line, bool fromScript = false);
 /// What a view feeds: a point in world coordinates, picked entities, Enter.
 ZV_EXPORT void zvedFeedPoint(const ZvGePoint3d &point);
+/// Entities that were picked in the view.
 ZV_EXPORT void zvedFeedSelection(const std::vector<ZvDbObjectId> &ids);
+/// Enter without a value.
 ZV_EXPORT void zvedFeedEnter();
 /// Runs the queue until it is empty. Does nothing while a command runs: that takes what is queued. A command that asks for more than the queue holds waits for the host's input, or is
 /// cancelled where there is no host. False when a command failed or a word was no command; the text tells which.
@@ -162,22 +176,26 @@ enum class ZvEdInput {
 /// What a request is about, for the host that shows it.
 struct ZV_EXPORT ZvEdPrompt
 {
+    /// What is asked for.
     enum Kind { kPoint, kCorner, kDistance, kAngle, kString, kStringWithBlanks, kInteger, kReal, kKeyword, kSelection };
-    Kind kind = kPoint;
+    Kind kind = kPoint; ///< What is asked for.
     ZvString text; ///< Shown as it stands.
     ZvString keywords; ///< Global names, separated by blanks; capitals are the abbreviation.
     ZvGePoint3d base; ///< Point to draw a rubber band from.
-    bool hasBase = false;
-    bool allowNone = false;
+    bool hasBase = false; ///< Whether \a base counts.
+    bool allowNone = false; ///< Enter without a value is an answer.
     bool allowOther = false; ///< A text that is no value and no keyword comes as if it were a keyword.
 };
 
+/// A point in world coordinates; \a keyword is written for the outcome kKeyword.
 ZV_EXPORT ZvEdInput zvedGetPoint(const ZvEdPrompt &prompt, ZvGePoint3d &point, ZvString *keyword = nullptr);
 /// A number, or a point measured from the base.
 ZV_EXPORT ZvEdInput zvedGetDistance(const ZvEdPrompt &prompt, double &distance, ZvString *keyword = nullptr);
 /// Radians; degrees at the command line.
 ZV_EXPORT ZvEdInput zvedGetAngle(const ZvEdPrompt &prompt, double &angle, ZvString *keyword = nullptr);
+/// Any number.
 ZV_EXPORT ZvEdInput zvedGetReal(const ZvEdPrompt &prompt, double &value, ZvString *keyword = nullptr);
+/// A whole number.
 ZV_EXPORT ZvEdInput zvedGetInteger(const ZvEdPrompt &prompt, int &value, ZvString *keyword = nullptr);
 /// A text; with blanks up to the end of the line for kStringWithBlanks.
 ZV_EXPORT ZvEdInput zvedGetString(const ZvEdPrompt &prompt, ZvString &text);
@@ -206,28 +224,33 @@ public:
     /// Views, for ZOOM, PAN, REGEN and -VIEW. \a view names what is wanted of the view that shows \a document.
     struct ViewRequest
     {
+        /// What the view is to show.
         enum Kind { kExtents, kWindow, kScale, kCenter, kPan, kDirection, kRegen, kNamed, kPrevious };
-        Kind kind = kExtents;
+        Kind kind = kExtents; ///< Tells which of the members below count.
         ZvGePoint3d first; ///< Corner, centre, or start of the shift.
         ZvGePoint3d second; ///< Opposite corner, or end of the shift.
         double value = 0.0; ///< Scale factor, or height.
         ZvGeVector3d direction; ///< From the target to the eye.
         ZvDbObjectId view; ///< Of kNamed.
     };
+    /// Changes what the view of the current document shows; ignored without a view.
     virtual void changeView(const ViewRequest &request) = 0;
     /// Entities at a point (within the pick box) or in a window, topmost first; \a crossing takes those that it cuts.
     virtual void pick(const ZvGePoint3d &point, std::vector<ZvDbObjectId> &ids) = 0;
+    /// The same in a window between two corners, in world coordinates.
     virtual void pickWindow(const ZvGePoint3d &first, const ZvGePoint3d &second, bool crossing, std::vector<ZvDbObjectId> &ids) = 0;
     /// What is seen now, to save as a named view: false without a view.
     struct ViewState
     {
-        ZvGePoint2d center;
+        ZvGePoint2d center; ///< Middle of the picture, in display coordinates.
+        /// Size of what is seen, in drawing units.
         double width = 0.0;
         double height = 0.0;
-        ZvGePoint3d target;
-        ZvGeVector3d direction {0, 0, 1};
-        double twist = 0.0;
+        ZvGePoint3d target; ///< The point looked at, in world coordinates.
+        ZvGeVector3d direction {0, 0, 1}; ///< From the target to the eye.
+        double twist = 0.0; ///< Radians.
     };
+    /// False without a view; \a state is left alone then.
     virtual bool currentView(ViewState &state) = 0;
     /// A file name for OPEN and SAVEAS when none is given; empty when the user gave up.
     virtual ZvString askFileName(bool saving, const ZvString &suggestion) = 0;
@@ -244,6 +267,7 @@ public:
 
 /// Not owned. Null takes it away.
 ZV_EXPORT void zvedSetHost(ZvEdHost *host);
+/// Null without one.
 ZV_EXPORT ZvEdHost *zvedHost();
 
 #endif

@@ -33,12 +33,16 @@ public:
 
     /// Name of the set; it stays good while the document lives. Two zero words while it is empty.
     void pickFirst(long name[2]) const;
+    /// The members in order of selection; erased ones stay until purge().
     const std::vector<ZvDbObjectId> &ids() const;
+    /// Whether the entity is a member.
     bool contains(ZvDbObjectId id) const;
     /// Erased entities and those on layers that are off or frozen are left out of what is set or added.
     void set(const std::vector<ZvDbObjectId> &ids);
+    /// Members that are there already, or that are none, make no difference.
     void add(const std::vector<ZvDbObjectId> &ids);
     void remove(const std::vector<ZvDbObjectId> &ids);
+    /// Empties the set.
     void clear();
     /// Drops erased members; raises the notice when there were any.
     void purge();

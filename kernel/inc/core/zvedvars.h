@@ -26,10 +26,10 @@ ZV_EXPORT void zvedSetBlockEditorOpen(bool open);
 /// What SETVAR and programs may know of a variable.
 struct ZV_EXPORT ZvEdVarInfo
 {
-    ZvString name;
+    ZvString name; ///< Without "$".
     int type = 0; ///< A type of ZvRes.
-    bool readOnly = false;
-    bool ofDrawing = false;
+    bool readOnly = false; ///< SETVAR and programs cannot change it.
+    bool ofDrawing = false; ///< Kept in the drawing and saved with it.
 };
 /// All variables, sorted by name.
 ZV_EXPORT void zvedVarList(std::vector<ZvEdVarInfo> &variables);
@@ -40,6 +40,7 @@ ZV_EXPORT int zvedSetVarText(const ZvString &name, const ZvString &text);
 
 /// Counts modal dialogs for bit 8 of "CMDACTIVE".
 ZV_EXPORT void zvedDialogStarted();
+/// To be called once for each zvedDialogStarted().
 ZV_EXPORT void zvedDialogEnded();
 
 #endif

@@ -13,6 +13,7 @@ class ZV_EXPORT ZvDbLayoutManager : public ZvRxObject
 public:
     ZvDbLayoutManager();
     ~ZvDbLayoutManager() override;
+    /// Adding one twice keeps one; removing an absent one is nothing. Not owned.
     void addReactor(ZvDbLayoutManagerReactor *reactor);
     void removeReactor(ZvDbLayoutManagerReactor *reactor);
     /// Told by the core when a layout of the current drawing became current.
@@ -52,6 +53,7 @@ public:
     ~ZvApApplication() override;
     /// May be null.
     ZvDbLayoutManager *layoutManager() const;
+    /// Hides the layout manager, or shows it again: a state that callers survive.
     void setLayoutManagerAvailable(bool available);
     /// Hundredths of a millimetre.
     int defaultLineWeight() const;
@@ -73,16 +75,22 @@ private:
 class ZV_EXPORT CHcSystem
 {
 public:
+    /// Once, before anything else of the core.
     static void start();
+    /// Once, after the last use.
     static void stop();
     /// Null before start() and after stop(), and while it is hidden.
     static CHcSystem *instance();
     /// Hides the parts one by one: states that callers survive.
     static void setInstanceAvailable(bool available);
+    /// As setInstanceAvailable(), of the document manager.
     void setDocManagerAvailable(bool available);
+    /// As setInstanceAvailable(), of the application.
     void setApplicationAvailable(bool available);
 
+    /// Null while it is hidden.
     ZvApDocManager *docManager() const;
+    /// Null while it is hidden.
     ZvApApplication *application() const;
 
 private:

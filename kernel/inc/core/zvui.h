@@ -14,6 +14,7 @@ class ZV_EXPORT ZvUiDialogBase : public ZvRxObject
 public:
     /// Gives the dialog its parameters. False: it must not be run.
     virtual bool onInit(ZvJsonPtr params, ZvRxObjectPtr helper) = 0;
+    /// New parameters for a dialog that lives.
     virtual bool freshAndActive(ZvJsonPtr params) = 0;
     /// The toolkit's dialog; may be null.
     virtual void *getDlg() = 0;
@@ -21,19 +22,28 @@ public:
     virtual ZvJsonPtr getResult() = 0;
     /// Runs the dialog; the code: 1 accepted, 2 cancelled, -1 undecided, or any that endDialog() was given.
     virtual int doModal() = 0;
+    /// Ends the dialog; doModal() returns \a code.
     virtual void endDialog(int code) = 0;
     /// The user leaves the dialog for the drawing, gives up, or comes back.
     virtual void beginEditorCommand() = 0;
+    /// The user gave up in the drawing.
     virtual void cancelEditorCommand() = 0;
+    /// The user is done in the drawing; with \a restore the dialog comes back.
     virtual void completeEditorCommand(bool restore) = 0;
     /// Saves the controls' values, or puts them back.
     virtual bool exchangeData(bool save) = 0;
+    /// Called before the dialog dies.
     virtual void onFinalDeconstruct() = 0;
+    /// Hides the dialog.
     virtual void hide() = 0;
+    /// Shows the dialog.
     virtual void show() = 0;
+    /// What the user's "cancel" does.
     virtual void onCancel() = 0;
+    /// What the user's "OK" does.
     virtual void onOk() = 0;
 };
+/// Counted pointer to a dialog.
 typedef ZvSmartPtr<ZvUiDialogBase> ZvUiDialogBasePtr;
 
 /// Base of the modal dialogs. The caller's last release deletes the dialog.
@@ -59,6 +69,7 @@ public:
     /// The default does nothing and gives null.
     virtual ZvJsonPtr onNotify(ZvJsonPtr params);
 };
+/// Counted pointer to a helper.
 typedef ZvSmartPtr<ZvUiHelper> ZvUiHelperPtr;
 
 /// The toolkit behind the kernel's calls. Without one there is no main window and cursors are not set.
@@ -91,6 +102,7 @@ ZV_EXPORT ZvJsonPtr zvuiMessageBoxEx(const ZvString &title, const ZvString &mess
 ZV_EXPORT int ZvUiMessageBox(const ZvString &text, const ZvString &caption, unsigned flags);
 /// Answers message boxes in place of a person: called before each, it returns the button, or -1 to show the box.
 typedef int (*ZvUiMessageBoxHook)(const ZvString &text, const ZvString &caption, unsigned flags);
+/// Null takes it away. Returns the hook before.
 ZV_EXPORT ZvUiMessageBoxHook zvuiSetMessageBoxHook(ZvUiMessageBoxHook hook);
 
 #endif

@@ -26,15 +26,16 @@ class ZvDbDatabasePrivate;
 /// What reading or saving a drawing file has to tell.
 struct ZV_EXPORT ZvDbFileReport
 {
+    /// What a file holds that was passed over, mended or not understood.
     struct Warning
     {
         ZvString text; ///< What was found, in plain words.
-        int count = 0;
+        int count = 0; ///< How often it was found.
         long long firstLine = 0; ///< Line of a text file, byte offset of a binary one; 0 when unknown.
     };
-    Zv::ErrorStatus status = Zv::eOk;
+    Zv::ErrorStatus status = Zv::eOk; ///< eOk also with warnings.
     ZvString message; ///< What failed and where; empty on success.
-    ZvArray<Warning> warnings;
+    ZvArray<Warning> warnings; ///< In the order in which they were first met.
 };
 
 /// Told of long work. The callback runs on the calling thread and may process events.
@@ -62,13 +63,16 @@ public:
     /// Replaces the content of a newly created database by that of a file: DXF, text or binary, R12 to 2018. On failure
     /// and on cancel the database is empty and must be dropped. The report names every warning.
     Zv::ErrorStatus readFile(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    /// The same from \a size bytes in memory.
     Zv::ErrorStatus readStream(const void *bytes, std::size_t size, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     /// Writes beside the file and renames over it: whatever fails, the old file stays whole. A drawing that was read
     /// keeps its form (version, text or binary, line ends) and every tag that was not changed.
     Zv::ErrorStatus saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     /// The same without counting as a save: what was not saved before is still not saved.
     Zv::ErrorStatus writeCopy(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    /// Of the file that was read; of what saveAs() would write for a new drawing.
     ZvDb::FileVersion fileVersion() const;
+    /// Whether the file that was read, or would be written, is a binary one.
     bool isFileBinary() const;
     /// Changed since it was read, made or saved.
     bool isModified() const;
@@ -77,6 +81,7 @@ public:
     // ---- reactors
     /// Adding one twice keeps one; removing an absent one is nothing. Not owned.
     void addReactor(ZvDbDatabaseReactor *reactor);
+    /// Removing an absent one is nothing.
     void removeReactor(ZvDbDatabaseReactor *reactor);
 
     // ---- objects
@@ -97,6 +102,7 @@ public:
     class ZV_EXPORT TransientReads
     {
     public:
+        /// Until the end of the scope.
         explicit TransientReads(ZvDbDatabase &database);
         ~TransientReads();
         TransientReads(const TransientReads &) = delete;
@@ -110,6 +116,7 @@ public:
     /// Opens the undo step of a command; steps nest, and the outermost makes the entry. A write outside any step makes
     /// a step of its own. A step in which nothing was changed leaves none.
     void beginUndoStep(const ZvString &name);
+    /// Ends the step that the matching beginUndoStep() opened.
     void endUndoStep();
     /// The next step adds itself to the last one, as long as \a key is the one that made it. Empty ends it.
     void setUndoMergeKey(const ZvString &key);
@@ -118,6 +125,7 @@ public:
     class ZV_EXPORT UndoMerge
     {
     public:
+        /// Of an empty \a key: no merging.
         UndoMerge(ZvDbDatabase &database, const ZvString &key);
         ~UndoMerge();
         UndoMerge(const UndoMerge &) = delete;
@@ -127,6 +135,7 @@ public:
         ZvDbDatabase &m_database;
         ZvString m_before;
     };
+    /// Whether there is a step to take, and none is open.
     bool canUndo() const;
     bool canRedo() const;
     /// Name of the step that undo() or redo() would take; empty when there is none.
@@ -135,32 +144,43 @@ public:
     /// Raise the notices of what they change. False when there is no step, or one is open.
     bool undo();
     bool redo();
+    /// Forgets all steps, undone ones included.
     void clearUndo();
     /// The edit frame: nests; abort puts back everything written since the matching begin.
     void beginFrame();
     void endFrame();
     void abortFrame();
+    /// How many frames are open.
     int frameDepth() const;
 
     // ---- current settings; setters raise headerVariableChanged() for their variable when the value differs
+    /// Colour of new entities.
     ZvCmColor cecolor() const;
     Zv::ErrorStatus setCecolor(const ZvCmColor &color);
+    /// Line type of new entities.
     ZvDbObjectId celtype() const;
     Zv::ErrorStatus setCeltype(ZvDbObjectId id);
+    /// Line weight of new entities, in hundredths of a millimetre or below zero.
     ZvDb::LineWeight celweight() const;
     Zv::ErrorStatus setCelweight(ZvDb::LineWeight weight);
+    /// Layer of new entities. eInvalidInput for an id that is no layer of this drawing.
     ZvDbObjectId clayer() const;
     Zv::ErrorStatus setClayer(ZvDbObjectId id);
+    /// Material of new entities.
     ZvDbObjectId cmaterial() const;
     Zv::ErrorStatus setCmaterial(ZvDbObjectId id);
+    /// Style of new texts.
     ZvDbObjectId textstyle() const;
     Zv::ErrorStatus setTextstyle(ZvDbObjectId id);
+    /// Style of new dimensions.
     ZvDbObjectId dimstyle() const;
     Zv::ErrorStatus setDimstyle(ZvDbObjectId id);
     /// Makes the dimension variables of the drawing those of the style.
     Zv::ErrorStatus setDimstyleData(ZvDbObjectId id);
+    /// Style of new multileaders.
     ZvDbObjectId mleaderstyle() const;
     Zv::ErrorStatus setMleaderstyle(ZvDbObjectId id);
+    /// Style of new tables.
     ZvDbObjectId tablestyle() const;
     Zv::ErrorStatus setTablestyle(ZvDbObjectId id);
     /// "ByLayer", "ByBlock", "Normal" or the name of a plot style.
@@ -172,6 +192,7 @@ public:
     /// Line type scale of the drawing; above 0.
     double ltscale() const;
     Zv::ErrorStatus setLtscale(double scale);
+    /// Whether weights are shown in the drawing view.
     bool lineWeightDisplay() const;
     Zv::ErrorStatus setLineWeightDisplay(bool on);
     /// True: plot styles by colour, false: by name.
@@ -182,18 +203,27 @@ public:
     /// Any variable of the drawing by name without "$", case ignored; eKeyNotFound where it keeps none of that name.
     /// The type is that of the variable; a text is newly made.
     Zv::ErrorStatus getVariable(const ZvString &name, ZvResBuf &value) const;
+    /// eKeyNotFound as in getVariable(); eInvalidInput for a value of another type or out of range.
     Zv::ErrorStatus setVariable(const ZvString &name, const ZvResBuf &value);
     /// Names of all variables that getVariable() answers, in file order.
     void variableNames(ZvArray<ZvString> &names) const;
 
     // ---- coordinate systems: of model space, and of paper space
+    /// The stored system in force in model space; null for one without a name.
     ZvDbObjectId ucsname() const;
+    /// Its origin, in world coordinates.
     ZvGePoint3d ucsorg() const;
+    /// Its X axis, of length 1, in world coordinates.
     ZvGeVector3d ucsxdir() const;
+    /// Its Y axis, of length 1, in world coordinates.
     ZvGeVector3d ucsydir() const;
+    /// The stored system in force in paper space; null for one without a name.
     ZvDbObjectId pucsname() const;
+    /// Its origin, in coordinates of the paper.
     ZvGePoint3d pucsorg() const;
+    /// Its X axis, of length 1.
     ZvGeVector3d pucsxdir() const;
+    /// Its Y axis, of length 1.
     ZvGeVector3d pucsydir() const;
     /// Sets the system of the space at hand (paper space on the paper itself, model space also inside a viewport of a
     /// layout) with its orthographic number, 0 when it is none, 1 top, 2 bottom,
@@ -202,20 +232,31 @@ public:
     Zv::ErrorStatus setUcs(const ZvGePoint3d &origin, const ZvGeVector3d &x, const ZvGeVector3d &y, ZvDbObjectId name, int orthographic);
     /// Systems before this one in the space at hand. False when there is none.
     bool hasPreviousUcs() const;
+    /// Goes back to it. eKeyNotFound when there is none.
     Zv::ErrorStatus restorePreviousUcs();
     /// The current system as a map from its coordinates to the world's.
     ZvGeMatrix3d ucsMatrix() const;
 
     // ---- tables, dictionaries, blocks
+    /// Table of the layers. Never null.
     ZvDbObjectId layerTableId() const;
+    /// Table of the text styles. Never null.
     ZvDbObjectId textStyleTableId() const;
+    /// Table of the dimension styles. Never null.
     ZvDbObjectId dimStyleTableId() const;
+    /// Table of the line types. Never null.
     ZvDbObjectId linetypeTableId() const;
+    /// Table of the blocks. Never null.
     ZvDbObjectId blockTableId() const;
+    /// Table of the stored coordinate systems. Never null.
     ZvDbObjectId UCSTableId() const;
+    /// Table of the named views. Never null.
     ZvDbObjectId viewTableId() const;
+    /// Table of the viewports of model space. Never null.
     ZvDbObjectId viewportTableId() const;
+    /// Table of the applications with extended data. Never null.
     ZvDbObjectId regAppTableId() const;
+    /// Opens the table of that class; the caller closes it.
     Zv::ErrorStatus getSymbolTable(ZvDbLayerTable *&table, ZvDb::OpenMode mode) const;
     Zv::ErrorStatus getSymbolTable(ZvDbLinetypeTable *&table, ZvDb::OpenMode mode) const;
     Zv::ErrorStatus getSymbolTable(ZvDbTextStyleTable *&table, ZvDb::OpenMode mode) const;
@@ -226,29 +267,43 @@ public:
     Zv::ErrorStatus getSymbolTable(ZvDbViewportTable *&table, ZvDb::OpenMode mode) const;
     Zv::ErrorStatus getSymbolTable(ZvDbRegAppTable *&table, ZvDb::OpenMode mode) const;
 
+    /// The dictionary that all others stand in. Never null.
     ZvDbObjectId rootDictionaryId() const;
     /// Dictionaries of the root by their names in the file; null when the drawing has none and \a create is false.
     ZvDbObjectId materialDictionaryId(bool create = false) const;
+    /// Names of plot styles; see above.
     ZvDbObjectId plotStyleDictionaryId(bool create = false) const;
+    /// Multileader styles.
     ZvDbObjectId mleaderStyleDictionaryId(bool create = false) const;
+    /// Table styles.
     ZvDbObjectId tableStyleDictionaryId(bool create = false) const;
+    /// Layouts.
     ZvDbObjectId layoutDictionaryId(bool create = false) const;
+    /// Groups.
     ZvDbObjectId groupDictionaryId(bool create = false) const;
+    /// Stored layer states; in the extension dictionary of the layer table.
     ZvDbObjectId layerStateDictionaryId(bool create = false) const;
 
+    /// The layer "0", which every drawing has.
     ZvDbObjectId layerZero() const;
+    /// The line type "ByLayer".
     ZvDbObjectId byLayerLinetype() const;
+    /// The line type "ByBlock".
     ZvDbObjectId byBlockLinetype() const;
+    /// The line type "Continuous".
     ZvDbObjectId continuousLinetype() const;
 
+    /// Block of model space. Never null.
     ZvDbObjectId modelSpaceId() const;
     /// Block of the current paper layout, or of the first one while model space is shown.
     ZvDbObjectId paperSpaceId() const;
     /// Block that is shown and drawn into.
     ZvDbObjectId currentSpaceId() const;
+    /// Layout that is shown.
     ZvDbObjectId currentLayoutId() const;
     /// Name of a layout, "Model" for model space. Sets tilemode with it.
     Zv::ErrorStatus setCurrentLayout(const ZvString &name);
+    /// Its name, "Model" for model space.
     ZvString currentLayoutName() const;
     /// All layouts in tab order, model space first.
     void layoutNames(ZvArray<ZvString> &names) const;
@@ -272,6 +327,7 @@ public:
     ZvDbDatabasePrivate *priv() const { return d; }
 
 protected:
+    /// See create().
     explicit ZvDbDatabase(bool metric);
 
 private:
@@ -282,6 +338,7 @@ private:
     ZvDbDatabasePrivate *d;
 };
 
+/// Counted pointer to a drawing; may be null.
 typedef ZvSmartPtr<ZvDbDatabase> ZvDbDatabasePtr;
 
 /// Database of the current document, or null.

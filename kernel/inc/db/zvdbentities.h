@@ -9,6 +9,7 @@
 
 // All lengths are drawing units, all angles radians, all points world coordinates unless a text says otherwise.
 
+/// What every class of entities declares; \a FileName is the record's name in drawing files.
 #define ZVDB_ENTITY_COMMON(ClassName, FileName)                                 \
     ZVRX_DECLARE_MEMBERS(ClassName)                                             \
 public:                                                                         \
@@ -19,10 +20,13 @@ public:                                                                         
     Zv::ErrorStatus getGeomExtents(ZvGeExtents3d &extents) const override;      \
     void worldDraw(ZvGiWorldDraw &draw) const override;
 
+/// A straight line.
 class ZV_EXPORT ZvDbLine : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbLine, "LINE")
+    /// From \a start to \a end.
     ZvDbLine(const ZvGePoint3d &start, const ZvGePoint3d &end);
+    /// Where the line begins and ends.
     ZvGePoint3d startPoint() const { return m_start; }
     ZvGePoint3d endPoint() const { return m_end; }
     Zv::ErrorStatus setStartPoint(const ZvGePoint3d &point);
@@ -37,8 +41,10 @@ private:
 class ZV_EXPORT ZvDbRay : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbRay, "RAY")
+    /// Where the ray begins; any point of a construction line.
     ZvGePoint3d basePoint() const { return m_base; }
     Zv::ErrorStatus setBasePoint(const ZvGePoint3d &point);
+    /// Of length 1.
     ZvGeVector3d unitDir() const { return m_direction; }
     Zv::ErrorStatus setUnitDir(const ZvGeVector3d &direction);
 
@@ -58,10 +64,13 @@ public:
     void worldDraw(ZvGiWorldDraw &draw) const override;
 };
 
+/// A point, shown as the drawing shows points.
 class ZV_EXPORT ZvDbPoint : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbPoint, "POINT")
+    /// At \a position.
     explicit ZvDbPoint(const ZvGePoint3d &position);
+    /// Where it is.
     ZvGePoint3d position() const { return m_position; }
     Zv::ErrorStatus setPosition(const ZvGePoint3d &position);
 
@@ -69,14 +78,19 @@ private:
     ZvGePoint3d m_position;
 };
 
+/// A full circle.
 class ZV_EXPORT ZvDbCircle : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbCircle, "CIRCLE")
+    /// Around \a center in the plane across \a normal, of length 1.
     ZvDbCircle(const ZvGePoint3d &center, const ZvGeVector3d &normal, double radius);
+    /// In world coordinates.
     ZvGePoint3d center() const;
     Zv::ErrorStatus setCenter(const ZvGePoint3d &center);
+    /// Above 0.
     double radius() const { return m_radius; }
     Zv::ErrorStatus setRadius(double radius);
+    /// Of the plane, of length 1.
     ZvGeVector3d normal() const { return m_normal; }
 
 protected:
@@ -89,7 +103,9 @@ protected:
 class ZV_EXPORT ZvDbArc : public ZvDbCircle
 {
     ZVDB_ENTITY_COMMON(ZvDbArc, "ARC")
+    /// In the plane of X and Y; from \a startAngle to \a endAngle, counter-clockwise.
     ZvDbArc(const ZvGePoint3d &center, double radius, double startAngle, double endAngle);
+    /// In radians, from the X axis of the arc's plane.
     double startAngle() const { return m_startAngle; }
     double endAngle() const { return m_endAngle; }
     Zv::ErrorStatus setStartAngle(double angle);
@@ -100,13 +116,19 @@ private:
     double m_endAngle = 0.0;
 };
 
+/// An ellipse or an arc of one.
 class ZV_EXPORT ZvDbEllipse : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbEllipse, "ELLIPSE")
+    /// In world coordinates.
     ZvGePoint3d center() const { return m_center; }
+    /// Half of it, from the centre to the curve.
     ZvGeVector3d majorAxis() const { return m_majorAxis; }
+    /// At right angles to the major axis, shorter by the ratio.
     ZvGeVector3d minorAxis() const;
+    /// Of the minor axis to the major one, up to 1.
     double radiusRatio() const { return m_ratio; }
+    /// Parameters in radians where the arc begins and ends, counter-clockwise; 0 and 2 pi for the full ellipse.
     double startParam() const { return m_start; }
     double endParam() const { return m_end; }
 
@@ -123,20 +145,29 @@ private:
 class ZV_EXPORT ZvDbPolyline : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbPolyline, "LWPOLYLINE")
+    /// A vertex, with what leads to the next one.
     struct Vertex
     {
-        ZvGePoint2d point;
+        ZvGePoint2d point; ///< In the coordinates of the polyline's plane.
         double bulge = 0.0; ///< Tangent of a quarter of the arc's angle to the next vertex.
+        /// Of the stroke at either end of the segment; 0 for a plain line.
         double startWidth = 0.0;
         double endWidth = 0.0;
     };
+    /// Number of vertices.
     int numVerts() const { return int(m_vertices.size()); }
+    /// In order.
     const std::vector<Vertex> &vertices() const { return m_vertices; }
+    /// Adds at the end.
     Zv::ErrorStatus addVertex(const ZvGePoint2d &point, double bulge = 0.0, double startWidth = 0.0, double endWidth = 0.0);
+    /// Replaces all.
     Zv::ErrorStatus setVertices(const std::vector<Vertex> &vertices);
+    /// The last vertex is joined with the first.
     bool isClosed() const { return (m_flags & 1) != 0; }
     Zv::ErrorStatus setClosed(bool closed);
+    /// Of the plane, along its normal.
     double elevation() const { return m_elevation; }
+    /// Of the plane, of length 1.
     ZvGeVector3d normal() const { return m_normal; }
 
 private:
@@ -151,15 +182,18 @@ private:
 class ZV_EXPORT ZvDb2dPolyline : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDb2dPolyline, "POLYLINE")
+    /// A vertex record.
     struct Vertex
     {
-        ZvGePoint3d point;
-        double bulge = 0.0;
+        ZvGePoint3d point; ///< In the coordinates of the polyline's plane, or in space.
+        double bulge = 0.0; ///< Tangent of a quarter of the arc's angle to the next vertex.
+        /// Of the stroke at either end of the segment; 0 for a plain line.
         double startWidth = 0.0;
         double endWidth = 0.0;
-        int flags = 0;
+        int flags = 0; ///< As in the file (70): 16 a point of a frame, 64 of a mesh, 128 of a polyface.
         int faces[4] = {0, 0, 0, 0}; ///< Vertex numbers from 1 of a polyface's face, below 0 for a hidden edge.
     };
+    /// In file order.
     const std::vector<Vertex> &vertices() const { return m_vertices; }
     /// 1 closed, 2 curve-fit, 4 spline-fit, 8 in space, 16 mesh, 32 mesh closed in N, 64 polyface.
     int polylineFlags() const { return m_flags; }
@@ -176,14 +210,21 @@ private:
     int m_meshN = 0;
 };
 
+/// A spline curve, with or without weights.
 class ZV_EXPORT ZvDbSpline : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbSpline, "SPLINE")
+    /// 1 and up.
     int degree() const { return m_degree; }
+    /// Start and end are one.
     bool isClosed() const { return (m_flags & 1) != 0; }
+    /// Ascending.
     const std::vector<double> &knots() const { return m_knots; }
+    /// In world coordinates.
     const std::vector<ZvGePoint3d> &controlPoints() const { return m_controlPoints; }
+    /// One for each control point; none for a curve without weights.
     const std::vector<double> &weights() const { return m_weights; }
+    /// Points that the curve was made to pass; may be none.
     const std::vector<ZvGePoint3d> &fitPoints() const { return m_fitPoints; }
     /// Points along the curve, within \a deviation of it.
     void sample(double deviation, std::vector<ZvGePoint3d> &points) const;
@@ -214,7 +255,9 @@ private:
 class ZV_EXPORT ZvDbFace : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbFace, "3DFACE")
+    /// A corner, \a i from 0 to 3. The fourth is the third for a triangle.
     ZvGePoint3d vertexAt(int i) const { return m_points[i]; }
+    /// The edge from corner \a i to the next.
     bool isEdgeVisible(int i) const { return (m_hiddenEdges & (1 << i)) == 0; }
 
 private:
@@ -222,24 +265,34 @@ private:
     int m_hiddenEdges = 0;
 };
 
+/// One line of text.
 class ZV_EXPORT ZvDbText : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbText, "TEXT")
+    /// At \a position, aligned to the left on the base line; a null \a style is the drawing's standard.
     ZvDbText(const ZvGePoint3d &position, const ZvString &text, ZvDbObjectId style, double height, double rotation);
+    /// With its control codes, such as %%c.
     ZvString textString() const { return m_text; }
     Zv::ErrorStatus setTextString(const ZvString &text);
+    /// Left end of the base line, in world coordinates.
     ZvGePoint3d position() const;
+    /// Of capitals; above 0.
     double height() const { return m_height; }
     Zv::ErrorStatus setHeight(double height);
+    /// Of the base line.
     double rotation() const { return m_rotation; }
+    /// Width of a character as a part of its natural width.
     double widthFactor() const { return m_widthFactor; }
+    /// Slant of the characters.
     double oblique() const { return m_oblique; }
+    /// Its record.
     ZvDbObjectId textStyle() const;
     Zv::ErrorStatus setTextStyle(ZvDbObjectId id);
     /// What is drawn.
     void describe(ZvGiText &text) const;
 
 protected:
+    /// The fields that all texts have; see ZvDbObject::fileFields().
     void textFields(ZvDbFiler &filer);
 
     ZvString m_text;
@@ -262,7 +315,9 @@ class ZV_EXPORT ZvDbAttribute : public ZvDbText
     ZVRX_DECLARE_MEMBERS(ZvDbAttribute)
 public:
     ZvDbAttribute() = default;
+    /// Names the attribute in its block.
     ZvString tag() const { return m_tag; }
+    /// Not shown.
     bool isInvisible() const { return (m_attributeFlags & 1) != 0; }
     const char *fileName() const override { return "ATTRIB"; }
     void fileFields(ZvDbFiler &filer) override;
@@ -279,7 +334,9 @@ class ZV_EXPORT ZvDbAttributeDefinition : public ZvDbAttribute
     ZVRX_DECLARE_MEMBERS(ZvDbAttributeDefinition)
 public:
     ZvDbAttributeDefinition() = default;
+    /// What the user is asked for its value.
     ZvString prompt() const { return m_prompt; }
+    /// The same in all references.
     bool isConstant() const { return (m_attributeFlags & 2) != 0; }
     const char *fileName() const override { return "ATTDEF"; }
     void fileFields(ZvDbFiler &filer) override;
@@ -289,24 +346,31 @@ private:
     ZvString m_prompt;
 };
 
+/// Text of several lines, with formatting inside.
 class ZV_EXPORT ZvDbMText : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbMText, "MTEXT")
     /// With its formatting codes.
     ZvString contents() const { return m_contents; }
     Zv::ErrorStatus setContents(const ZvString &contents);
+    /// The point that the attachment speaks of, in world coordinates.
     ZvGePoint3d location() const { return m_location; }
     Zv::ErrorStatus setLocation(const ZvGePoint3d &location);
+    /// Of capitals; above 0.
     double textHeight() const { return m_height; }
     Zv::ErrorStatus setTextHeight(double height);
+    /// Lines break here; 0 for no breaks.
     double width() const { return m_width; }
+    /// Of the lines, of length 1, in world coordinates.
     ZvGeVector3d direction() const;
     Zv::ErrorStatus setDirection(const ZvGeVector3d &direction);
     /// 1 top left, 2 top centre, 3 top right, 4 to 6 middle, 7 to 9 bottom.
     int attachment() const { return m_attachment; }
     Zv::ErrorStatus setAttachment(int attachment);
+    /// Its record.
     ZvDbObjectId textStyle() const;
     Zv::ErrorStatus setTextStyle(ZvDbObjectId id);
+    /// What is drawn.
     void describe(ZvGiMText &text) const;
 
 private:
@@ -327,14 +391,19 @@ private:
     double m_backgroundScale = 1.5;
 };
 
+/// A block placed in the drawing.
 class ZV_EXPORT ZvDbBlockReference : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbBlockReference, "INSERT")
+    /// The block that is shown.
     ZvDbObjectId blockTableRecord() const { return m_block; }
     Zv::ErrorStatus setBlockTableRecord(ZvDbObjectId id);
+    /// Where the block's origin is, in world coordinates.
     ZvGePoint3d position() const;
     Zv::ErrorStatus setPosition(const ZvGePoint3d &position);
+    /// Along the axes of the block; below 0 mirrors.
     ZvGeVector3d scaleFactors() const { return m_scale; }
+    /// Around the normal.
     double rotation() const { return m_rotation; }
     /// From the block's coordinates to those around the reference.
     ZvGeMatrix3d blockTransform() const;
@@ -356,13 +425,17 @@ protected:
     std::vector<ZvDbObjectId> m_attributes;
 };
 
+/// A filled area.
 class ZV_EXPORT ZvDbHatch : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbHatch, "HATCH")
     /// May be empty.
     ZvString patternName() const { return m_patternName; }
+    /// Filled all over, without a pattern.
     bool isSolidFill() const { return m_solid; }
+    /// Filled with a run of two colours.
     bool isGradient() const { return m_gradient; }
+    /// Number of boundaries.
     int numLoops() const;
     /// What is drawn, with curves within \a deviation.
     void describe(ZvGiFill &fill, double deviation) const;
@@ -408,16 +481,20 @@ private:
 class ZV_EXPORT ZvDbDimension : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbDimension, "DIMENSION")
+    /// Its record.
     ZvDbObjectId dimensionStyle() const;
     Zv::ErrorStatus setDimensionStyle(ZvDbObjectId id);
     /// Drops the overrides of the dimension, so that it looks as its style says.
     Zv::ErrorStatus setDimstyleData(ZvDbObjectId id);
     /// Text style of its dimension style; null where that cannot be read.
     ZvDbObjectId textStyleId() const;
+    /// The block with the picture; null where there is none yet.
     ZvDbObjectId dimBlockId() const { return m_block; }
     /// 0 linear, 1 aligned, 2 angular, 3 diameter, 4 radius, 5 three-point angular, 6 ordinate.
     int dimensionType() const { return m_type & 7; }
+    /// What was measured: drawing units, or radians for an angle.
     double measurement() const { return m_measurement; }
+    /// The text that replaces the measurement; empty for that itself.
     ZvString dimensionText() const { return m_text; }
 
 private:
@@ -438,11 +515,15 @@ private:
     int m_type = 0;
 };
 
+/// An arrow with a line, styled as a dimension.
 class ZV_EXPORT ZvDbLeader : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbLeader, "LEADER")
+    /// From the tip on, in world coordinates.
     const std::vector<ZvGePoint3d> &vertices() const { return m_vertices; }
+    /// Whether the tip has an arrow.
     bool hasArrowHead() const { return m_arrow; }
+    /// Its record.
     ZvDbObjectId dimensionStyle() const { return m_style; }
 
 private:
@@ -452,13 +533,16 @@ private:
     int m_pathType = 0;
 };
 
+/// A text or block with lines that point at things.
 class ZV_EXPORT ZvDbMLeader : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbMLeader, "MULTILEADER")
+    /// Its record.
     ZvDbObjectId MLeaderStyle() const { return m_style; }
     Zv::ErrorStatus setMLeaderStyle(ZvDbObjectId id);
     /// Text style of its text; that of its style where it has none. Null where that cannot be read.
     ZvDbObjectId textStyleId() const;
+    /// The text, with its formatting codes; empty for a block.
     ZvString contents() const { return m_contents; }
 
 private:
@@ -485,6 +569,7 @@ class ZV_EXPORT ZvDbTable : public ZvDbBlockReference
     ZVRX_DECLARE_MEMBERS(ZvDbTable)
 public:
     ZvDbTable() = default;
+    /// Its record.
     ZvDbObjectId tableStyle() const { return m_tableStyle; }
     Zv::ErrorStatus setTableStyle(ZvDbObjectId id);
     const char *fileName() const override { return "ACAD_TABLE"; }
@@ -500,15 +585,18 @@ class ZV_EXPORT ZvDbRasterImage : public ZvDbEntity
     ZVDB_ENTITY_COMMON(ZvDbRasterImage, "IMAGE")
     /// Path as the definition has it; empty where that cannot be read.
     ZvString imagePath() const;
+    /// Lower left corner, in world coordinates.
     ZvGePoint3d position() const { return m_position; }
     /// Vectors of one pixel.
     ZvGeVector3d pixelU() const { return m_u; }
     ZvGeVector3d pixelV() const { return m_v; }
     /// In pixels.
     ZvGePoint2d imageSize() const { return m_size; }
+    /// What is shown of it, in pixels, y down; empty for all.
     const std::vector<ZvGePoint2d> &clipBoundary() const { return m_clip; }
 
 protected:
+    /// The fields that all images have, under the class marker \a marker; see ZvDbObject::fileFields().
     void imageFields(ZvDbFiler &filer, const char *marker);
 
     ZvDbObjectId m_definition;
@@ -521,6 +609,7 @@ protected:
     int m_displayFlags = 7;
 };
 
+/// An area that covers what was drawn before it.
 class ZV_EXPORT ZvDbWipeout : public ZvDbRasterImage
 {
     ZVRX_DECLARE_MEMBERS(ZvDbWipeout)
@@ -535,20 +624,30 @@ public:
 class ZV_EXPORT ZvDbViewport : public ZvDbEntity
 {
     ZVDB_ENTITY_COMMON(ZvDbViewport, "VIEWPORT")
+    /// On the paper.
     ZvGePoint3d centerPoint() const { return m_center; }
+    /// Of the window, on the paper.
     double width() const { return m_width; }
     double height() const { return m_height; }
     /// 1 is the paper itself.
     int number() const { return m_number; }
+    /// Whether it shows anything.
     bool isOn() const { return m_status != 0; }
+    /// Middle of what is seen, in display coordinates.
     ZvGePoint2d viewCenter() const { return m_viewCenter; }
+    /// Of what is seen, in drawing units.
     double viewHeight() const { return m_viewHeight; }
+    /// The point looked at, in world coordinates.
     ZvGePoint3d viewTarget() const { return m_target; }
+    /// From the target to the eye.
     ZvGeVector3d viewDirection() const { return m_direction; }
+    /// Around the view direction.
     double twistAngle() const { return m_twist; }
     /// Layers that are frozen in this viewport only.
     const std::vector<ZvDbObjectId> &frozenLayers() const { return m_frozenLayers; }
+    /// Freezes a layer in this viewport only, or thaws it there. eInvalidInput for an id that is not valid.
     Zv::ErrorStatus freezeLayer(ZvDbObjectId layer, bool frozen);
+    /// Whether the layer is frozen here, whatever it is elsewhere.
     bool isLayerFrozen(ZvDbObjectId layer) const;
 
 private:

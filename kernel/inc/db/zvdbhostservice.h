@@ -29,16 +29,22 @@ public:
     /// Raises the change of the variable.
     Zv::ErrorStatus writeVariable(const ZvString &name, const ZvResBuf *value, ZvDbDatabase *database);
 
+    /// Block of model space; null for null.
     ZvDbObjectId modelSpaceId(const ZvDbDatabase *database);
+    /// Block of the current paper layout; null for null.
     ZvDbObjectId paperSpaceId(const ZvDbDatabase *database);
     /// The active viewport of a layout and its overall viewport: equal while the work is on the paper itself.
     void layoutIds(const ZvDbLayout *layout, ZvDbObjectId &active, ZvDbObjectId &overall);
+    /// The viewport at work; may be null.
     ZvDbObjectId currentViewportId(const ZvDbDatabase *database);
 
     /// Null when the drawing has none.
     ZvDbObjectId materialDictionaryId(const ZvDbDatabase *database);
+    /// Dictionary of the plot styles by name; made where \a create says so.
     ZvDbObjectId plotStyleDictionaryId(const ZvDbDatabase *database, bool create = false);
+    /// Dictionary of the multileader styles; null when the drawing has none.
     ZvDbObjectId mleaderStyleDictionaryId(const ZvDbDatabase *database);
+    /// Dictionary of the table styles; null when the drawing has none.
     ZvDbObjectId tableStyleDictionaryId(const ZvDbDatabase *database);
 
     /// Two questions on a text style: whether it is annotative, and whether it matches the layout's orientation.
@@ -50,6 +56,7 @@ public:
 class ZV_EXPORT ZvGsDbRootLinkage
 {
 public:
+    /// What an application adds to databases.
     class ZV_EXPORT DatabaseExtension
     {
     public:

@@ -15,20 +15,21 @@ struct ZV_EXPORT ZvDbLinetypeDefinition
     /// One length of the pattern, with what stands at its end.
     struct Element
     {
+        /// What stands at the end of the length.
         enum Kind { kPlain, kText, kShape };
         double length = 0.0; ///< Drawing units: above 0 a dash, below 0 a gap, 0 a dot.
-        Kind kind = kPlain;
+        Kind kind = kPlain; ///< Plain: nothing stands there.
         ZvString content; ///< The text, or the name of the shape.
         ZvString style; ///< Text style of the text, or file of the shape.
-        double scale = 1.0;
+        double scale = 1.0; ///< Of text or shape: the height of a text, a factor on a shape.
         double rotation = 0.0; ///< Radians.
         bool isAbsolute = false; ///< The rotation is measured from the X axis, not from the line.
         double offsetX = 0.0; ///< Drawing units, along the line.
-        double offsetY = 0.0;
+        double offsetY = 0.0; ///< The same across the line.
     };
-    ZvString name;
-    ZvString comments;
-    std::vector<Element> elements;
+    ZvString name; ///< The name, as it is written in the file.
+    ZvString comments; ///< The description; may be empty.
+    std::vector<Element> elements; ///< The pattern, in order.
     int line = 0; ///< Of the name in the file, from 1 on.
 };
 
@@ -45,6 +46,7 @@ struct ZV_EXPORT ZvDbLinetypeDefinition
 class ZV_EXPORT ZvDbLinetypeFile
 {
 public:
+    /// What is wrong with a line of the file.
     struct Problem
     {
         int line = 0; ///< From 1 on.
@@ -64,6 +66,7 @@ public:
     const std::vector<ZvDbLinetypeDefinition> &definitions() const { return m_definitions; }
     /// Case ignored; null when there is none.
     const ZvDbLinetypeDefinition *find(const ZvString &name) const;
+    /// What was found wrong, in file order.
     const std::vector<Problem> &problems() const { return m_problems; }
     /// All problems, one a line: "line 12: there is no number in ...".
     ZvString problemText() const;

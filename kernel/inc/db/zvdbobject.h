@@ -29,23 +29,32 @@ public:
     ZvDbObject(const ZvDbObject &) = delete;
     ~ZvDbObject() override;
 
+    /// Null for an object of no database.
     ZvDbObjectId objectId() const;
     /// Null for an object of no database.
     ZvDbDatabase *database() const;
+    /// Handle in the drawing file; 0 for an object of no database.
     std::uint64_t handle() const;
+    /// The object that holds this one: a table, a dictionary, a block. May be null.
     ZvDbObjectId ownerId() const;
 
     /// Gives the object back. The end of a write raises the notices and enters the undo record; a write that changed
     /// nothing leaves no trace.
     Zv::ErrorStatus close();
+    /// Open for read or for write.
     bool isReadEnabled() const;
+    /// Open for write.
     bool isWriteEnabled() const;
     /// Changed since it was opened for write. True inside objectModified() of this object.
     bool isModified() const;
+    /// Whether the object is erased; false for an object of no database.
     bool isErased() const;
     /// Erases, or un-erases with false. The object must be open for write; it stays in its place and keeps its id.
     Zv::ErrorStatus erase(bool erasing = true);
+    /// From the only reader to the writer. eWasOpenForRead with other readers, eWasOpenForWrite where it is a writer
+    /// already.
     Zv::ErrorStatus upgradeOpen();
+    /// From the writer to a reader: ends the write as close() does. eNotOpenForWrite for a reader.
     Zv::ErrorStatus downgradeOpen();
 
     /// Extended data of an application as a chain that starts with its name (type 1001), or null. The caller frees it
@@ -93,6 +102,7 @@ ZV_EXPORT Zv::ErrorStatus zvdbOpenObject(ZvDbObject *&object, ZvDbObjectId id, Z
 ZV_EXPORT Zv::ErrorStatus zvdbOpenObjectOfClass(ZvDbObject *&object, ZvDbObjectId id, ZvDb::OpenMode mode,
                                                 const ZvRxClass *cls, bool openErased = false);
 
+/// The same, with the class of the pointer as the filter.
 template<class T>
 Zv::ErrorStatus zvdbOpenObject(T *&object, ZvDbObjectId id, ZvDb::OpenMode mode, bool openErased = false)
 {
@@ -107,6 +117,7 @@ template<class T>
 class ZvDbObjectPointer
 {
 public:
+    /// As zvdbOpenObject(): check the pointer before use.
     ZvDbObjectPointer(ZvDbObjectId id, ZvDb::OpenMode mode, bool openErased = false)
     {
         m_status = zvdbOpenObject(m_object, id, mode, openErased);
@@ -114,11 +125,16 @@ public:
     ZvDbObjectPointer(const ZvDbObjectPointer &) = delete;
     ZvDbObjectPointer &operator=(const ZvDbObjectPointer &) = delete;
     ~ZvDbObjectPointer() { close(); }
+    /// What opening gave.
     Zv::ErrorStatus openStatus() const { return m_status; }
+    /// Whether the object is open.
     explicit operator bool() const { return m_object != nullptr; }
+    /// The object; null where it could not be opened, and after close().
     T *get() const { return m_object; }
+    /// Not to be used without an object.
     T *operator->() const { return m_object; }
     T &operator*() const { return *m_object; }
+    /// Closes early; a second call is nothing.
     void close()
     {
         // Forgotten first: a reactor may throw in the close, and the destructor must not close once more.

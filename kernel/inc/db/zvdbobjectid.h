@@ -17,13 +17,16 @@ class ZV_EXPORT ZvDbObjectId
 {
 public:
     ZvDbObjectId() = default;
+    /// The id of a value that asInt64() gave.
     static ZvDbObjectId fromInt64(std::uint64_t value)
     {
         ZvDbObjectId id;
         id.m_value = value;
         return id;
     }
+    /// The id as a number, for property bags and streams.
     std::uint64_t asInt64() const { return m_value; }
+    /// The id of nothing.
     bool isNull() const { return m_value == 0; }
     /// Not null, and known to a database that lives. An erased id may still be valid.
     bool isValid() const;
@@ -37,6 +40,7 @@ public:
     std::uint64_t handle() const;
     /// Dense position in the database, 1 for the first object; 0 for the null id.
     std::uint32_t index() const { return std::uint32_t(m_value); }
+    /// By the number; the order has no further meaning.
     bool operator==(const ZvDbObjectId &o) const { return m_value == o.m_value; }
     bool operator!=(const ZvDbObjectId &o) const { return m_value != o.m_value; }
     bool operator<(const ZvDbObjectId &o) const { return m_value < o.m_value; }
@@ -46,9 +50,11 @@ private:
 };
 
 namespace std {
+/// Lets ids be keys of the standard's hash tables.
 template<>
 struct hash<ZvDbObjectId>
 {
+    /// Spreads the dense positions over the whole range.
     size_t operator()(const ZvDbObjectId &id) const { return size_t(id.asInt64() * 0x9E3779B97F4A7C15ull); }
 };
 }

@@ -13,6 +13,7 @@ class ZV_EXPORT ZvDbNamedObject : public ZvDbObject
 public:
     /// Name of the entry in the owning dictionary; the object's own where it stands in none.
     ZvString name() const;
+    /// The same with a status.
     Zv::ErrorStatus getName(ZvString &name) const;
     /// Renames the entry as well. eInvalidInput, eDuplicateKey.
     Zv::ErrorStatus setName(const ZvString &name);
@@ -23,11 +24,13 @@ protected:
     ZvString m_name;
 };
 
+/// A material.
 class ZV_EXPORT ZvDbMaterial : public ZvDbNamedObject
 {
     ZVRX_DECLARE_MEMBERS(ZvDbMaterial)
 public:
     ZvDbMaterial() = default;
+    /// A text of the user's; may be empty.
     ZvString description() const { return m_description; }
     /// Diffuse colour; white where the material says nothing.
     ZvCmColor diffuse() const { return m_diffuse; }
@@ -39,17 +42,23 @@ private:
     ZvCmColor m_diffuse;
 };
 
+/// A multileader style.
 class ZV_EXPORT ZvDbMLeaderStyle : public ZvDbNamedObject
 {
     ZVRX_DECLARE_MEMBERS(ZvDbMLeaderStyle)
 public:
     ZvDbMLeaderStyle() = default;
+    /// Style of the text.
     ZvDbObjectId textStyleId() const { return m_textStyle; }
     Zv::ErrorStatus setTextStyleId(ZvDbObjectId id);
+    /// Drawing units; above 0.
     double textHeight() const { return m_textHeight; }
     Zv::ErrorStatus setTextHeight(double height);
+    /// Length of the arrow in drawing units.
     double arrowSize() const { return m_arrowSize; }
+    /// Of the leader line.
     ZvCmColor leaderColor() const { return m_leaderColor; }
+    /// Factor on all sizes of the style.
     double scale() const { return m_scale; }
     const char *fileName() const override { return "MLEADERSTYLE"; }
     void fileFields(ZvDbFiler &filer) override;
@@ -63,6 +72,7 @@ private:
     double m_scale = 1.0;
 };
 
+/// A table style.
 class ZV_EXPORT ZvDbTableStyle : public ZvDbNamedObject
 {
     ZVRX_DECLARE_MEMBERS(ZvDbTableStyle)
@@ -70,6 +80,7 @@ public:
     ZvDbTableStyle() = default;
     /// Names of the cell styles, the predefined ones as "_TITLE", "_HEADER" and "_DATA" first. Replaces the content.
     Zv::ErrorStatus getCellStyles(ZvArray<ZvString> &names) const;
+    /// A text of the user's; may be empty.
     ZvString description() const { return m_description; }
     /// Text style of the data cells.
     ZvDbObjectId textStyleId() const { return m_textStyle; }
@@ -98,6 +109,7 @@ class ZV_EXPORT ZvDbDictionaryVar : public ZvDbNamedObject
     ZVRX_DECLARE_MEMBERS(ZvDbDictionaryVar)
 public:
     ZvDbDictionaryVar() = default;
+    /// As it stands in the file.
     ZvString value() const { return m_value; }
     Zv::ErrorStatus setValue(const ZvString &value);
     const char *fileName() const override { return "DICTIONARYVAR"; }
@@ -120,11 +132,14 @@ public:
     bool isForModel() const { return (m_plotFlags & kForModel) != 0; }
     /// Paper size and margins in millimetres, as the sheet lies; (left, bottom) and (right, top).
     ZvGePoint2d paperSize() const { return m_paperSize; }
+    /// Of the margins: what the device cannot print.
     ZvGePoint2d marginsMinimum() const { return m_marginsMin; }
     ZvGePoint2d marginsMaximum() const { return m_marginsMax; }
     /// 0 inches, 1 millimetres, 2 pixels.
     int paperUnits() const { return m_paperUnits; }
+    /// As the plotter calls it.
     ZvString paperName() const { return m_paperName; }
+    /// Name of the plotter, or of its configuration file; may be empty.
     ZvString plotterName() const { return m_plotter; }
     /// 0 to 3 quarter turns.
     int plotRotation() const { return m_rotation; }
@@ -141,7 +156,9 @@ public:
     /// Corners of the window in drawing units, and name of the view, for the plot types that show these.
     ZvGePoint2d plotWindowMinimum() const { return m_windowMin; }
     ZvGePoint2d plotWindowMaximum() const { return m_windowMax; }
+    /// For the plot type that shows a view.
     ZvString plotViewName() const { return m_plotView; }
+    /// Else every line is a hairline.
     bool plotsLineWeights() const { return (m_plotFlags & kLineWeights) != 0; }
     /// Name of the plot style table file.
     ZvString styleSheet() const { return m_styleSheet; }
@@ -171,14 +188,19 @@ protected:
     int m_scaleType = 16; ///< 0 to fit, 16 one to one.
 };
 
+/// A layout with its page set-up.
 class ZV_EXPORT ZvDbLayout : public ZvDbPlotSettings
 {
     ZVRX_DECLARE_MEMBERS(ZvDbLayout)
 public:
     ZvDbLayout() = default;
+    /// What its tab shows; "Model" for model space.
     ZvString layoutName() const { return name(); }
+    /// The block with the layout's content.
     ZvDbObjectId getBlockTableRecordId() const { return m_block; }
+    /// Place of the tab, 0 for model space.
     int tabOrder() const { return m_tabOrder; }
+    /// Model space rather than paper.
     bool isModelType() const;
     /// The viewport that was last worked in; may be null.
     ZvDbObjectId lastViewportId() const { return m_lastViewport; }

@@ -12,6 +12,7 @@
 /// What many entities have in common, property by property; see zvdbSummarizeEntities().
 struct ZV_EXPORT ZvDbEntitySummary
 {
+    /// Properties of entities: bits to be combined.
     enum Property : unsigned {
         kColor = 0x1,
         kLinetype = 0x2,
@@ -25,21 +26,21 @@ struct ZV_EXPORT ZvDbEntitySummary
         kMLeaderStyle = 0x200, ///< Of ZvDbMLeader.
     };
     static constexpr unsigned kCommonProperties = 0x3F; ///< Those that every entity has.
-    static constexpr unsigned kAllProperties = 0x3FF;
+    static constexpr unsigned kAllProperties = 0x3FF; ///< Every one of Property.
 
     unsigned found = 0; ///< Properties with a value below.
     unsigned mixed = 0; ///< Properties in which the entities differ, or that one of them lacks.
 
-    ZvCmColor color;
-    ZvString linetype;
-    ZvDb::LineWeight lineWeight = ZvDb::kLnWtByLayer;
-    ZvDbObjectId layer;
-    ZvString material;
-    ZvString plotStyle;
-    ZvDbObjectId tableStyle;
-    ZvDbObjectId dimStyle;
-    ZvDbObjectId textStyle;
-    ZvDbObjectId mleaderStyle;
+    ZvCmColor color; ///< By layer and by block not resolved.
+    ZvString linetype; ///< Name.
+    ZvDb::LineWeight lineWeight = ZvDb::kLnWtByLayer; ///< Hundredths of a millimetre or a negative value.
+    ZvDbObjectId layer; ///< Its record.
+    ZvString material; ///< Name.
+    ZvString plotStyle; ///< Name.
+    ZvDbObjectId tableStyle; ///< Its record.
+    ZvDbObjectId dimStyle; ///< Its record.
+    ZvDbObjectId textStyle; ///< Its record.
+    ZvDbObjectId mleaderStyle; ///< Its record.
 };
 
 /// Summarises entities of one database, each read at most once, as if all were opened and compared: the common

@@ -11,7 +11,9 @@ class ZV_EXPORT ZvDbSymbolTableRecord : public ZvDbObject
 {
     ZVRX_DECLARE_MEMBERS(ZvDbSymbolTableRecord)
 public:
+    /// The same as name(); always eOk.
     Zv::ErrorStatus getName(ZvString &name) const;
+    /// Unlike every other of the table, case ignored.
     ZvString name() const { return m_name; }
     /// Names are 1 to 255 characters, without < > / \ " : ; ? * = ` and |, and unlike every other of the table, case
     /// ignored. eInvalidInput, eDuplicateKey.
@@ -27,6 +29,7 @@ public:
 
 protected:
     ZvDbSymbolTableRecord() = default;
+    /// Sets or clears a bit of flags().
     void setFlag(int bit, bool on);
 
     friend class ZvDbObjectAccess;
@@ -34,13 +37,18 @@ protected:
     int m_flags = 0;
 };
 
+/// Walks the records of a table, in the order in which they were added. Deleted by the caller.
 class ZV_EXPORT ZvDbSymbolTableIterator
 {
 public:
     ~ZvDbSymbolTableIterator();
+    /// Goes back to the first record.
     void start();
+    /// Whether the walk is at its end.
     bool done() const;
+    /// Goes on.
     void step();
+    /// The record at hand; null, or eFailed, at the end.
     ZvDbObjectId getRecordId() const;
     Zv::ErrorStatus getRecordId(ZvDbObjectId &id) const;
 
@@ -60,7 +68,9 @@ public:
     ~ZvDbSymbolTable() override;
     /// Case ignored; the null id for an unknown name. Erased records are not found unless asked for.
     ZvDbObjectId getIdAt(const ZvString &name, bool erasedToo = false) const;
+    /// The same with a status: eKeyNotFound for an unknown name.
     Zv::ErrorStatus getAt(const ZvString &name, ZvDbObjectId &id, bool erasedToo = false) const;
+    /// Whether there is a record of that name, case ignored, that is not erased.
     bool has(const ZvString &name) const { return !getIdAt(name).isNull(); }
     /// An iterator that the caller deletes. It holds what it needs: the table may be closed before the walk. Records
     /// erased during the walk are passed over with \a skipErased.
@@ -77,6 +87,7 @@ public:
 
 protected:
     ZvDbSymbolTable();
+    /// Copies what the table says of itself; the records stay each table's own.
     ZvDbSymbolTable &operator=(const ZvDbSymbolTable &other);
 
 private:
@@ -85,6 +96,7 @@ private:
     std::unique_ptr<Private> d;
 };
 
+/// A table whose class adds nothing but its name.
 #define ZVDB_DECLARE_TABLE(ClassName)                      \
     class ZV_EXPORT ClassName : public ZvDbSymbolTable     \
     {                                                      \
@@ -103,6 +115,7 @@ ZVDB_DECLARE_TABLE(ZvDbViewportTable)
 ZVDB_DECLARE_TABLE(ZvDbRegAppTable)
 ZVDB_DECLARE_TABLE(ZvDbBlockTable)
 
+/// The layers of a drawing.
 class ZV_EXPORT ZvDbLayerTable : public ZvDbSymbolTable
 {
     ZVRX_DECLARE_MEMBERS(ZvDbLayerTable)

@@ -6,6 +6,7 @@
 
 namespace ZvDb {
 
+/// What an object is opened for: many may read it, one may write it.
 enum OpenMode { kForRead, kForWrite };
 
 /// Line weights in hundredths of a millimetre; the negative values refer. Never scaled by zoom.
@@ -46,6 +47,7 @@ enum FileVersion { kR12, kR13, kR14, kR2000, kR2004, kR2007, kR2010, kR2013, kR2
 /// Kind of the plot style that an entity names.
 enum PlotStyleNameType { kPlotStyleByLayer = 0, kPlotStyleByBlock = 1, kPlotStyleNormal = 2, kPlotStyleById = 3 };
 
+/// Whether an entity is shown at all.
 enum Visibility { kVisible = 0, kInvisible = 1 };
 }
 

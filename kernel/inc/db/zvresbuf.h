@@ -26,21 +26,23 @@ enum {
 /// zvutRelRb(), the whole chain with its texts.
 struct ZV_EXPORT ZvResBuf
 {
-    ZvResBuf *rbnext = nullptr;
-    int restype = ZvRes::kNone;
+    ZvResBuf *rbnext = nullptr; ///< The next of the chain; null at its end.
+    int restype = ZvRes::kNone; ///< One of ZvRes, or a group code: tells which member counts.
+    /// The value; the member is that of the type.
     union Value {
-        short rint;
-        int rlong;
-        double rreal;
-        double rpoint[3];
+        short rint; ///< kShort
+        int rlong; ///< kLong
+        double rreal; ///< kReal
+        double rpoint[3]; ///< kPoint2d and kPoint3d
         wchar_t *rstring; ///< Null counts as empty.
-        std::uint64_t rid;
-    } resval = {};
+        std::uint64_t rid; ///< kObjectId
+    } resval = {}; ///< The value.
 
     /// The id of a buffer that holds one, the null id otherwise.
     ZvDbObjectId getObjectId() const;
     /// The same; null also when the id belongs to another database.
     ZvDbObjectId getObjectId(const ZvDbDatabase *database) const;
+    /// Makes the buffer one of the type kObjectId.
     void setObjectId(ZvDbObjectId id);
     /// The text of a text type (5005, 1000 to 1009, group codes of texts), empty otherwise.
     ZvString text() const;
@@ -54,6 +56,7 @@ ZV_EXPORT ZvResBuf *zvutNewRb(int type);
 ZV_EXPORT int zvutRelRb(ZvResBuf *chain);
 /// A new copy of the text, to be freed by zvutDelString() or with the buffer it is put in. Null gives null.
 ZV_EXPORT wchar_t *zvutNewString(const wchar_t *text);
+/// Frees what zvutNewString() made; null: nothing.
 ZV_EXPORT void zvutDelString(wchar_t *text);
 
 #endif

@@ -23,6 +23,7 @@ ZV_EXPORT std::uint64_t zvsiutEntityImagesDrawn();
 ZV_EXPORT const std::uint32_t *zvsiutCurPalette();
 /// Background of the drawing views, packed 0x00BBGGRR.
 ZV_EXPORT void zvsiutSetDisplayBackground(unsigned background);
+/// What was set last.
 ZV_EXPORT unsigned zvsiutDisplayBackground();
 
 #endif

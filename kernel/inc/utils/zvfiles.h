@@ -24,9 +24,11 @@ ZV_EXPORT bool zvutIsExistFile(const ZvUtf8String &path);
 ZV_EXPORT int zvutAccessFile(const ZvString &path, int mode);
 /// Whether the system can store a file of that path: components of 1 to 255 bytes, at most 4095 bytes in all, no zero.
 ZV_EXPORT bool zvutIsValidFilePathName(const ZvUtf8String &path);
+/// True for an existing folder.
 ZV_EXPORT bool isDir(const ZvUtf8String &path);
 /// 0 for a missing file.
 ZV_EXPORT long long zvutGetFileSize(const ZvUtf8String &path);
+/// Login name of the user; empty where it cannot be found.
 ZV_EXPORT ZvUtf8String zvutGetUserName();
 /// Without "/" at the end.
 ZV_EXPORT ZvUtf8String zvutGetHomeDir();

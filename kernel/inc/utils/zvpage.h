@@ -14,10 +14,12 @@
 struct ZV_EXPORT ZvGiPage
 {
     ZvDbObjectId block; ///< Whose entities are plotted; null for a page of nothing.
-    ZvString paperName;
+    ZvString paperName; ///< As the plotter calls it.
+    /// Of the sheet.
     double width = 420.0;
     double height = 297.0;
     // What the device cannot print along the edges.
+    /// What the device cannot print along this edge.
     double marginLeft = 10.0;
     double marginRight = 10.0;
     double marginTop = 10.0;
@@ -27,6 +29,7 @@ struct ZV_EXPORT ZvGiPage
     ZvGeExtents2d area; ///< What is plotted, in drawing units; empty: whatever is in the printable area.
     bool lineWeights = true; ///< Else every line is a hairline.
 
+    /// Of the sheet without its margins.
     double printableWidth() const { return width - marginLeft - marginRight; }
     double printableHeight() const { return height - marginTop - marginBottom; }
 };

@@ -16,15 +16,15 @@ public:
     /// Layout of a pixel, read as a little-endian number: position and size of each component in bits.
     struct tagPixelFormatInfo
     {
-        std::uint8_t redOffset = 0;
-        std::uint8_t redBits = 0;
-        std::uint8_t greenOffset = 0;
-        std::uint8_t greenBits = 0;
-        std::uint8_t blueOffset = 0;
-        std::uint8_t blueBits = 0;
-        std::uint8_t alphaOffset = 0;
-        std::uint8_t alphaBits = 0;
-        std::uint8_t bitsPerPixel = 0;
+        std::uint8_t redOffset = 0; ///< Position of red, from the lowest bit.
+        std::uint8_t redBits = 0; ///< Number of bits of red.
+        std::uint8_t greenOffset = 0; ///< Position of green.
+        std::uint8_t greenBits = 0; ///< Number of bits of green.
+        std::uint8_t blueOffset = 0; ///< Position of blue.
+        std::uint8_t blueBits = 0; ///< Number of bits of blue.
+        std::uint8_t alphaOffset = 0; ///< Position of alpha.
+        std::uint8_t alphaBits = 0; ///< Number of bits of alpha; 0 without one.
+        std::uint8_t bitsPerPixel = 0; ///< All in all, padding included.
     };
     /// In pixels.
     virtual std::uint32_t pixelWidth() const = 0;
@@ -41,19 +41,25 @@ public:
     virtual void getScanLine(std::uint32_t row, std::uint8_t *to) const = 0;
     /// The pixel block as it lies. May be null; then only getScanLine() answers.
     virtual const std::uint8_t *scanLines() const = 0;
+    /// Layout of a pixel; of no meaning with a palette.
     virtual tagPixelFormatInfo pixelFormat() const = 0;
 
     /// Bytes of a row of \a width pixels, padded to four.
     static std::uint32_t calcBMPScanLineSize(std::uint32_t width, int bitsPerPixel);
     /// The formats that show true colours everywhere: red first in memory.
     static tagPixelFormatInfo rgb24();
+    /// 24 bits, blue first in memory.
     static tagPixelFormatInfo bgr24();
+    /// 32 bits with alpha, red first in memory.
     static tagPixelFormatInfo rgba32();
+    /// 32 bits with alpha, blue first in memory.
     static tagPixelFormatInfo bgra32();
+    /// 16 bits, five each.
     static tagPixelFormatInfo rgb555();
     /// Format that belongs to a depth when none is told: 24 red first, 32 red first with alpha, 16 is 5-5-5.
     static tagPixelFormatInfo formatOfDepth(int bitsPerPixel);
 };
+/// Counted pointer to a raster image.
 typedef ZvSmartPtr<ZvGiRasterImage> ZvGiRasterImagePtr;
 
 /// A raster with a copy of these pixels. \a palette is packed as above and may be null; without a \a format it is
@@ -67,7 +73,8 @@ class ZV_EXPORT ZvLastImageInfo : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvLastImageInfo)
 public:
-    ZvGiRasterImagePtr image;
+    ZvGiRasterImagePtr image; ///< The picture.
+    /// Its size in pixels.
     int width = 0;
     int height = 0;
 };

@@ -15,7 +15,7 @@ class QPainter;
 /// the picture.
 struct ZV_EXPORT ZvGiView
 {
-    ZvGePoint3d target;
+    ZvGePoint3d target; ///< The point looked at, in world coordinates.
     ZvGeVector3d direction {0, 0, 1}; ///< From the target to the eye.
     double twist = 0.0; ///< Radians.
     ZvGePoint2d center; ///< In display coordinates.
@@ -32,18 +32,20 @@ struct ZV_EXPORT ZvGiView
 class ZV_EXPORT ZvGiRenderer
 {
 public:
+    /// How a drawing is drawn.
     struct Options
     {
         unsigned background = 0xFF21211E; ///< Packed, red in bits 0 to 7; decides white or black for colour 7.
         bool lineWeights = false; ///< Show weights; else every line is one pixel.
         double pixelsPerMillimetre = 96.0 / 25.4; ///< For line weights.
         bool plotting = false; ///< Leave out what is not plottable; colours as on paper.
-        bool monochrome = false;
-        bool antialiasing = true;
+        bool monochrome = false; ///< Every line and area black, or white on a dark background.
+        bool antialiasing = true; ///< Smooth edges.
         bool highlight = false; ///< Draw all as selected.
-        unsigned highlightColor = 0xFFE8A317;
+        unsigned highlightColor = 0xFFE8A317; ///< Of what is drawn as selected; packed.
     };
 
+    /// For drawings of \a database, which must outlive it; null draws nothing.
     explicit ZvGiRenderer(ZvDbDatabase *database);
     ~ZvGiRenderer();
     ZvGiRenderer(const ZvGiRenderer &) = delete;
