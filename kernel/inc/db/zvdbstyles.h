@@ -167,6 +167,7 @@ public:
 
 protected:
     friend class ZvDbObjectAccess;
+    /// Bits of the plot flags, as in the file (70).
     enum PlotFlag { kCentered = 4, kStandardScale = 16, kLineWeights = 128, kForModel = 1024 };
     ZvString m_settingsName;
     ZvString m_paperName;
