@@ -57,7 +57,7 @@ def prepare(root, work):
         else:
             missing.append(name)
     (work / "pictures.dox").write_text("".join(lines), encoding="utf-8")
-    return missing if (root / PICTURES).is_dir() else []
+    return missing
 
 
 def run_doxygen(doxygen, root, work, output):
