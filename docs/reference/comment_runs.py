@@ -2,7 +2,7 @@
 """Headers as the reference reads them.
 
 A comment in our headers speaks for what stands right below it and, where these follow without a break, for what goes
-with that by its name: the setter behind its getter, overloads, "green" and "blue" behind "red", a run of properties. Doxygen gives a comment
+with that by its name: the setter behind its getter, overloads but of constructors, "green" and "blue" behind "red", a run of properties. Doxygen gives a comment
 to one declaration alone unless a group is marked. mark() marks these groups and adds no line, so that warnings tell the
 header's own lines.
 """
@@ -56,6 +56,8 @@ def name_of(lines, first, last):
     """What is declared: a function, or a variable. Properties in a row go together."""
     code = " ".join(without_texts(line).strip() for line in lines[first:last + 1])
     code = re.sub(r"^template\s*<[^>]*>\s*", "", code).split("{")[0] + ";"
+    if re.match(r"^(explicit\s+)?(?!Q_)~?[A-Z]\w*\(", code):
+        return "" # a constructor: others do something else
     operator = re.search(r"\boperator\s*(\S+?)\s*\(", code)
     if operator:
         return "operator"
@@ -119,7 +121,7 @@ def mark(text, virtuals):
         lines[0] = "/** \\file */" # in the licence's place: free functions are shown for files that are documented
     for at, line in enumerate(lines):
         match = re.match(r"^(\s+)(\S.*\b(\w+)\(.*\boverride;)$", line)
-        if match and match[3] not in virtuals and not COMMENT.match(lines[at - 1]):
+        if match and "~" not in line and match[3] not in virtuals and not COMMENT.match(lines[at - 1]):
             lines[at] = f"{match[1]}/** Reimplemented from the Qt base class. */ {match[2]}"
         # What a class keeps for those derived from it is told where they have to know it.
         match = re.match(r"^(\s+)([^(]*\bm_\w+(\s*=[^;]*|\s*\{[^;]*\})?;)(\s*//(?!/).*)?$", line)

@@ -77,6 +77,7 @@ public:
 
     /// Not hooked.
     explicit ZvColorComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvColorComboBox(bool hook, QWidget *parent);
     /// Adds \a color to the list and shows it, where colours are shown by the palette in force.
     ZvColorComboBox(bool hook, const ZvCmColor &color, QWidget *parent);

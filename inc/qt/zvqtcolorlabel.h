@@ -22,6 +22,7 @@ public:
     void SetColor(QColor &color);
     /// \a color is a QRgb.
     void SetColor(unsigned color);
+    /// The colour as the palette in force shows it.
     void SetColor(const ZvCmColor &color);
 
 private:

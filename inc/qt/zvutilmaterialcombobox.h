@@ -20,6 +20,7 @@ class ZV_EXPORT ZvUtilsMaterialComboBox : public QComboBox, public CZvQtControlH
 public:
     /// Not hooked.
     explicit ZvUtilsMaterialComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsMaterialComboBox(bool hook, QWidget *parent);
     ~ZvUtilsMaterialComboBox() override;
 

@@ -20,6 +20,7 @@ class ZV_EXPORT ZvUtilsDimStyleComboBox : public QComboBox, public CZvQtControlH
 public:
     /// Not hooked.
     explicit ZvUtilsDimStyleComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsDimStyleComboBox(bool hook, QWidget *parent);
     ~ZvUtilsDimStyleComboBox() override;
 

@@ -20,6 +20,7 @@ class ZV_EXPORT ZvUtilsMleaderStyleComboBox : public QComboBox, public CZvQtCont
 public:
     /// Not hooked.
     explicit ZvUtilsMleaderStyleComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsMleaderStyleComboBox(bool hook, QWidget *parent);
     ~ZvUtilsMleaderStyleComboBox() override;
 

@@ -20,6 +20,7 @@ class ZV_EXPORT ZvUtilsPlotStyleNameComboBox : public QComboBox, public CZvQtCon
 public:
     /// Not hooked.
     explicit ZvUtilsPlotStyleNameComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *parent);
     ~ZvUtilsPlotStyleNameComboBox() override;
 

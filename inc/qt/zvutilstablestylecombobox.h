@@ -20,6 +20,7 @@ class ZV_EXPORT ZvUtilsTableStyleComboBox : public QComboBox, public CZvQtContro
 public:
     /// Not hooked.
     explicit ZvUtilsTableStyleComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsTableStyleComboBox(bool hook, QWidget *parent);
     ~ZvUtilsTableStyleComboBox() override;
 

@@ -26,6 +26,7 @@ class ZV_EXPORT ZvUtilsTextStyleComboBox : public QComboBox, public CZvQtControl
 public:
     /// Not hooked. \a sorted: by name, otherwise in the drawing's order.
     ZvUtilsTextStyleComboBox(QWidget *parent, bool sorted);
+    /// With \a hook it follows the drawing and writes to it; \a sorted as above.
     ZvUtilsTextStyleComboBox(bool hook, QWidget *parent, bool sorted);
     /// What a form makes: not hooked, sorted.
     explicit ZvUtilsTextStyleComboBox(QWidget *parent) : ZvUtilsTextStyleComboBox(parent, true) { }

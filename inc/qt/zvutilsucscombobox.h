@@ -25,6 +25,7 @@ class ZV_EXPORT ZvUtilsUcsComboBox : public QComboBox, public CZvQtControlHelp
 public:
     /// Not hooked.
     explicit ZvUtilsUcsComboBox(QWidget *parent);
+    /// With \a hook it follows the drawing and writes to it.
     ZvUtilsUcsComboBox(bool hook, QWidget *parent);
     ~ZvUtilsUcsComboBox() override;
 

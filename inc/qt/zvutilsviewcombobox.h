@@ -36,6 +36,7 @@ public:
 
     /// Not hooked.
     explicit ZvUtilsViewComboBox(QWidget *parent);
+    /// With \a hook the list is filled anew each time it opens.
     ZvUtilsViewComboBox(bool hook, QWidget *parent);
     ~ZvUtilsViewComboBox() override;
 

@@ -107,6 +107,7 @@ class CommentRuns(unittest.TestCase):
 
     def test_what_does_not_go_together_shares_none(self):
         for text in ["    /// Text.\n    int size() const;\n    int length() const;\n",
+                     "    /// Text.\n    explicit Box(int size);\n    Box(bool hook, int size);\n",
                      "    /// Text.\n    int size() const;\n\n    void setSize(int size);\n",
                      "    /// Text.\n    int size() const;\n    /// Other.\n    void setSize(int size);\n",
                      "    /// Text.\n    class A\n    {\n    };\n",
@@ -131,6 +132,7 @@ class CommentRuns(unittest.TestCase):
                                    {"isA"})
         self.assertIn("Reimplemented from the Qt base class. */ void paintEvent", marked)
         self.assertNotIn("*/ int isA", marked)
+        self.assertNotIn("Reimplemented", comment_runs.mark("// x\nclass A\n{\n    ~A() override;\n", set()))
 
 
 class Reference(unittest.TestCase):

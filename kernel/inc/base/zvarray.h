@@ -48,7 +48,9 @@ public:
 
     /// Empty with room for \a physicalLength elements. The room grows by \a growLength at least, or by half.
     explicit ZvArray(int physicalLength = 0, int growLength = 8) : m_grow(growLength) { setPhysicalLength(physicalLength); }
+    /// Copies the elements.
     ZvArray(const ZvArray &other) : m_grow(other.m_grow) { append(other); }
+    /// Takes the elements over.
     ZvArray(ZvArray &&other) noexcept { swap(other); }
     /// Takes over the elements; the step of growth of the other array too.
     ZvArray &operator=(const ZvArray &other)
@@ -108,6 +110,7 @@ public:
         insertAt(m_length, value);
         return m_length - 1;
     }
+    /// Adds all elements of the other array at the end.
     void append(const ZvArray &other)
     {
         setPhysicalLength(std::max(m_room, m_length + other.m_length));

@@ -16,8 +16,11 @@ public:
     ZvSmartPtr(std::nullptr_t) { }
     /// Adds a reference of its own.
     ZvSmartPtr(T *object) : m_object(object) { addRef(); }
+    /// Adds a reference.
     ZvSmartPtr(const ZvSmartPtr &other) : m_object(other.m_object) { addRef(); }
+    /// Takes the reference over; \a other is null then.
     ZvSmartPtr(ZvSmartPtr &&other) noexcept : m_object(other.m_object) { other.m_object = nullptr; }
+    /// Adds a reference; of a pointer to a class derived from \a T.
     template<class U>
     ZvSmartPtr(const ZvSmartPtr<U> &other) : m_object(other.get())
     {

@@ -20,15 +20,21 @@ class ZV_EXPORT ZvString
 {
 public:
     ZvString() = default;
-    /// A copy, up to the zero or of \a length characters; null gives an empty string.
+    /// A copy up to the zero; null gives an empty string.
     ZvString(const wchar_t *text);
+    /// A copy of \a length characters.
     ZvString(const wchar_t *text, int length);
     /// A string of this one character.
     explicit ZvString(wchar_t character);
+    /// From UTF-8, up to the zero; null gives an empty string.
     ZvString(const char *utf8);
+    /// From UTF-8.
     ZvString(const ZvUtf8String &utf8);
+    /// From UTF-8.
     explicit ZvString(std::string_view utf8);
+    /// Shares the text.
     ZvString(const ZvString &other);
+    /// Takes the text over; \a other is empty then.
     ZvString(ZvString &&other) noexcept : m_data(other.m_data) { other.m_data = nullptr; }
     /// Shares the text.
     ZvString &operator=(const ZvString &other);
@@ -104,12 +110,17 @@ class ZV_EXPORT ZvUtf8String
 {
 public:
     ZvUtf8String() = default;
-    /// A copy; null gives an empty string. Bytes that are no UTF-8 are kept.
+    /// A copy up to the zero; null gives an empty string. Bytes that are no UTF-8 are kept.
     ZvUtf8String(const char *utf8);
+    /// A copy of \a length bytes.
     ZvUtf8String(const char *utf8, int length);
+    /// The same text in UTF-8.
     ZvUtf8String(const ZvString &wide);
+    /// A copy.
     ZvUtf8String(const std::string &utf8);
+    /// Shares the text.
     ZvUtf8String(const ZvUtf8String &other);
+    /// Takes the text over; \a other is empty then.
     ZvUtf8String(ZvUtf8String &&other) noexcept : m_data(other.m_data) { other.m_data = nullptr; }
     /// Shares the text.
     ZvUtf8String &operator=(const ZvUtf8String &other);

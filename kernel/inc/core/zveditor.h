@@ -258,6 +258,7 @@ public:
     virtual bool mayClose(ZvApDocument *document) = 0;
     /// Progress of long work; may be null.
     virtual ZvDbProgress *beginProgress(const ZvString &title) = 0;
+    /// Ends what beginProgress() began.
     virtual void endProgress() = 0;
     /// Tells the user what went wrong, or what reading a file had to report.
     virtual void showFileReport(const ZvString &path, const ZvDbFileReport &report) = 0;
