@@ -21,6 +21,13 @@ cmake --build "$folder/cmake" > "$folder/build.log"
 "$folder/cmake/consumer"
 "$folder/cmake/form"
 
+plugin=$(find "$stage" -name libzevadesigner.so)
+if [ -n "$plugin" ]; then
+    echo "== a form with the installed plugin"
+    QT_PLUGIN_PATH=$(dirname "$(dirname "$plugin")") \
+        "$folder/cmake/load_form" "$here/../auto/designer/all_widgets.ui" "$folder/form.png"
+fi
+
 echo "== by pkg-config"
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 flags=$(pkg-config --cflags --libs zevaqt)
