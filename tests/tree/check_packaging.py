@@ -47,8 +47,8 @@ def check_manual(program):
     complaints = [] if is_content and not said.strip() else [said]
     if program:
         help_text = subprocess.run([program, "--help"], capture_output=True, check=True, text=True).stdout
-        known = set(re.findall(r"--[a-z]+", help_text))
-        described = set(re.findall(r"--[a-z]+", page.read_text(encoding="utf-8").replace("\\-", "-")))
+        known = set(re.findall(r"--[a-z]+(?:-[a-z]+)*", help_text))
+        described = set(re.findall(r"--[a-z]+(?:-[a-z]+)*", page.read_text(encoding="utf-8").replace("\\-", "-")))
         complaints += [f"{option}: not in the manual page" for option in sorted(known - described)]
         complaints += [f"{option}: not an option" for option in sorted(described - known)]
         if not known:
