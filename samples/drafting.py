@@ -74,6 +74,17 @@ def save(doc, path):
     doc.saveas(path)
 
 
+def plot_model(doc, name, width, height):
+    """Model space comes on one sheet, as large as fits, in its middle."""
+    fit, centered, model = 0, 4, 1024
+    doc.modelspace().dxf_layout.update_dxf_attribs({
+        "paper_size": name, "paper_width": width, "paper_height": height, "plot_rotation": 0,
+        "plot_type": 1,  # all that is drawn
+        "plot_layout_flags": model + centered + 16 + 128,  # by the standard scale, with line weights
+        "standard_scale_type": fit,
+    })
+
+
 def style(doc, name, font, family, width=1.0, bold=False):
     entry = doc.styles.new(name, dxfattribs={"font": font, "width": width})
     entry.set_extended_font_data(family, bold=bold)

@@ -4,7 +4,7 @@
 import math
 
 from drafting import (
-    Pen, current_names, layer, material, new_document, render_dimension, table_style)
+    Pen, current_names, layer, material, new_document, plot_model, render_dimension, table_style)
 
 SHEET = (0.0, 0.0, 420.0, 297.0)
 FRAME = (25.0, 5.0, 415.0, 292.0)
@@ -410,6 +410,7 @@ def add_sheet(part):
 
 def add_paper(part):
     doc = part.doc
+    plot_model(doc, "ISO_A3_(420.00_x_297.00_MM)", 420, 297)
     doc.layouts.rename("Layout1", "A3 图纸")
     layout = doc.layout("A3 图纸")
     layout.page_setup(size=(420, 297), margins=(0, 0, 0, 0), units="mm", name="ISO_A3", device="")

@@ -7,7 +7,8 @@ from ezdxf.math import Vec2
 from ezdxf.render import mleader
 
 from drafting import (
-    Pen, current_names, layer, material, new_document, rectangle, render_dimension, table_style, union_loops)
+    Pen, current_names, layer, material, new_document, plot_model, rectangle, render_dimension, table_style,
+    union_loops)
 from plan_blocks import define_blocks
 
 SCALE = 75.0  # model millimetres to a millimetre on paper
@@ -633,6 +634,7 @@ def add_schedule(plan):
 
 def add_paper(plan):
     doc = plan.doc
+    plot_model(doc, "ISO_A2_(594.00_x_420.00_MM)", 594, 420)
     doc.layouts.rename("Layout1", "A2 图纸 Sheet")
     layout = doc.layout("A2 图纸 Sheet")
     layout.page_setup(size=(594, 420), margins=(10, 10, 10, 25), units="mm", name="ISO_A2", device="")
