@@ -59,6 +59,20 @@ std::optional<int> inSource(std::string_view bytes, std::string_view name)
     return std::nullopt;
 }
 
+/// The file that line types name most is on few machines. Its shapes are drawn without it, and so are known here.
+std::optional<int> inUsualFile(std::string_view fileName, std::string_view name)
+{
+    constexpr int kFirst = 130;
+    constexpr std::string_view kNames[] = {"TRACK1", "ZIG", "BOX", "CIRC1", "BAT"};
+    if (!isSame(fileName.substr(0, fileName.rfind('.')), "ltypeshp"))
+        return std::nullopt;
+    for (std::size_t i = 0; i < std::size(kNames); ++i) {
+        if (isSame(kNames[i], name))
+            return kFirst + int(i);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<int> zvdbShapeNumber(std::string_view bytes, std::string_view name)
@@ -74,6 +88,6 @@ std::optional<int> zvdbShapeNumber(const std::string &folder, const std::string 
     zvdxf::LoadResult result;
     zvdxf::Buffer buffer;
     if (!buffer.read(path, result) && !buffer.read(path.substr(0, path.rfind('.')) + ".shp", result))
-        return std::nullopt;
+        return inUsualFile(fileName, name);
     return zvdbShapeNumber(buffer.view(), name);
 }

@@ -216,6 +216,7 @@ public:
     ZvDbPropertiesTable propertiesTable;
     ZvDbHandleTable handles;
     std::unique_ptr<ZvDbFileSource> source;
+    ZvString fileName;
     ZvDb::FileVersion version = ZvDb::kR2018;
     bool binary = false;
     bool modified = false;

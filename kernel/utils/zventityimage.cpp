@@ -127,7 +127,7 @@ KeptPictures &keptPictures()
 }
 
 /// All that is drawn of a line type. An edit gives another fingerprint, and taking it back the first one again.
-std::uint64_t patternOf(ZvDbObjectId linetype)
+std::uint64_t patternOf(const ZvDbDatabase *database, ZvDbObjectId linetype)
 {
     Fingerprint print;
     const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(linetype, ZvDb::kForRead);
@@ -151,6 +151,12 @@ std::uint64_t patternOf(ZvDbObjectId linetype)
         for (double value : {style->textSize(), style->xScale(), style->obliquingAngle()})
             print.add(value);
         print.add(std::uint64_t(style->flags() << 2 | int(style->isBold()) << 1 | int(style->isItalic())));
+        if (style->isShapeFile()) {
+            const GiFoundShapeFile file = giFindShapeFile(*database, style->fontFileName());
+            print.add(std::uint64_t(qHash(file.path)));
+            print.add(std::uint64_t(file.written.toMSecsSinceEpoch()));
+            print.add(std::uint64_t(file.size));
+        }
     }
     return print.value();
 }
@@ -168,7 +174,7 @@ bool describeLine(ZvDbDatabase *database, ZvDbEntity &entity, PictureKey &key)
     const ZvDbObjectId linetype = entity.linetypeId();
     const bool isDefault = linetype == database->byLayerLinetype() || linetype == database->byBlockLinetype();
     key.alpha = entity.transparency().method() == ZvCmTransparency::kByAlpha ? entity.transparency().alpha() : -1;
-    key.pattern = patternOf(isDefault ? ZvDbObjectId() : linetype);
+    key.pattern = patternOf(database, isDefault ? ZvDbObjectId() : linetype);
     key.color = entity.color().color();
     key.weight = entity.lineWeight();
     key.scale = entity.linetypeScale() * database->celtscale();

@@ -4,7 +4,9 @@
 
 Zv::ErrorStatus ZvDbDatabase::readFile(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress)
 {
-    return zvdbLoadDrawing(*d, nullptr, path.toStdString(), report, progress);
+    const Zv::ErrorStatus status = zvdbLoadDrawing(*d, nullptr, path.toStdString(), report, progress);
+    d->fileName = status == Zv::eOk ? path : ZvString();
+    return status;
 }
 
 Zv::ErrorStatus ZvDbDatabase::readStream(const void *bytes, std::size_t size, ZvDbFileReport &report,
@@ -24,9 +26,16 @@ Zv::ErrorStatus ZvDbDatabase::readStream(const void *bytes, std::size_t size, Zv
 Zv::ErrorStatus ZvDbDatabase::saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress)
 {
     const Zv::ErrorStatus status = zvdbSaveDrawing(*d, path.toStdString(), report, progress);
-    if (status == Zv::eOk)
+    if (status == Zv::eOk) {
         setModified(false);
+        d->fileName = path;
+    }
     return status;
+}
+
+ZvString ZvDbDatabase::fileName() const
+{
+    return d->fileName;
 }
 
 Zv::ErrorStatus ZvDbDatabase::writeCopy(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress)

@@ -70,6 +70,8 @@ public:
     Zv::ErrorStatus saveAs(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
     /// The same without counting as a save: what was not saved before is still not saved.
     Zv::ErrorStatus writeCopy(const ZvString &path, ZvDbFileReport &report, ZvDbProgress *progress = nullptr);
+    /// Path of the file that it was read from or saved to last; empty for a drawing that is in no file.
+    ZvString fileName() const;
     /// Of the file that was read; of what saveAs() would write for a new drawing.
     ZvDb::FileVersion fileVersion() const;
     /// Whether the file that was read, or would be written, is a binary one.

@@ -81,9 +81,9 @@ private:
 };
 
 /// Adds the line type to the drawing. Shape files are looked for beside the file \a path that it comes from, compiled
-/// or as source (".shp"). With \a redefine, one of the name is changed, otherwise that is eDuplicateKey. eInvalidInput
-/// for a name that is none or a line type that cannot be changed, eKeyNotFound for a text style or shape that is not to
-/// be found: \a why tells which. On failure nothing was changed.
+/// or as source (".shp"); the usual shapes of "ltypeshp.shx" need no file. With \a redefine, one of the name is changed,
+/// otherwise that is eDuplicateKey. eInvalidInput for a name that is none or a line type that cannot be changed,
+/// eKeyNotFound for a text style or shape that is not to be found: \a why tells which. On failure nothing was changed.
 ZV_EXPORT Zv::ErrorStatus zvdbAddLinetype(ZvDbDatabase &database, const ZvDbLinetypeDefinition &definition,
                                           const ZvString &path, bool redefine, ZvDbObjectId &id, ZvString &why);
 

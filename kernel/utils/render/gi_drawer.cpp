@@ -23,7 +23,7 @@ constexpr int kMaxChords = 4096;
 constexpr double kChordTolerance = 0.2; ///< Of the resolution.
 constexpr double kReadableHeight = 3.0; ///< Of capitals, times the resolution; below, texts are lines.
 constexpr double kReadablePatternHeight = 2.0; ///< The same for texts in patterns: in a list's picture a hint is enough.
-constexpr int kMaxPatternTexts = 2000;
+constexpr int kMaxPatternFigures = 2000;
 constexpr int kDefaultWeight = 25; ///< Hundredths of a millimetre.
 constexpr double kHighlightDash = 6.0;
 constexpr double kHighlightGap = 3.0;
@@ -607,7 +607,7 @@ void GiDrawer::strokePoints(std::vector<QPointF> &points)
             else
                 strokeClipped(stroke, points.data(), int(points.size()), start, total, near);
             if (!m_options.highlight && m_styles.linetype(current.linetype).isComplex)
-                drawPatternTexts(points);
+                drawPatternFigures(points);
             return;
         }
     }
@@ -627,9 +627,9 @@ void GiDrawer::strokePoints(std::vector<QPointF> &points)
         m_target.sink->stroke(stroke, points.data(), int(points.size()), 0.0);
     else
         strokeClipped(stroke, points.data(), int(points.size()), 0.0, 0.0, safe);
-    // A pattern may have texts and no gaps.
+    // A pattern may have texts or shapes and no gaps.
     if (!m_isPlain && !m_options.highlight && m_styles.linetype(current.linetype).isComplex)
-        drawPatternTexts(points);
+        drawPatternFigures(points);
 }
 
 void GiDrawer::polyline(const ZvGePoint3d *points, int count, bool closed)
@@ -1109,7 +1109,36 @@ void GiDrawer::mtext(const ZvGiMText &text)
     drawLayout(layout, text.position, text.direction, text.normal, text.height);
 }
 
-void GiDrawer::drawPatternTexts(const std::vector<QPointF> &points)
+void GiDrawer::drawPatternText(const Look &look, const GiTextLayout &layout, const QTransform &place)
+{
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const GiTextLayout::Piece &piece : layout.pieces)
+        path.addPath((piece.place * place).map(piece.glyph->path));
+    if (!path.isEmpty())
+        m_target.sink->fill(path, QColor::fromRgba(shown(look.color, look.alpha)));
+}
+
+void GiDrawer::drawPatternShape(const Look &look, const GiShape &shape, const QTransform &place)
+{
+    const QRectF box = place.mapRect(shape.box);
+    if (!isFinite(box) || isOutside(box)
+        || (box.width() < m_target.resolution / 2 && box.height() < m_target.resolution / 2))
+        return;
+    GiStroke stroke;
+    stroke.color = shown(look.color, look.alpha);
+    stroke.width = widthOf(look);
+    const QRectF safe = m_target.clip.adjusted(-kSafeMargin, -kSafeMargin, kSafeMargin, kSafeMargin);
+    std::vector<QPointF> points;
+    for (const std::vector<QPointF> &line : shape.strokes) {
+        points.clear();
+        for (const QPointF &point : line)
+            points.push_back(place.map(point));
+        strokeClipped(stroke, points.data(), int(points.size()), 0.0, 0.0, safe);
+    }
+}
+
+void GiDrawer::drawPatternFigures(const std::vector<QPointF> &points)
 {
     const Look current = look();
     const GiLinetype linetype = m_styles.linetype(current.linetype);
@@ -1118,52 +1147,63 @@ void GiDrawer::drawPatternTexts(const std::vector<QPointF> &points)
     double sum = 0.0;
     for (std::size_t i = 1; i < points.size(); ++i)
         sum += length(points[i] - points[i - 1]);
-    if (!(period > 0.0) || sum / period > kMaxPatternTexts)
+    if (!(period > 0.0) || sum / period > kMaxPatternFigures)
         return;
     double end = 0.0; // of the element at hand, within the pattern
     for (const auto &dash : linetype.dashes) {
         end += std::abs(dash.length) * scale;
-        if ((dash.flags & 2) == 0 || dash.text.isEmpty())
+        const bool isText = (dash.flags & 2) != 0 && !dash.text.isEmpty();
+        const GiShape *shape = (dash.flags & 4) != 0 ? m_styles.shape(dash.styleId, dash.shapeNumber) : nullptr;
+        if (!isText && !shape)
             continue;
         const GiTextStyle &style = m_styles.textStyle(dash.styleId);
-        const double height = dash.scale * (style.fixedHeight > 0.0 ? style.fixedHeight : 1.0) * scale;
-        if (!(height >= kReadablePatternHeight * m_target.resolution))
-            continue;
-        ZvGiText text;
-        text.text = dash.text;
-        text.height = height;
-        text.widthFactor = style.widthFactor;
-        text.oblique = style.oblique;
         GiTextLayout layout;
-        giLayoutText(text, style, layout);
+        double size = dash.scale * scale; // of the text's capitals, or of the shape's unit
+        double reach = 0.0; // nothing of it is farther from its place
+        if (isText) {
+            size *= style.fixedHeight > 0.0 ? style.fixedHeight : 1.0;
+            reach = 8.0 * size;
+            if (!(size >= kReadablePatternHeight * m_target.resolution))
+                continue;
+            ZvGiText text;
+            text.text = dash.text;
+            text.height = size;
+            text.widthFactor = style.widthFactor;
+            text.oblique = style.oblique;
+            giLayoutText(text, style, layout);
+        } else {
+            const QRectF &box = shape->box;
+            reach = std::abs(size)
+                * std::max({std::abs(box.left()), std::abs(box.right()), std::abs(box.top()), std::abs(box.bottom())})
+                * 1.5;
+        }
         double along = 0.0; // up to the start of the segment
         double next = end;
         for (std::size_t i = 1; i < points.size(); ++i) {
             const QPointF step = points[i] - points[i - 1];
-            const double size = length(step);
-            for (; next <= along + size && size > 0.0; next += period) {
-                const QPointF direction = step / size;
+            const double distance = length(step);
+            for (; next <= along + distance && distance > 0.0; next += period) {
+                const QPointF direction = step / distance;
                 const QPointF up(direction.y(), -direction.x()); // y runs down
                 const QPointF at
                     = points[i - 1] + direction * (next - along + dash.offsetX * scale) + up * (dash.offsetY * scale);
-                if (isOutside(QRectF(at.x() - 8 * height, at.y() - 8 * height, 16 * height, 16 * height)))
+                if (isOutside(QRectF(at.x() - reach, at.y() - reach, 2 * reach, 2 * reach)))
                     continue;
                 const double angle
                     = dash.rotation + ((dash.flags & 1) ? 0.0 : std::atan2(-direction.y(), direction.x()));
                 const double c = std::cos(angle);
                 const double s = std::sin(angle);
                 QTransform place(c, -s, -s, -c, at.x(), at.y());
+                if (shape) {
+                    drawPatternShape(current, *shape, QTransform::fromScale(size, size) * place);
+                    continue;
+                }
                 // On a line that runs to the left it would stand on its head: turn it around its own middle.
                 if (c < -1e-6)
-                    place = QTransform(-1, 0, 0, -1, layout.lines[0].x2(), height) * place;
-                QPainterPath path;
-                path.setFillRule(Qt::WindingFill);
-                for (const GiTextLayout::Piece &piece : layout.pieces)
-                    path.addPath((piece.place * place).map(piece.glyph->path));
-                if (!path.isEmpty())
-                    m_target.sink->fill(path, QColor::fromRgba(shown(current.color, current.alpha)));
+                    place = QTransform(-1, 0, 0, -1, layout.lines[0].x2(), size) * place;
+                drawPatternText(current, layout, place);
             }
-            along += size;
+            along += distance;
         }
     }
 }

@@ -118,7 +118,10 @@ private:
                        const QRectF &box);
     void strokePlain(const Look &look, const QPointF *points, int count);
     void arcAt(const QPointF &center, const QPointF &u, const QPointF &v, double start, double sweep);
-    void drawPatternTexts(const std::vector<QPointF> &points);
+    void drawPatternFigures(const std::vector<QPointF> &points);
+    /// A text or shape of a line type, \a place taking it to the device.
+    void drawPatternText(const Look &look, const GiTextLayout &layout, const QTransform &place);
+    void drawPatternShape(const Look &look, const GiShape &shape, const QTransform &place);
     void dot(const Look &look, const QPointF &at);
     void drawLayout(const GiTextLayout &layout, const ZvGePoint3d &position, const ZvGeVector3d &direction,
                     const ZvGeVector3d &normal, double height);

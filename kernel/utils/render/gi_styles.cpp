@@ -88,6 +88,7 @@ void GiStyles::refresh()
     }
     if (textStyles != m_textStyleStamp)
         m_textStyles.clear();
+    m_shapeFiles.clear(); // what is on the disk may have changed, and the drawing's place
     if (m_dashes.size() > kMaxKeptDashes)
         m_dashes.clear();
     m_layerStamp = layers;
@@ -131,7 +132,8 @@ const GiLinetype &GiStyles::linetype(ZvDbObjectId id)
         const ZvDbLinetypeTableRecord::Dash &dash = record->dashAt(i);
         linetype.dashes.push_back(dash);
         linetype.length += std::abs(dash.length);
-        linetype.isComplex = linetype.isComplex || ((dash.flags & 2) != 0 && !dash.text.isEmpty());
+        linetype.isComplex = linetype.isComplex || ((dash.flags & 2) != 0 && !dash.text.isEmpty())
+            || ((dash.flags & 4) != 0 && dash.shapeNumber != 0);
     }
     if (!(linetype.length > 0.0))
         linetype.dashes.clear();
@@ -157,6 +159,15 @@ const GiTextStyle &GiStyles::textStyle(ZvDbObjectId id)
     style.oblique = record->obliquingAngle();
     style.fixedHeight = record->textSize();
     return style;
+}
+
+const GiShape *GiStyles::shape(ZvDbObjectId id, int number)
+{
+    const ZvString &name = textStyle(id).fontFile;
+    const auto [found, isNew] = m_shapeFiles.try_emplace(id.index());
+    if (isNew)
+        found->second = GiShapeFiles::instance().read(giFindShapeFile(*m_database, name));
+    return found->second ? found->second->shape(number) : giUsualShape(name, number);
 }
 
 const GiDashes *GiStyles::dashes(ZvDbObjectId id, double scale, double dot, double finest)

@@ -5,6 +5,7 @@
 #include "base/zvcmcolor.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbrecords.h"
+#include "gi_shapes.h"
 
 #include <QRgb>
 
@@ -30,7 +31,7 @@ struct GiLinetype
 {
     std::vector<ZvDbLinetypeTableRecord::Dash> dashes; ///< None for a continuous line.
     double length = 0.0;
-    bool isComplex = false; ///< Some element carries a text.
+    bool isComplex = false; ///< Some element carries a text or a shape.
 };
 
 /// A line type at a size: what a pen needs.
@@ -66,6 +67,8 @@ public:
     const GiLayer &layer(ZvDbObjectId id);
     const GiLinetype &linetype(ZvDbObjectId id);
     const GiTextStyle &textStyle(ZvDbObjectId id);
+    /// The shape of that number in the file that \a id names: the file's own or one of the usual. Null for none.
+    const GiShape *shape(ZvDbObjectId id, int number);
     /// The pattern of a line type where a drawing unit is \a scale device units. Null where the line is to be drawn
     /// continuous: no pattern, or one too fine to be seen. \a dot is the length of a dot, \a finest the shortest length
     /// that can be seen, both in device units.
@@ -89,6 +92,7 @@ private:
     std::unordered_map<std::uint32_t, GiLayer> m_layers;
     std::unordered_map<std::uint32_t, GiLinetype> m_linetypes;
     std::unordered_map<std::uint32_t, GiTextStyle> m_textStyles;
+    std::unordered_map<std::uint32_t, std::shared_ptr<const GiShapeFile>> m_shapeFiles; // null for those not found
     std::map<DashesKey, GiDashes> m_dashes;
 };
 

@@ -90,6 +90,33 @@ TEST_F(Linetypes, addingIsOneStepOfUndo)
     EXPECT_FALSE(find(L"RAIL").isNull());
 }
 
+/// The file that line types name most is on few machines.
+TEST_F(Linetypes, usualShapesNeedNoFile)
+{
+    const struct
+    {
+        const wchar_t *pattern;
+        int number;
+    } rows[] = {
+        {L"A,.15,[TRACK1,ltypeshp.shx,S=.25],.15", 130},   {L"A,.0001,-.2,[zig,LTYPESHP.SHX,X=-.2,S=.2],-.2", 131},
+        {L"A,.25,-.1,[BOX,ltypeshp.shx,S=.1],-.1", 132},   {L"A,.25,-.1,[CIRC1,ltypeshp.shx,S=.1],-.1", 133},
+        {L"A,.0001,-.1,[BAT,ltypeshp.shx,S=.1],-.1", 134},
+    };
+    for (const auto &row : rows) {
+        const ZvDbObjectId id = add((L"T" + std::to_wstring(row.number)).c_str(), row.pattern);
+        const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(id, ZvDb::kForRead);
+        bool isFound = false;
+        for (int i = 0; i < record->numDashes(); ++i)
+            isFound = isFound || (record->dashAt(i).flags == 4 && record->dashAt(i).shapeNumber == row.number);
+        EXPECT_TRUE(isFound) << row.number;
+    }
+    // The file itself comes first.
+    writeAll(folder.file("ltypeshp.shp"), "*77,3,BOX\n014,01C,0\n");
+    const ZvDbObjectId id = add(L"OTHER", L"A,.25,-.1,[BOX,ltypeshp.shx,S=.1],-.1");
+    const ZvDbObjectPointer<ZvDbLinetypeTableRecord> record(id, ZvDb::kForRead);
+    EXPECT_EQ(record->dashAt(1).shapeNumber, 77);
+}
+
 TEST_F(Linetypes, refusalsChangeNothing)
 {
     add(L"HERE");
@@ -111,6 +138,8 @@ TEST_F(Linetypes, refusalsChangeNothing)
         {L"", L"A,1,-1", false, Zv::eInvalidInput, L"not a valid name"},
         {L"NEW", L"A,1,[\"a\",Fancy]", false, Zv::eKeyNotFound, L"the drawing has no text style Fancy"},
         {L"NEW", L"A,1,[WAVE,none.shx]", false, Zv::eKeyNotFound, L"there is no shape WAVE in a file none.shx"},
+        {L"NEW", L"A,1,[BOX,none.shx]", false, Zv::eKeyNotFound, L"there is no shape BOX in a file none.shx"},
+        {L"NEW", L"A,1,[WAVE,ltypeshp.shx]", false, Zv::eKeyNotFound, L"there is no shape WAVE in a file ltypeshp.shx"},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(ZvString(row.name).toStdString());

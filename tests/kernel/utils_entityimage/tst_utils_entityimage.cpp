@@ -33,7 +33,7 @@ private slots:
     void dashesAreAsLongInEveryDirection();
     void patternTextsFollowTheLine_data();
     void patternTextsFollowTheLine();
-    void shapesLeaveTheirPlaceEmpty();
+    void shapesOfNoFileLeaveTheirPlaceEmpty();
     void picturesOfLinesAreKept();
     void anEditDropsThePictureOfItsLineTypeAlone();
     void keptPicturesHaveABound();
@@ -464,7 +464,7 @@ void UtilsEntityImageTest::patternTextsFollowTheLine()
     QVERIFY2(inside > 0.05 && inside < 0.35, qPrintable(QString::number(inside)));
 }
 
-void UtilsEntityImageTest::shapesLeaveTheirPlaceEmpty()
+void UtilsEntityImageTest::shapesOfNoFileLeaveTheirPlaceEmpty()
 {
     Picture picture;
     const auto imageWith = [&picture](const char *name, int flags) {
