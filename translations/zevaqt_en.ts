@@ -100,6 +100,161 @@ Do you want to keep the current layer on?
     </message>
 </context>
 <context>
+    <name>ZvAccessibility</name>
+    <message>
+        <source>Places</source>
+        <translation>Places</translation>
+    </message>
+    <message>
+        <source>Even index colours from 10 to 248</source>
+        <translation>Even index colours from 10 to 248</translation>
+    </message>
+    <message>
+        <source>Odd index colours from 11 to 249</source>
+        <translation>Odd index colours from 11 to 249</translation>
+    </message>
+    <message>
+        <source>Index colours from 1 to 9</source>
+        <translation>Index colours from 1 to 9</translation>
+    </message>
+    <message>
+        <source>Greys from 250 to 255</source>
+        <translation>Greys from 250 to 255</translation>
+    </message>
+    <message>
+        <source>Index colour %1</source>
+        <translation>Index colour %1</translation>
+    </message>
+    <message>
+        <source>Field of hue and saturation</source>
+        <translation>Field of hue and saturation</translation>
+    </message>
+    <message>
+        <source>Strip of lightness</source>
+        <translation>Strip of lightness</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Red</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Green</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blue</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Page</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>List of pictures</source>
+        <translation>List of pictures</translation>
+    </message>
+    <message>
+        <source>Layer</source>
+        <translation>Layer</translation>
+    </message>
+    <message>
+        <source>Line type</source>
+        <translation>Line type</translation>
+    </message>
+    <message>
+        <source>Line weight</source>
+        <translation>Line weight</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Picture</translation>
+    </message>
+    <message>
+        <source>Line types</source>
+        <translation>Line types</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Block</translation>
+    </message>
+    <message>
+        <source>Block unit</source>
+        <translation>Block unit</translation>
+    </message>
+    <message>
+        <source>Dimension style</source>
+        <translation>Dimension style</translation>
+    </message>
+    <message>
+        <source>Gradient</source>
+        <translation>Gradient</translation>
+    </message>
+    <message>
+        <source>Hatch pattern</source>
+        <translation>Hatch pattern</translation>
+    </message>
+    <message>
+        <source>Material</source>
+        <translation>Material</translation>
+    </message>
+    <message>
+        <source>Multileader style</source>
+        <translation>Multileader style</translation>
+    </message>
+    <message>
+        <source>Plot style</source>
+        <translation>Plot style</translation>
+    </message>
+    <message>
+        <source>Plot style table</source>
+        <translation>Plot style table</translation>
+    </message>
+    <message>
+        <source>Shade plot</source>
+        <translation>Shade plot</translation>
+    </message>
+    <message>
+        <source>Cell style of the column</source>
+        <translation>Cell style of the column</translation>
+    </message>
+    <message>
+        <source>Cell style of the row</source>
+        <translation>Cell style of the row</translation>
+    </message>
+    <message>
+        <source>Cell style</source>
+        <translation>Cell style</translation>
+    </message>
+    <message>
+        <source>Table style</source>
+        <translation>Table style</translation>
+    </message>
+    <message>
+        <source>Text style</source>
+        <translation>Text style</translation>
+    </message>
+    <message>
+        <source>Coordinate system</source>
+        <translation>Coordinate system</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>View</translation>
+    </message>
+    <message>
+        <source>Choose a colour</source>
+        <translation>Choose a colour</translation>
+    </message>
+</context>
+<context>
     <name>ZvCadPrintPreviewDialog</name>
     <message>
         <source>%1%</source>

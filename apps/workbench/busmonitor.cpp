@@ -233,6 +233,8 @@ BusMonitor::BusMonitor(UpdateBusHost &bus, QWidget *parent)
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(copy);
+    for (QAction *action : {m_pause, clear, copy}) // a tool bar keeps the keyboard from its buttons
+        bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
 
     m_filter->setObjectName(QStringLiteral("busFilter"));
     m_filter->setAccessibleName(tr("Filter of the notices"));

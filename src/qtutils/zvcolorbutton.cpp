@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "zvcolorbutton.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvcolorchoice.h"
 #include "private/zvcolorswatch.h"
 #include "private/zvframepen.h"
 #include "private/zvqtcolor.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -24,6 +26,7 @@ constexpr qreal kBorderWidth = 2.0;
 ZvColorButtonWidget::ZvColorButtonWidget(QWidget *parent) : QWidget(parent)
 {
     ZvColorButtonWidget::initBtn();
+    zvNameForReaders(this);
 }
 
 ZvColorButtonWidget::~ZvColorButtonWidget() = default;
@@ -37,6 +40,7 @@ void ZvColorButtonWidget::initBtn()
     const QString text = QStringLiteral("...");
     m_pInnerBtn.reset(new QPushButton(text));
     m_pInnerBtn->setFixedSize(m_pInnerBtn->fontMetrics().horizontalAdvance(text) + kButtonMargin, kButtonHeight);
+    m_pInnerBtn->setAccessibleName(QCoreApplication::translate("ZvAccessibility", "Choose a colour"));
     layout->addWidget(m_pInnerBtn.data(), 0, Qt::AlignRight);
     connect(m_pInnerBtn.data(), &QPushButton::clicked, this, &ZvColorButtonWidget::slot_onInnerButtonClicked);
 }

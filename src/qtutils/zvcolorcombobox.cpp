@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvcolorcombobox.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvboundcontrol.h"
 #include "private/zvcolorchoice.h"
 #include "private/zvcolorkeys.h"
@@ -180,6 +181,7 @@ ZvColorComboBox::~ZvColorComboBox()
 void ZvColorComboBox::setUp()
 {
     zvJoinUpdateBus(*this);
+    zvNameForReaders(this);
     Initialize();
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvColorComboBox::on_activated);
 }

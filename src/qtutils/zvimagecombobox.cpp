@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvimagecombobox.h"
 
+#include "private/zvaccessibility.h"
 #include "zvimageitem.h"
 #include "zvimagevew.h"
 
@@ -63,6 +64,7 @@ ZvImageComboBox::ZvImageComboBox(QWidget *parent)
     m_phorizontalLayout->addLayout(m_pItemErea, 3);
     m_phorizontalLayout->addLayout(m_pBtnErea, 1);
     setFocusPolicy(Qt::TabFocus);
+    zvNameForReaders(this);
     connect(m_view, &QDialog::rejected, this, [this] { setFocus(Qt::OtherFocusReason); });
     connect(m_view, &ZvImageVew::colorItemSelected, this, &ZvImageComboBox::colorItemSelected);
 }

@@ -3,7 +3,9 @@
 
 #include "private/zvboundcontrol.h"
 #include "private/zvcolorchoice.h"
+#include "private/zvaccessibility.h"
 #include "private/zvcolorkeys.h"
+#include "private/zvlayerkeys.h"
 #include "private/zvcolorswatch.h"
 #include "private/zvlayertable.h"
 #include "private/zvqtcolor.h"
@@ -109,6 +111,8 @@ void ZvLayerUltralComboBox::initializeData()
     m_table = new ZvLayerTable(&m_icons, this);
     setModel(m_table->model());
     setView(m_table);
+    zvGiveKeys(m_table);
+    zvNameForReaders(this);
     setObjectName(QStringLiteral("ZvLayerUltralComboBox"));
     m_table->setObjectName(QStringLiteral("m_listView"));
     // The table is no window and fills no screen; but it has to count as shown before the list first opens.

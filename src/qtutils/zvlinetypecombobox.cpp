@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvlinetypecombobox.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvbagreader.h"
 #include "private/zvboundcontrol.h"
 #include "private/zvrowpicture.h"
@@ -121,6 +122,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool
     setFixedHeight(int(QFontMetricsF(fixedPitch).height()) + kFrameHeight);
     init();
     zvTranslateRows(this, "ZvLineTypeComboBox", {kPendingName});
+    zvNameForReaders(this);
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
 }
 
@@ -130,6 +132,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(bool hook, QWidget *parent)
     zvJoinUpdateBus(*this);
     init();
     zvTranslateRows(this, "ZvLineTypeComboBox", {kPendingName});
+    zvNameForReaders(this);
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &ZvLineTypeComboBox::currentLTypeIndexChanged);
 }
 

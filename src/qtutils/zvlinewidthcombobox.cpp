@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvlinewidthcombobox.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvboundcontrol.h"
 #include "private/zvrowpicture.h"
 #include "private/zvtranslation.h"
@@ -65,6 +66,7 @@ ZvLineWidthComboBox::ZvLineWidthComboBox(bool hook, int mask, QWidget *parent)
 {
     zvJoinUpdateBus(*this);
     init(false);
+    zvNameForReaders(this);
     zvTranslateRows(this, "ZvLineWidthComboBox", {kUseObjects});
     zvTranslateRows(this, "ZevaUISetting", {ZevaUISetting::getLineName(false, ZvDb::kLnWtByLwDefault)});
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,

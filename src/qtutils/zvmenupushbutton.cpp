@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "zvmenupushbutton.h"
 
+#include "private/zvaccessibility.h"
+
 #include <QMenu>
 #include <QMouseEvent>
 
-ZvMenuPushButton::ZvMenuPushButton(QWidget *parent) : QPushButton(parent) { }
+ZvMenuPushButton::ZvMenuPushButton(QWidget *parent) : QPushButton(parent)
+{
+    zvNameForReaders(this);
+}
 
 void ZvMenuPushButton::addMenu(QAction *action)
 {

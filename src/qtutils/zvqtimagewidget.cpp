@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvqtimagewidget.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvbagreader.h"
 #include "private/zvrasterview.h"
 
@@ -23,6 +24,7 @@ constexpr int kBlack = int(0xFF000000);
 ZvQtImageWidget::ZvQtImageWidget(QWidget *parent) : QWidget(parent)
 {
     setMinimumSize(kSmallest);
+    zvNameForReaders(this);
 }
 
 ZvQtImageWidget::~ZvQtImageWidget() = default;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvqtlinetypetableview.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvbagreader.h"
 #include "private/zvcurrentdrawing.h"
 #include "private/zvlinetypepicture.h"
@@ -67,6 +68,7 @@ ZvQtLinetypeTableView::~ZvQtLinetypeTableView() = default;
 
 void ZvQtLinetypeTableView::initializeData()
 {
+    zvNameForReaders(this);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     horizontalHeader()->setHighlightSections(false);
     verticalHeader()->hide();

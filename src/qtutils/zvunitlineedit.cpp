@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "zvunitlineedit.h"
 
+#include "private/zvaccessibility.h"
+
 #include <QRegExp>
 #include <QRegExpValidator>
 
 ZvUnitLineEdit::ZvUnitLineEdit(QWidget *parent) : QLineEdit(parent)
 {
+    zvNameForReaders(this);
     setValidator(new QRegExpValidator(QRegExp(QStringLiteral("^(-?\\d+)(\\.\\d*)?$"), Qt::CaseSensitive), this));
 }
 

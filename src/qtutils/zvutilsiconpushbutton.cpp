@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "zvutilsiconpushbutton.h"
 
+#include "private/zvaccessibility.h"
 #include "private/zvframepen.h"
 
 #include <QFileInfo>
@@ -12,6 +13,7 @@ ZvUtilsIconPushButton::ZvUtilsIconPushButton(const QString &imagePaths, QString 
                                              QWidget *parent)
     : QPushButton(parent), m_imagePaths(imagePaths), m_stateNames(std::move(stateNames)), m_framed(framed)
 {
+    zvNameForReaders(this);
     setObjectName(QStringLiteral("normal"));
     connect(this, &ZvUtilsIconPushButton::appearanceChanged, this, qOverload<>(&QWidget::update));
 }

@@ -78,6 +78,7 @@ ZvUtilsViewComboBox::ZvUtilsViewComboBox(bool hook, QWidget *parent) : QComboBox
     // Activations: the same view can be picked twice, and a refill sends nothing.
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvUtilsViewComboBox::activateIndex);
     setInsertPolicy(QComboBox::InsertAfterCurrent);
+    zvNameForReaders(this);
     zvTranslateRows(this, "ZvUtilsViewComboBox", presetTexts());
     init();
 }

@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSplitter>
@@ -15,6 +16,9 @@
 
 #include <pwd.h>
 #include <unistd.h>
+
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -118,6 +122,29 @@ QString placeOf(const QString &key)
     return listMountPoints().contains(key) ? key + QLatin1Char('/') : QString();
 }
 
+/// Return and Space do what a click does. Return would press the dialog's default button otherwise.
+class PlaceKeys : public QObject
+{
+public:
+    PlaceKeys(QListWidget *list, std::function<void()> choose) : QObject(list), m_choose(std::move(choose))
+    {
+        list->installEventFilter(this);
+    }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return QObject::eventFilter(watched, event);
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Space)
+            return false;
+        m_choose();
+        return true;
+    }
+
+private:
+    const std::function<void()> m_choose;
+};
+
 } // namespace
 
 void ZvQtFileDialogImpl::addPlaces(QSplitter *splitter)
@@ -126,6 +153,7 @@ void ZvQtFileDialogImpl::addPlaces(QSplitter *splitter)
     constexpr char kFolderIcon[] = ":/res/file.png";
 
     auto *list = new QListWidget;
+    list->setAccessibleName(QCoreApplication::translate("ZvAccessibility", "Places"));
     list->setMinimumSize(kListSize);
     list->setMaximumSize(kListSize);
     addPlace(list, shown(kComputer), QString::fromUtf8(kComputer), kComputerIcon);
@@ -141,6 +169,10 @@ void ZvQtFileDialogImpl::addPlaces(QSplitter *splitter)
     }
     splitter->insertWidget(0, list);
     connect(list, &QListWidget::itemClicked, this, &ZvQtFileDialogImpl::onCustomSideBarItemClicked);
+    new PlaceKeys(list, [this, list] {
+        if (list->currentItem())
+            onCustomSideBarItemClicked(list->currentItem());
+    });
 }
 
 void ZvQtFileDialogImpl::onCustomSideBarItemClicked(QListWidgetItem *item)

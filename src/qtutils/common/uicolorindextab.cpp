@@ -2,6 +2,7 @@
 #include "uicolorindextab.h"
 
 #include "private/zvaccelerator.h"
+#include "private/zvaccessibility.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvcolornames.h"
@@ -13,6 +14,7 @@
 #include "core/zvui.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -33,13 +35,14 @@ struct Grid
     unsigned rows;
     unsigned cols;
     unsigned cell;
+    const char *name; ///< For screen readers.
 };
 
 constexpr Grid kGrids[] = {
-    {ZvPaleteWnd::kEvenColors, 5, 24, 12},
-    {ZvPaleteWnd::kOddColors, 5, 24, 12},
-    {ZvPaleteWnd::kStandardColors, 1, 9, 17},
-    {ZvPaleteWnd::kGreys, 1, 6, 17},
+    {ZvPaleteWnd::kEvenColors, 5, 24, 12, QT_TRANSLATE_NOOP("ZvAccessibility", "Even index colours from 10 to 248")},
+    {ZvPaleteWnd::kOddColors, 5, 24, 12, QT_TRANSLATE_NOOP("ZvAccessibility", "Odd index colours from 11 to 249")},
+    {ZvPaleteWnd::kStandardColors, 1, 9, 17, QT_TRANSLATE_NOOP("ZvAccessibility", "Index colours from 1 to 9")},
+    {ZvPaleteWnd::kGreys, 1, 6, 17, QT_TRANSLATE_NOOP("ZvAccessibility", "Greys from 250 to 255")},
 };
 
 constexpr int kLabelHeight = 20;
@@ -63,6 +66,14 @@ QString rgbText(int red, int green, int blue)
     return QStringLiteral("%1,%2,%3").arg(red).arg(green).arg(blue);
 }
 
+/// "Index colour 1, Red", as a screen reader says it.
+QString spokenColor(int index)
+{
+    const QString text = QCoreApplication::translate("ZvAccessibility", "Index colour %1").arg(index);
+    const QString name = zvColorName(index);
+    return name.isEmpty() ? text : text + QStringLiteral(", ") + name;
+}
+
 bool belongsToGrid(int index, unsigned mode)
 {
     switch (mode) {
@@ -77,6 +88,35 @@ bool belongsToGrid(int index, unsigned mode)
     default:
         return false;
     }
+}
+
+} // namespace
+
+namespace {
+
+/// By the keyboard a grid does what a move and a click do.
+void giveKeys(ZvPaleteWnd *grid, const Grid &spec)
+{
+    ZvPicker picker;
+    picker.role = QAccessible::ColorChooser;
+    picker.name = spec.name;
+    picker.value = [grid, mode = spec.mode] {
+        unsigned row = 0;
+        unsigned col = 0;
+        return ZvPaleteWnd::cellOf(grid->selected(), mode, row, col) ? spokenColor(grid->selected()) : QString();
+    };
+    picker.step = [grid, spec](int right, int up) {
+        unsigned row = 0;
+        unsigned col = 0;
+        if (ZvPaleteWnd::cellOf(grid->selected(), spec.mode, row, col)) {
+            col = unsigned(qBound(0, int(col) + right, int(spec.cols) - 1));
+            row = unsigned(qBound(0, int(row) - up, int(spec.rows) - 1));
+        }
+        const auto index = Zevos::UInt32(grid->indexAt(row, col));
+        Q_EMIT grid->selColorChanged(index);
+        Q_EMIT grid->colorSelected(index, int(spec.mode));
+    };
+    zvMakePicker(grid, picker);
 }
 
 } // namespace
@@ -271,6 +311,8 @@ ZvIndexColorWnd::ZvIndexColorWnd(ZvColorDialog *dialog) : QWidget(dialog), m_pDi
 
     for (std::size_t i = 0; i < m_pGrids.size(); ++i)
         m_pGrids[i] = new ZvPaleteWnd(kGrids[i].mode, kGrids[i].rows, kGrids[i].cols, kGrids[i].cell, dialog);
+    for (std::size_t i = 0; i < m_pGrids.size(); ++i)
+        giveKeys(m_pGrids[i], kGrids[i]);
     layout->addWidget(m_pGrids[0]);
     layout->addWidget(m_pGrids[1]);
 

@@ -2,6 +2,7 @@
 #include "uitruecolortab.h"
 
 #include "private/zvaccelerator.h"
+#include "private/zvaccessibility.h"
 #include "private/zvbagreader.h"
 #include "private/zvcolorkeys.h"
 #include "private/zvqtcolor.h"
@@ -342,6 +343,24 @@ ZvHSLWnd::ZvHSLWnd(QWidget *parent) : QWidget(parent)
     grid->addWidget(m_pField, 1, 0);
     grid->addWidget(m_pStrip, 1, 1, Qt::AlignLeft);
 
+    // By the keyboard field and strip do what a press there does.
+    zvMakePicker(m_pField,
+                 {QAccessible::ColorChooser, QT_TRANSLATE_NOOP("ZvAccessibility", "Field of hue and saturation"),
+                  [this] { return QStringLiteral("%1, %2").arg(m_pHueSpin->value()).arg(m_pSaturationSpin->value()); },
+                  [this](int right, int up) {
+                      const int hue = qBound(0, m_pHueSpin->value() + right, kMaxHue);
+                      const int saturation = qBound(0, m_pSaturationSpin->value() + up, kMaxPercent);
+                      m_pField->setHS(hue, saturation);
+                      Q_EMIT m_pField->hsValueChanged(hue, saturation);
+                  }});
+    zvMakePicker(m_pStrip, {QAccessible::Slider, QT_TRANSLATE_NOOP("ZvAccessibility", "Strip of lightness"),
+                            [this] { return QString::number(m_pLightSpin->value()); },
+                            [this](int right, int up) {
+                                const int lightness = qBound(0, m_pLightSpin->value() + right + up, kMaxPercent);
+                                m_pStrip->setPos(lightness);
+                                Q_EMIT m_pStrip->sliderPosChanged(lightness);
+                            }});
+
     m_pActionU = zvAddAccelerator(this, Qt::Key_U, ZvAcceleratorKeys::kPlainAndAlt);
     m_pActionS = zvAddAccelerator(this, Qt::Key_S, ZvAcceleratorKeys::kPlainAndAlt);
     m_pActionL = zvAddAccelerator(this, Qt::Key_L, ZvAcceleratorKeys::kPlainAndAlt);
@@ -437,6 +456,17 @@ ZvRGBWnd::ZvRGBWnd(QWidget *parent) : QWidget(parent)
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
+    const auto giveKeys = [](ZvRGBSlider *slider, ZvRGBSlider::CUR_COLOR channel, QSpinBox *spin, const char *name) {
+        zvMakePicker(slider, {QAccessible::Slider, name, [spin] { return QString::number(spin->value()); },
+                              [slider, channel, spin](int right, int up) {
+                                  const int value = qBound(0, spin->value() + right + up, kMaxComponent);
+                                  slider->setPos(value);
+                                  Q_EMIT slider->sliderPosChanged(channel, value);
+                              }});
+    };
+    giveKeys(m_pRedSlider, ZvRGBSlider::kRed, m_pRedSpin, QT_TRANSLATE_NOOP("ZvAccessibility", "Red"));
+    giveKeys(m_pGreenSlider, ZvRGBSlider::kGreen, m_pGreenSpin, QT_TRANSLATE_NOOP("ZvAccessibility", "Green"));
+    giveKeys(m_pBlueSlider, ZvRGBSlider::kBlue, m_pBlueSpin, QT_TRANSLATE_NOOP("ZvAccessibility", "Blue"));
     const auto addChannel = [column](const QString &text, QSpinBox *spin, ZvRGBSlider *slider) {
         spin->setFixedHeight(kComponentSpinHeight);
         column->addWidget(makeLabel(text, spin), 0, Qt::AlignLeft);

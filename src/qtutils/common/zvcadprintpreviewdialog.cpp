@@ -225,6 +225,13 @@ QToolBar *ZvCadPrintPreviewDialogPrivate::makeToolBar()
     bar->addAction(printAction);
     bar->addAction(closeAction);
 
+    // A tool bar keeps the keyboard from its buttons; here there is no menu that has the same commands.
+    const QList<QToolButton *> buttons = bar->findChildren<QToolButton *>();
+    for (QToolButton *button : buttons)
+        button->setFocusPolicy(Qt::TabFocus);
+    zoomFactor->setAccessibleName(QCoreApplication::translate("ZvAccessibility", "Zoom"));
+    preview->setAccessibleName(QCoreApplication::translate("ZvAccessibility", "Page"));
+
     struct Repeating
     {
         QAction *action;

@@ -2,6 +2,7 @@
 #ifndef ZVNAMEDCOMBO_H
 #define ZVNAMEDCOMBO_H
 
+#include "private/zvaccessibility.h"
 #include "private/zvboundcontrol.h"
 
 #include "base/zvarray.h"
@@ -16,6 +17,7 @@ template <class Combo> void zvSetUpList(Combo &combo)
         combo.setModel(new ZvRowModel(&combo));
     QObject::connect(&combo, qOverload<int>(&QComboBox::currentIndexChanged), &combo, &Combo::curIndexChanged);
     combo.setInsertPolicy(QComboBox::InsertAfterCurrent);
+    zvNameForReaders(&combo);
 }
 
 /// A row for each name, with hooked cleared.
