@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int kMostMilliseconds = 20000; // for a busy machine; what comes true comes at once
+constexpr int kMostMilliseconds = 60000; // for a busy machine; what comes true comes at once
 constexpr int kRed = 1;
 constexpr int kByLayer = 256;
 
@@ -74,7 +74,12 @@ private:
     const QString m_red = QStringLiteral("红");
     const std::vector<Step> m_steps = {
         {[this] { return isCurrent(kByLayer, m_byLayer); },
-         [this] { colorCombo()->setCurrentIndex(colorCombo()->findText(m_red)); }},
+         [this] {
+             QComboBox *combo = colorCombo();
+             combo->showPopup(); // fills the list
+             combo->setCurrentIndex(combo->findText(m_red));
+             combo->hidePopup();
+         }},
         {[this] { return isCurrent(kRed, m_red); }, [] { zvedCommandLine("_U"); }},
         {[this] { return isCurrent(kByLayer, m_byLayer); }, [] { QApplication::closeAllWindows(); }},
     };

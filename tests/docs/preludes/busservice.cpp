@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A member of the host's bus service, which keeps its receivers in m_receivers.
+#include <zvlayerultralcombobox.h>
 #include <zvqtcontrolhelp.h>
 
 #include <QComboBox>
