@@ -19,6 +19,8 @@ private Q_SLOTS:
     void filesAreThePositionalArguments();
     void macrosAndScriptsKeepTheirCommonOrder();
     void singleValues();
+    void controlsTakeAPageThatThereIs_data();
+    void controlsTakeAPageThatThereIs();
     void wrongArgumentsAreAnError_data();
     void wrongArgumentsAreAnError();
     void helpNamesEveryOption();
@@ -30,6 +32,7 @@ void tst_workbench_options::withoutArgumentsNothingIsAskedFor()
     QVERIFY(options.error.isEmpty());
     QVERIFY(options.files.isEmpty());
     QVERIFY(options.steps.isEmpty());
+    QVERIFY(!options.showControls);
     QVERIFY(!options.quit);
     QVERIFY(!options.showHelp);
     QVERIFY(!options.showVersion);
@@ -57,17 +60,45 @@ void tst_workbench_options::macrosAndScriptsKeepTheirCommonOrder()
 void tst_workbench_options::singleValues()
 {
     const ProgramOptions options
-        = parse({"--select", "layer=A-WALL", "--state", "s.json", "--grab", "g.png", "--export", "e.pdf"});
+        = parse({"--select", "layer=A-WALL", "--state", "s.json", "--grab", "g.png", "--export", "e.pdf", "--grab-controls", "c"});
     QCOMPARE(options.select, QStringLiteral("layer=A-WALL"));
     QCOMPARE(options.stateFile, QStringLiteral("s.json"));
     QCOMPARE(options.grabFile, QStringLiteral("g.png"));
     QCOMPARE(options.exportFile, QStringLiteral("e.pdf"));
+    QCOMPARE(options.grabControlsFolder, QStringLiteral("c"));
     QCOMPARE(parse({"--lang", "en"}).language, QStringLiteral("en"));
     QVERIFY(parse({"--dark"}).isDark);
     QVERIFY(!parse({}).isDark);
     QVERIFY(parse({"--help"}).showHelp);
     QVERIFY(parse({"-h"}).showHelp);
     QVERIFY(parse({"--version"}).showVersion);
+}
+
+void tst_workbench_options::controlsTakeAPageThatThereIs_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QStringList>("files");
+    QTest::newRow("alone") << QStringList{"--controls"} << "" << QStringList();
+    QTest::newRow("a class") << QStringList{"--controls", "ZvTextEdit"} << "ZvTextEdit" << QStringList();
+    QTest::newRow("a dialog, in one word") << QStringList{"--controls=MessageBox"} << "MessageBox" << QStringList();
+    QTest::newRow("a file behind it") << QStringList{"--controls", "a.dxf"} << "" << QStringList{"a.dxf"};
+    QTest::newRow("a page and files") << QStringList{"b.dxf", "--controls", "ZvQtCanvas", "a.dxf"} << "ZvQtCanvas"
+                                      << QStringList{"b.dxf", "a.dxf"};
+    QTest::newRow("an option behind it") << QStringList{"--controls", "--quit"} << "" << QStringList();
+}
+
+void tst_workbench_options::controlsTakeAPageThatThereIs()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, page);
+    QFETCH(QStringList, files);
+    const ProgramOptions options = parse(arguments);
+    QCOMPARE(options.error, QString());
+    QVERIFY(options.showControls);
+    QCOMPARE(options.controlsPage, page);
+    QCOMPARE(options.files, files);
+    QCOMPARE(options.quit, arguments.contains("--quit"));
 }
 
 void tst_workbench_options::wrongArgumentsAreAnError_data()
@@ -77,6 +108,8 @@ void tst_workbench_options::wrongArgumentsAreAnError_data()
     QTest::newRow("missing value") << QStringList({"--state"});
     QTest::newRow("empty value") << QStringList({"--grab", ""});
     QTest::newRow("empty language") << QStringList({"--lang", ""});
+    QTest::newRow("no such page") << QStringList({"--controls=ZvNothing"});
+    QTest::newRow("pictures without a folder") << QStringList({"--grab-controls="});
     QTest::newRow("value for a switch") << QStringList({"--quit=yes"});
 }
 

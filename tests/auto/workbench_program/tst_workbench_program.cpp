@@ -60,6 +60,8 @@ private Q_SLOTS:
     void exportsByEnding_data();
     void exportsByEnding();
     void grabShowsTheDrawing();
+    void controlsNeedADrawing();
+    void picturesOfControlsAreWritten();
     void severalFilesAreOpenedAndTheLastIsCurrent();
     void failuresGiveOneLineAndStatusOne_data();
     void failuresGiveOneLineAndStatusOne();
@@ -326,6 +328,25 @@ void tst_workbench_program::grabShowsTheDrawing()
             colors << image.pixel(x, y);
     }
     QVERIFY2(colors.size() > 200, qPrintable(QString::number(colors.size())));
+}
+
+void tst_workbench_program::controlsNeedADrawing()
+{
+    const QJsonObject state = stateAfter({"--controls", "ZvLayerUltralComboBox"});
+    QCOMPARE(m_outcome.status, 0);
+    QCOMPARE(m_outcome.error, QByteArray());
+    QCOMPARE(state["documents"].toArray().size(), 1); // a new one
+    QCOMPARE(stateAfter({kPlan, "--controls"})["documents"].toArray().size(), 1);
+}
+
+void tst_workbench_program::picturesOfControlsAreWritten()
+{
+    const Outcome outcome = run({kPlan, "--grab-controls", file("pictures")});
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.error, QByteArray());
+    QVERIFY(!QImage(file("pictures/ZvLayerUltralComboBox.png")).isNull());
+    QVERIFY(!QImage(file("pictures/CADPreviewDialog-dialog.png")).isNull()); // the last one
+    QVERIFY(contentOf(file("pictures/index.md")).contains("](CADPreviewDialog.png)"));
 }
 
 void tst_workbench_program::severalFilesAreOpenedAndTheLastIsCurrent()
