@@ -35,7 +35,7 @@ const struct
     const char *label;
 } kStates[] = {
     {ControlPageData::kUnhooked, "", QT_TRANSLATE_NOOP("ControlPages", "Ordinary")},
-    {ControlPageData::kHooked, "Hooked", QT_TRANSLATE_NOOP("ControlPages", "Follows the drawing")},
+    {ControlPageData::kHooked, "Hooked", QT_TRANSLATE_NOOP("ControlPages", "Hooked")},
     {ControlPageData::kBlank, "Blank", QT_TRANSLATE_NOOP("ControlPages", "Blank")},
     {ControlPageData::kDisabled, "Disabled", QT_TRANSLATE_NOOP("ControlPages", "Disabled")},
     {ControlPageData::kLong, "Long", QT_TRANSLATE_NOOP("ControlPages", "Long list")},
@@ -163,7 +163,8 @@ void ControlPage::tell(const QString &line)
 void ControlPage::addSetting(const QString &label, QWidget *field)
 {
     field->setAccessibleName(label);
-    m_settings->addRow(label, field);
+    field->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    m_settings->insertRow(m_ownSettings++, label, field);
 }
 
 QWidget *ControlPage::makeStates(const ControlPageData &data)
@@ -256,8 +257,10 @@ void ControlPage::addProperties(QFormLayout &form)
         QWidget *field = makeValueField(kindOf(property, property.read(&first)), this, apply).widget;
         if (!field)
             continue;
+        const QString label = spacedName(property.name());
         field->setObjectName(QLatin1String(property.name()));
-        addSetting(spacedName(property.name()), field);
+        field->setAccessibleName(label);
+        form.addRow(label, field);
     }
 }
 

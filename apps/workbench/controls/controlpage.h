@@ -77,7 +77,7 @@ public:
     static QString nameOf(const QWidget &control);
     /// Adds a line to the log.
     void tell(const QString &line);
-    /// Adds a field of the page's own to the settings.
+    /// Adds a field of the page's own to the settings, above the properties.
     void addSetting(const QString &label, QWidget *field);
 
 private:
@@ -90,6 +90,7 @@ private:
     SignalLog m_log;
     QVector<QWidget *> m_controls; // children of the page
     QFormLayout *m_settings = nullptr;
+    int m_ownSettings = 0; // its first rows; below them stand the properties
     bool m_showsClass = false; // the controls are of the class that the page is about
 };
 

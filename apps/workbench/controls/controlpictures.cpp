@@ -134,7 +134,7 @@ QString controlsGuide(const QString &pictures)
     QString text = QStringLiteral(
         "# Controls and dialogs\n"
         "\n"
-        "Every class of the library that can be seen, in each of its states: ordinary, following the drawing, blank,\n"
+        "Every class of the library that can be seen, in each of its states: ordinary, hooked to the drawing, blank,\n"
         "disabled, with a long list. `zvworkbench --controls` opens these pages to be played with; the build target\n"
         "`docs-pictures` makes this page and its pictures anew.\n");
     const QVector<GalleryGroup> groups = galleryGroups();

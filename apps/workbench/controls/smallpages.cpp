@@ -53,14 +53,15 @@ ControlPageData textEdit()
     return page;
 }
 
-/// A field that shows another unit than the usual, as a host's does.
-class OtherUnitField : public ZvUnitLineEdit
+/// A field whose unit can be changed, as a host's.
+class UnitField : public ZvUnitLineEdit
 {
 public:
-    OtherUnitField(const QString &value, QWidget *parent) : ZvUnitLineEdit(parent)
+    UnitField(const QString &value, QWidget *parent) : ZvUnitLineEdit(value, parent) { }
+    void setUnit(EngineeringUnits unit)
     {
-        m_units = kUnitOne;
-        setText(value);
+        m_units = unit;
+        setText(text()); // shown anew
     }
 };
 
@@ -69,13 +70,21 @@ ControlPageData unitField()
     ControlPageData page{
         "ZvUnitLineEdit", "unitField", PAGE_TEXT("A field for a number with a unit, which takes nothing but a number."),
         ControlPageData::kPlain,
-        [](bool, QWidget *parent) -> QWidget * { return new ZvUnitLineEdit(QStringLiteral("3.50"), parent); }};
-    page.variants = {{"Other", PAGE_TEXT("In a unit that the library does not convert"),
-                      [](QWidget *parent) { return new OtherUnitField(QStringLiteral("3.50"), parent); }}};
-    page.settings
-        = {{"value", PAGE_TEXT("Value"), {QStringLiteral("3.50")}, [](QWidget &control, const QVariant &value) {
-                static_cast<ZvUnitLineEdit &>(control).setText(value.toString());
-            }}};
+        [](bool, QWidget *parent) -> QWidget * { return new UnitField(QStringLiteral("3.50"), parent); }};
+    // In all units but the first the library tells the host that it converts none.
+    page.settings = {
+        {"value",
+         PAGE_TEXT("Value"),
+         {QStringLiteral("3.50")},
+         [](QWidget &control, const QVariant &value) { static_cast<UnitField &>(control).setText(value.toString()); }},
+        {"otherUnit",
+         PAGE_TEXT("In another unit"),
+         {false},
+         [](QWidget &control, const QVariant &on) {
+             static_cast<UnitField &>(control).setUnit(on.toBool() ? ZvUnitLineEdit::kUnitOne
+                                                                   : ZvUnitLineEdit::kUnitAsGiven);
+         }},
+    };
     return page;
 }
 

@@ -219,8 +219,12 @@ void tst_workbench_controls::everyExportedWidgetHasAPage()
     const QStringList widgets = exportedWidgets();
     QVERIFY(widgets.size() >= 33);
     const QStringList pages = ControlsWindow::pageNames();
+    // The parts of the colour dialog stand on its page.
+    const QStringList parts
+        = {"ZvColorDialog", "ZvColorTabWidget", "ZvIndexColorWnd", "ZvPaleteWnd", "ZvColorLabel", "ZvTrueColorWnd",
+           "ZvHSLWnd",      "ZvHSLPallete",     "ZvColorLightWnd", "ZvRGBWnd",    "ZvRGBSlider"};
     for (const QString &name : widgets)
-        QVERIFY2(pages.contains(name), qPrintable(name));
+        QVERIFY2(pages.contains(name) != parts.contains(name), qPrintable(name));
     for (const DialogDescription &dialog : dialogDescriptions())
         QVERIFY2(pages.contains(QLatin1String(dialog.name)), dialog.name);
     QCOMPARE(QSet<QString>(pages.begin(), pages.end()).size(), pages.size());
