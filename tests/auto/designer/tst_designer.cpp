@@ -54,9 +54,10 @@ QSet<QString> exportedWidgets()
         if (base.startsWith(QLatin1Char('Q')) && !noWidgets.contains(base))
             widgets.insert(it.key());
     }
-    // Row and list of a ZvImageComboBox, which makes them itself: the one is of no use elsewhere, the other a window.
-    widgets.remove(QStringLiteral("ZvImageItem"));
-    widgets.remove(QStringLiteral("ZvImageVew"));
+    // Row and list of a ZvImageComboBox, which makes them itself; the colour dialog, and what is nothing without it.
+    for (const char *part : {"ZvImageItem", "ZvImageVew", "ZvColorDialog", "ZvColorTabWidget", "ZvIndexColorWnd",
+                             "ZvPaleteWnd", "ZvRGBSlider", "ZvTrueColorWnd"})
+        widgets.remove(QString::fromLatin1(part));
     return widgets;
 }
 
