@@ -103,6 +103,11 @@ void ViewManager::fill(ZvDbObjectId selected)
         if (record->objectId() == selected)
             m_list->setCurrentItem(item);
     }
+    // What the buttons work on is seen from the beginning, too.
+    if (!m_list->currentItem())
+        m_list->setCurrentItem(m_list->topLevelItem(0));
+    for (const char *button : {"renameButton", "deleteButton", "currentButton"})
+        findChild<QPushButton *>(QLatin1String(button))->setEnabled(!m_ids.empty());
     if (m_ids.empty())
         tell(tr("The drawing has no named views."));
 }

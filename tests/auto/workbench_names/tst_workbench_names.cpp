@@ -100,6 +100,7 @@ private Q_SLOTS:
     void viewsArePickedByAllKindsOfNames();
 
     void viewManagerSavesRenamesAndDeletes();
+    void viewManagerShowsWhichViewItWorksOn();
     void viewManagerRefusesNames_data();
     void viewManagerRefusesNames();
     void viewManagerShowsAView();
@@ -643,6 +644,33 @@ void tst_workbench_names::viewManagerSavesRenamesAndDeletes()
     press(manager, "deleteButton"); // nothing is left, and nothing happens
     press(manager, "renameButton");
     press(manager, "currentButton");
+}
+
+void tst_workbench_names::viewManagerShowsWhichViewItWorksOn()
+{
+    m_session->newDrawing();
+    for (const bool hasViews : {false, true}) {
+        if (hasViews) {
+            addRecord<ZvDbViewTable, ZvDbViewTableRecord>(s("First"));
+            addRecord<ZvDbViewTable, ZvDbViewTableRecord>(s("Second"));
+        }
+        ViewManager manager(database(), &window());
+        manager.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&manager));
+        for (const char *button : {"renameButton", "deleteButton", "currentButton"})
+            QCOMPARE(manager.findChild<QPushButton *>(QLatin1String(button))->isEnabled(), hasViews);
+        QVERIFY(manager.findChild<QPushButton *>(s("newButton"))->isEnabled());
+        if (!hasViews)
+            continue;
+        QCOMPARE(views(manager).selectedItems(), QList<QTreeWidgetItem *>{views(manager).topLevelItem(0)});
+        press(manager, "deleteButton");
+        QCOMPARE(views(manager).selectedItems(), QList<QTreeWidgetItem *>{views(manager).topLevelItem(0)});
+        QCOMPARE(viewNames(manager), QStringList{s("Second")});
+        press(manager, "deleteButton");
+        QVERIFY(!manager.findChild<QPushButton *>(s("deleteButton"))->isEnabled());
+        press(manager, "newButton");
+        QVERIFY(manager.findChild<QPushButton *>(s("deleteButton"))->isEnabled());
+    }
 }
 
 void tst_workbench_names::viewManagerRefusesNames_data()
