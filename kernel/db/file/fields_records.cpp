@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 void ZvDbSymbolTableRecord::fileFields(ZvDbFiler &filer)
 {
@@ -330,6 +331,25 @@ void ZvDbObjectAccess::blockBeginFields(ZvDbBlockTableRecord &block, ZvDbFiler &
     filer.text(4, block.m_comments, ZvString());
 }
 
+/// Versions that know no layouts get none of those that the database has made, nor their names, nor the dictionary that it
+/// has made for them.
+static bool isLeftOut(ZvDbObjectId id, ZvDb::FileVersion version)
+{
+    const ZvDbDatabasePrivate *d = version < ZvDb::kR2000 && !id.isNull() ? ZvDbDatabasePrivate::of(id) : nullptr;
+    if (!d || d->stubs[id.index()].record != 0)
+        return false;
+    const ZvDbObject *object = d->objectAt(id.index());
+    if (zvrxCast<ZvDbLayout>(object))
+        return true;
+    const auto *dictionary = zvrxCast<ZvDbDictionary>(object);
+    if (!dictionary || dictionary->numEntries() == 0)
+        return false;
+    const std::unique_ptr<ZvDbDictionaryIterator> entries(dictionary->newIterator());
+    while (!entries->done() && isLeftOut(entries->objectId(), version))
+        entries->next();
+    return entries->done();
+}
+
 void ZvDbDictionary::fileFields(ZvDbFiler &filer)
 {
     ZvDbObject::fileFields(filer);
@@ -342,7 +362,7 @@ void ZvDbDictionary::fileFields(ZvDbFiler &filer)
     ZvDbFiler::Groups groups;
     if (!filer.isReading()) {
         for (const Entry &entry : m_entries) {
-            if (!entry.id.isNull() && entry.id.isErased())
+            if ((!entry.id.isNull() && entry.id.isErased()) || isLeftOut(entry.id, filer.version()))
                 continue;
             groups.emplace_back(3, entry.name);
             groups.emplace_back(m_hardOwner ? 360 : 350, entry.id);
