@@ -42,7 +42,7 @@ QPalette darkPalette()
 {
     const QColor text(226, 230, 236);
     const QColor faint(128, 134, 142);
-    QPalette palette(text, QColor(58, 63, 70), QColor(80, 86, 94), QColor(24, 27, 31), QColor(38, 42, 48), text,
+    QPalette palette(text, QColor(22, 24, 28), QColor(80, 86, 94), QColor(24, 27, 31), QColor(38, 42, 48), text,
                      QColor(32, 35, 40));
     palette.setColor(QPalette::Window, QColor(45, 49, 55));
     palette.setColor(QPalette::AlternateBase, QColor(38, 42, 48));
