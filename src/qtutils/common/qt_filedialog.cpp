@@ -18,48 +18,30 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <memory>
+
 namespace {
 
 constexpr int kArrayNode = 1;
 constexpr int kObjectNode = 2;
 constexpr QSize kMinimumSize(820, 485);
 
-/// What Qt's file dialogs note in the user's settings, which all programs of the user share: folders, places, widths.
-class QtDialogNotes
+/// Keeps Qt from noting folders, places and widths in the user's settings, which all programs of the user share: for
+/// the life of the object no settings of the user can be written.
+class NoUserSettings
 {
 public:
-    QtDialogNotes()
+    NoUserSettings()
     {
-        Settings settings;
-        for (const QString &key : settings.allKeys())
-            m_values.insert(key, settings.value(key));
+        const QString file = QSettings(QSettings::UserScope, QStringLiteral("QtProject")).fileName();
+        m_path = QFileInfo(file).path();
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     }
-    /// Writes them back as they were.
-    void restore() const
-    {
-        Settings settings;
-        for (const QString &key : settings.allKeys()) {
-            if (!m_values.contains(key))
-                settings.remove(key);
-        }
-        for (auto it = m_values.cbegin(); it != m_values.cend(); ++it) {
-            if (settings.value(it.key()) != it.value())
-                settings.setValue(it.key(), it.value());
-        }
-    }
+    ~NoUserSettings() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_path); }
+    Q_DISABLE_COPY(NoUserSettings)
 
 private:
-    class Settings : public QSettings
-    {
-    public:
-        Settings() : QSettings(QSettings::UserScope, QStringLiteral("QtProject"))
-        {
-            setFallbacksEnabled(false);
-            beginGroup(QStringLiteral("FileDialog"));
-        }
-    };
-
-    QVariantMap m_values;
+    QString m_path; // Qt tells it by the name of a file only
 };
 
 QList<QUrl> standardPlaces()
@@ -81,9 +63,13 @@ int findFilter(const QComboBox *combo, const QString &filter)
 ZvQtFileDialogImpl::ZvQtFileDialogImpl(QWidget *parent, Qt::WindowFlags flags)
     : QFileDialog(parent, flags), m_ownTree(ElementValue::createObject(kObjectNode))
 {
-    // Qt writes its notes in the destructor of QFileDialog, which runs before this signal.
-    connect(this, &QObject::destroyed, [notes = QtDialogNotes()] { notes.restore(); });
     connect(this, &QFileDialog::currentChanged, this, &ZvQtFileDialogImpl::onCurrentChanged);
+}
+
+ZvQtFileDialogImpl::~ZvQtFileDialogImpl()
+{
+    // Qt writes its notes in the destructor of QFileDialog, which runs before this signal.
+    connect(this, &QObject::destroyed, [none = std::make_shared<NoUserSettings>()] {});
 }
 
 QLineEdit *ZvQtFileDialogImpl::fileNameEdit() const

@@ -29,12 +29,13 @@ QT_END_NAMESPACE
 /// Output, in the adapter's result tree: "result"; when accepted "useFilter" and, of an open dialog, "filePaths" (an
 /// array of objects with "name" and "path"), of a save dialog "useFilterIdx", "fileName" and "filePath".
 ///
-/// Nothing is kept between two runs: what Qt would note of the dialog in the user's settings is taken back.
+/// Nothing is kept between two runs: Qt notes nothing of the dialog in the user's settings.
 class ZvQtFileDialogImpl : public QFileDialog
 {
     Q_OBJECT
 public:
     ZvQtFileDialogImpl(QWidget *parent, Qt::WindowFlags flags);
+    ~ZvQtFileDialogImpl() override;
 
     /// Sets the dialog up. To be called once. Always true; a null \a params is an empty tree.
     bool onInit(ZvJsonPtr params, ZvRxObjectPtr helper);

@@ -114,6 +114,7 @@ private Q_SLOTS:
     void endDialogBeatsTheButtons();
     void nothingIsKeptBetweenRuns();
     void theUsersNotesOfQtStay();
+    void notesOfOtherProgramsStay();
 
     void namesOfTheWorldAreListedAndTaken();
     void tenThousandFilesAreListed();
@@ -1035,6 +1036,31 @@ void TestQtFileDialog::theUsersNotesOfQtStay()
     QCOMPARE(settings.value("FileDialog/shortcuts").toStringList(), (QStringList{"file:", "file:///usr"}));
     QCOMPARE(settings.value("FileDialog/sidebarWidth").toInt(), 77);
     QCOMPARE(settings.allKeys().size(), 3);
+}
+
+void TestQtFileDialog::notesOfOtherProgramsStay()
+{
+    const QString file = QSettings(QSettings::UserScope, QStringLiteral("QtProject")).fileName();
+    {
+        const FileDialog box({{"filter", kTwo}, {"dir", m_tree->path()}});
+        ModalDriver driver;
+        driver.next([](QDialog *dialog) {
+            // Another program's dialog has just been closed.
+            QSettings(QSettings::UserScope, QStringLiteral("QtProject")).setValue("FileDialog/sidebarWidth", 88);
+            pressEscape(dialog);
+        });
+        box.adapter->doModal();
+        QVERIFY(driver.finished());
+    }
+    QSettings settings(QSettings::UserScope, QStringLiteral("QtProject"));
+    QCOMPARE(settings.allKeys(), QStringList{QStringLiteral("FileDialog/sidebarWidth")});
+    QCOMPARE(settings.value("FileDialog/sidebarWidth").toInt(), 88);
+    // The application's own settings go where they went before.
+    QCOMPARE(settings.fileName(), file);
+    settings.setValue(QStringLiteral("Other/key"), 1);
+    settings.sync();
+    QCOMPARE(int(settings.status()), int(QSettings::NoError));
+    QVERIFY(m_tree->settings().contains("key=1"));
 }
 
 void TestQtFileDialog::namesOfTheWorldAreListedAndTaken()
