@@ -6,8 +6,13 @@
 //   - the same with panes like ours made by hand, which is what the extended dialog is aimed at 1.15 times of;
 //   - the dialog of the service, with its panes and without.
 //
-// The panes show the machine's mount points, which takes a process of its own: the panes made by hand run it too, and
-// it is measured apart.
+// The panes made by hand are the same widgets in the same places, with the same sizes and icons and three places, and
+// they run the listing of the machine's mount points, as the panes do: whoever wants them has to make that process, once
+// for a dialog. It is measured apart. What they have not is the service, the property bag, the checks for the folders of
+// the home, and the preview. Both note nothing themselves; Qt's dialog writes its notes into the user's settings when
+// it goes, which is part of its time, and which ours keeps it from.
+//
+// The processor's time is that of this thread alone: the listing and the disk show in the time by the clock.
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
