@@ -17,14 +17,11 @@
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
 #include "firstpaint.h"
-#include "zvqtentrypoint.h"
+#include "withmodule.h"
 
 #include "base/zvregistry.h"
-#include "core/zvsystem.h"
 #include "core/zvui.h"
 #include "utils/zvfiles.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -161,11 +158,5 @@ int main(int argc, char *argv[])
     qputenv("QT_FONT_DPI", "96");
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
-    return 0;
+    return runBenchmarksWithModule(argc, argv);
 }

@@ -11,15 +11,12 @@
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
 #include "timing.h"
+#include "withmodule.h"
 #include "zvqtcanvas.h"
-#include "zvqtentrypoint.h"
 
-#include "core/zvsystem.h"
 #include "core/zvui.h"
 #include "db/zvdbentities.h"
 #include "utils/zvpage.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QMainWindow>
@@ -182,11 +179,5 @@ BENCHMARK(panLayout)->UseManualTime()->Iterations(1)->Repetitions(kRepetitions)-
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
-    return 0;
+    return runBenchmarksWithModule(argc, argv);
 }

@@ -14,13 +14,10 @@
 
 #include "firstpaint.h"
 #include "timing.h"
-#include "zvqtentrypoint.h"
+#include "withmodule.h"
 
 #include "base/zvregistry.h"
-#include "core/zvsystem.h"
 #include "core/zvui.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -241,11 +238,5 @@ int main(int argc, char *argv[])
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (!QFile::exists(iconPath()))
         qWarning("The icon is missing beside the program; neither dialog shows it.");
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
-    return 0;
+    return runBenchmarksWithModule(argc, argv);
 }
