@@ -58,6 +58,8 @@ public Q_SLOTS:
 protected:
     /// Gives the panes the room that they need at the first show.
     void showEvent(QShowEvent *event) override;
+    /// Lets files and preview grow with the dialog, beside places that do not.
+    bool event(QEvent *event) override;
 
 private:
     void setStartFolder(QString dir);
@@ -81,6 +83,7 @@ private:
     QGroupBox *m_previewGroup = nullptr;
     QWidget *m_previewHost = nullptr;
     QLabel *m_previewLabel = nullptr; // null without the panes
+    QSplitter *m_splitter = nullptr; // Qt's, with the panes in it; null without them
     ZvJsonPtr m_ownTree; // for applications, like the lower panel; nothing here reads it
     ZvJsonPtr m_pParams;
     bool m_hideExtend = false;

@@ -135,6 +135,15 @@ void ZvQtFileDialogImpl::addPanes()
     }
     addPlaces(splitter);
     addPreview(splitter);
+    m_splitter = splitter;
+}
+
+bool ZvQtFileDialogImpl::event(QEvent *event)
+{
+    // A splitter is never higher than the lowest of its widgets may be, which is the list of places.
+    if (m_splitter && event->type() == QEvent::LayoutRequest)
+        m_splitter->setMaximumHeight(QWIDGETSIZE_MAX);
+    return QFileDialog::event(event);
 }
 
 void ZvQtFileDialogImpl::showEvent(QShowEvent *event)

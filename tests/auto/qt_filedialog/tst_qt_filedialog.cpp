@@ -1086,7 +1086,8 @@ void TestQtFileDialog::tenThousandFilesAreListed()
 {
     QDir().mkpath(m_tree->path("many"));
     for (int i = 0; i < 10000; ++i) {
-        QFile file(m_tree->path(QStringLiteral("many/drawing %1.abc").arg(i, 5, 10, QLatin1Char('0'))));
+        const QString name = i % 2 ? QStringLiteral("many/drawing %1.abc") : QStringLiteral("many/图纸 第%1张.abc");
+        QFile file(m_tree->path(name.arg(i, 5, 10, QLatin1Char('0'))));
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
     const FileDialog box({{"Open", true}, {"filter", kTwo}, {"dir", m_tree->path("many")}});

@@ -103,6 +103,7 @@ private Q_SLOTS:
     void pictureFillsTheHost_data();
     void pictureFillsTheHost();
     void pictureFollowsTheHostsSize();
+    void filesAndPreviewGrowWithTheDialog();
     void oddPicturesLeaveThePaneEmpty_data();
     void oddPicturesLeaveThePaneEmpty();
 
@@ -293,6 +294,27 @@ void TestQtFileDialogPreview::pictureFollowsTheHostsSize()
     splitter->setSizes({200, 0, 800, 250});
     QTRY_VERIFY(pane.label->geometry() != large);
     QCOMPARE(pane.label->geometry(), pane.host->rect());
+}
+
+void TestQtFileDialogPreview::filesAndPreviewGrowWithTheDialog()
+{
+    FileDialog box(BagKeys{{"Open", true}, {"filter", "All files (*)"}, {"dir", m_tree->path()}});
+    box.show();
+    const auto *files = box.dialog->findChild<QWidget *>(QStringLiteral("stackedWidget"));
+    const auto *preview = box.dialog->findChild<QGroupBox *>();
+    const QSize before = box.dialog->size();
+    const QSize filesBefore = files->size();
+    const QSize previewBefore = preview->size();
+    const int entryHeight = box.edit()->height();
+    box.dialog->resize(before + QSize(300, 300));
+    QTRY_COMPARE(files->height(), filesBefore.height() + 300); // all that there is more of
+    QVERIFY(files->width() > filesBefore.width() + 100);
+    QVERIFY(preview->height() > previewBefore.height() + 100);
+    QCOMPARE(box.edit()->height(), entryHeight);
+    QCOMPARE(box.places()->size(), QSize(200, 377));
+    box.dialog->resize(before);
+    QTRY_COMPARE(files->height(), filesBefore.height());
+    QCOMPARE(preview->height(), previewBefore.height());
 }
 
 void TestQtFileDialogPreview::oddPicturesLeaveThePaneEmpty_data()
