@@ -234,6 +234,10 @@ void ZvDbObjectAccess::setPage(ZvDbLayout &layout, int tabOrder)
 {
     layout.m_tabOrder = tabOrder;
     layout.m_plotType = tabOrder == 0 ? 0 : 5;
+    if (tabOrder == 0) { // what is seen of model space fills the paper, whatever its size
+        layout.m_scaleType = 0;
+        layout.m_plotFlags |= ZvDbPlotSettings::kCentered | ZvDbPlotSettings::kForModel;
+    }
     layout.m_paperName = L"ISO_A3_(420.00_x_297.00_MM)";
     layout.m_plotter = L"none_device";
     layout.m_paperSize = ZvGePoint2d(420.0, 297.0);

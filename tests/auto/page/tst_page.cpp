@@ -181,6 +181,7 @@ private Q_SLOTS:
     void modelSpaceIsPlotted_data();
     void modelSpaceIsPlotted();
     void displayIsWhatTheCallerShows();
+    void newDrawingFitsWhatIsSeenToThePaper();
     void namedSetupReplacesTheLayoutsOwn_data();
     void namedSetupReplacesTheLayoutsOwn();
     void setupsAreListedByTheKindOfLayout();
@@ -426,6 +427,21 @@ void TestPage::displayIsWhatTheCallerShows()
     const ZvDbDatabasePtr other = makeDrawing(with(kPaper, {{74, QStringLiteral("1")}}), "Model");
     QCOMPARE(areaOf(zvgiReadPage(other, layoutNamed(*other, L"Model"), ZvString(), shown)),
              numbers({100, 200, 140, 220}));
+}
+
+void TestPage::newDrawingFitsWhatIsSeenToThePaper()
+{
+    ZvGeExtents2d shown;
+    shown.add(ZvGePoint2d(5000, 2000));
+    shown.add(ZvGePoint2d(25000, 6000));
+    const ZvDbDatabasePtr database = ZvDbDatabase::create();
+    for (const ZvDbDatabasePtr &drawing : {database, readBytes(savedAs(*database))}) {
+        const ZvGiPage page = zvgiReadPage(drawing, layoutNamed(*drawing, L"Model"), ZvString(), shown);
+        QCOMPARE(areaOf(page), numbers({5000, 2000, 25000, 6000}));
+        QCOMPARE(page.unit * 20000, page.printableWidth());
+        QCOMPARE(page.corner.x, 5000.0);
+        QCOMPARE(page.corner.y + page.printableHeight() / 2 / page.unit, 4000.0); // in the middle
+    }
 }
 
 /// A page set-up of 200 by 100 mm at 1 to 2, and a window.
