@@ -4,9 +4,8 @@
 #include "everywidget.h"
 #include "pseudolanguage.h"
 #include "readable.h"
-
-#include "common/uicolorindextab.h"
-#include "common/uitruecolortab.h"
+#include "uicolorindextab.h"
+#include "uitruecolortab.h"
 
 #include <QFileDialog>
 #include <QLabel>
