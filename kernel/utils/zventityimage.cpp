@@ -59,14 +59,14 @@ struct PictureKey
     int weight = 0;
     bool showsWeights = false;
     double scale = 0.0;
-    double length = 0.0;
-    double angle = 0.0;
+    double alongX = 0.0; ///< From the line's start to its end.
+    double alongY = 0.0;
 
     bool operator==(const PictureKey &o) const
     {
         return pattern == o.pattern && width == o.width && height == o.height && background == o.background
             && color == o.color && alpha == o.alpha && weight == o.weight && showsWeights == o.showsWeights
-            && scale == o.scale && length == o.length && angle == o.angle;
+            && scale == o.scale && alongX == o.alongX && alongY == o.alongY;
     }
 };
 
@@ -79,7 +79,7 @@ struct PictureKeyHash
         print.add(std::uint64_t(key.width) << 32 | std::uint64_t(key.height));
         print.add(std::uint64_t(key.background) << 32 | key.color);
         print.add(key.scale);
-        print.add(key.length);
+        print.add(key.alongX);
         return print.value();
     }
 };
@@ -178,8 +178,8 @@ bool describeLine(ZvDbDatabase *database, ZvDbEntity &entity, PictureKey &key)
     key.color = entity.color().color();
     key.weight = entity.lineWeight();
     key.scale = entity.linetypeScale() * database->celtscale();
-    key.length = along.length();
-    key.angle = std::atan2(along.y, along.x);
+    key.alongX = along.x;
+    key.alongY = along.y;
     key.showsWeights = database->lineWeightDisplay();
     return true;
 }
