@@ -56,7 +56,9 @@ const ButtonSpec &buttonSpec(int column)
 class RowButton : public QPushButton
 {
 public:
-    RowButton(ZvLayerButtonPictures *pictures, QWidget *parent) : QPushButton(parent), m_pictures(pictures) { }
+    /// Without a parent at first: a child asks its parent's style sheets at once how large its icon is, which takes as
+    /// long as all else of its making.
+    explicit RowButton(ZvLayerButtonPictures *pictures) : m_pictures(pictures) { }
     void setVisible(bool visible) override
     {
         if (m_isPlaced || !visible)
@@ -78,7 +80,9 @@ protected:
         if (event->type() == QEvent::DynamicPropertyChange
             && !static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName().startsWith("_q_"))
             m_isPlain = false;
-        return (event->type() == QEvent::PolishRequest && !m_isPlaced) || QPushButton::event(event);
+        // Both have the style go through its sheets. The latter is about margins in layouts.
+        const bool canWait = event->type() == QEvent::PolishRequest || event->type() == QEvent::StyleChange;
+        return (canWait && !m_isPlaced) || QPushButton::event(event);
     }
     void paintEvent(QPaintEvent *event) override
     {
@@ -359,7 +363,7 @@ void ZvLayerTable::buildRow(int row)
     QWidget *block = m_blocks.at(m_rows.at(row).block).widget;
     for (int column = 0; column < kButtons; ++column) {
         const ButtonSpec &spec = buttonSpec(column);
-        auto *button = new RowButton(&m_pictures, this);
+        auto *button = new RowButton(&m_pictures);
         m_rows[row].buttons[std::size_t(column)] = button;
         button->setObjectName(spec.name);
         button->setIconSize(QSize(kIconSize, kIconSize));
