@@ -343,6 +343,7 @@ void ZvDbRecordWriter::longText(int pieceCode, int lastCode, ZvString &value)
         bytes += m_tags[i].value;
     if (decoded(bytes) == value)
         return;
+    std::sort(places.begin(), places.end()); // damaged records have the last piece before the others
     for (auto i = places.rbegin(); i != places.rend(); ++i) {
         m_tags.erase(m_tags.begin() + std::ptrdiff_t(*i));
         m_cursor.removed(*i, 1);

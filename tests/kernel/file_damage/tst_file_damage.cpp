@@ -452,6 +452,38 @@ TEST(Odd, aMultileaderMaySayWhatBeginsALine)
     EXPECT_TRUE(saveDrawing(*database) == bytes);
 }
 
+TEST(Odd, piecesOfATextInAnyOrderGiveWayToNewOnes)
+{
+    const std::string mtext = text({{0, "MTEXT"},
+                                    {5, "78"},
+                                    {100, "AcDbEntity"},
+                                    {8, "0"},
+                                    {100, "AcDbMText"},
+                                    {1, "end"}, // belongs behind the others
+                                    {10, "5.0"},
+                                    {20, "6.0"},
+                                    {40, "3.0"},
+                                    {3, "beginning "},
+                                    {3, "middle "},
+                                    {7, "Standard"}});
+    const std::string bytes = header("AC1027") + layers("") + entitiesSection(mtext) + eof();
+    const ZvDbDatabasePtr database = readDrawing(bytes);
+    ASSERT_TRUE(database.get());
+    const auto contents = [](ZvDbDatabase &drawing, const wchar_t *changed) {
+        ZvDbObjectPointer<ZvDbMText> read(entitiesOf(drawing.modelSpaceId())[0], ZvDb::kForWrite);
+        const ZvString before = read->contents();
+        if (changed)
+            read->setContents(changed);
+        return before;
+    };
+    EXPECT_EQ(contents(*database, L"other").toStdString(), "beginning middle end");
+    const std::string saved = saveDrawing(*database);
+    const ZvDbDatabasePtr again = readDrawing(saved);
+    ASSERT_TRUE(again.get());
+    EXPECT_EQ(contents(*again, nullptr).toStdString(), "other");
+    EXPECT_EQ(describe(difference(bytes, saved)), "- 1 end\n- 3 beginning \n- 3 middle \n+ 1 other\n");
+}
+
 TEST(Odd, whatIsNoDrawingGivesAnErrorThatSaysSo)
 {
     const std::vector<std::pair<std::string, const wchar_t *>> rows = {
