@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "controlpages.h"
 
+#include "uicolorindextab.h"
+#include "uitruecolortab.h"
 #include "zvcolorbutton.h"
 #include "zvqtcolorlabel.h"
 
@@ -35,6 +37,40 @@ ControlSetting colorSetting()
             }};
 }
 
+/// A part of the colour dialog, which has no value of its own until it is given one.
+template <class Part, class Show>
+ControlPageData part(const char *className, const char *id, const char *purpose, const QSize &size, Show show)
+{
+    ControlPageData page{className, id, purpose, ControlPageData::kPlain,
+                         [size, show](bool, QWidget *parent) -> QWidget * {
+                             auto *control = new Part(parent);
+                             control->setFixedSize(size);
+                             show(*control);
+                             return control;
+                         }};
+    page.columns = 2;
+    return page;
+}
+
+QVector<ControlPageData> dialogParts()
+{
+    const QColor color = start();
+    return {
+        part<ZvColorLabel>("ZvColorLabel", "colorSwatch",
+                           PAGE_TEXT("The swatch of the colour dialog, which tells of a double click."), {60, 40},
+                           [color](ZvColorLabel &label) { label.showColor(color.red(), color.green(), color.blue()); }),
+        part<ZvHSLPallete>("ZvHSLPallete", "colorField",
+                           PAGE_TEXT("The field of hue and saturation of the colour dialog."), {190, 174},
+                           [](ZvHSLPallete &field) { field.setHS(210, 80); }),
+        part<ZvColorLightWnd>("ZvColorLightWnd", "lightStrip",
+                              PAGE_TEXT("The strip of lightness of the colour dialog."), {40, 174},
+                              [](ZvColorLightWnd &strip) {
+                                  strip.setHueAndSaturation(210, 80);
+                                  strip.setPos(46);
+                              }),
+    };
+}
+
 } // namespace
 
 QVector<ControlPageData> colorPages()
@@ -47,5 +83,5 @@ QVector<ControlPageData> colorPages()
                           PAGE_TEXT("A square of one colour, as high as a line of text."), ControlPageData::kPlain,
                           make<ZvQtColorLabel>};
     label.settings = {colorSetting()};
-    return {button, label};
+    return QVector<ControlPageData>{button, label} + dialogParts();
 }
