@@ -125,7 +125,7 @@ private:
             return false;
         const int code = next();
         // For texts that run downwards, which line types have none of: the code after it is passed over.
-        if (code == kIfVertical) {
+        if (code == kIfVertical && !m_isSkipping) {
             m_isSkipping = true;
             const bool goesOn = step();
             m_isSkipping = false;

@@ -385,6 +385,8 @@ void UtilsShapesTest::endlessShapesEnd_data()
     QTest::newRow("circles without end") << shapesFile({{130, body("A", circles.left(60000))}});
     QByteArray pushes(60000, '\5');
     QTest::newRow("places without end") << shapesFile({{130, body("A", pushes + codes({0x10}))}});
+    QTest::newRow("for vertical texts, over and over")
+        << shapesFile({{130, body("A", QByteArray(60000, '\x0E') + codes({0x10}))}});
 }
 
 void UtilsShapesTest::endlessShapesEnd()
