@@ -662,14 +662,15 @@ const Picture installedPictures[] = {
     {"layer_unlock.ico", 16, 16, Ico, drawLayerUnlocked},
 };
 
-QImage drawn(const Picture &picture)
+QImage drawn(const Picture &picture, int ratio = 1)
 {
     // Bitmaps have no transparency; they lie on the white of a list.
     const bool opaque = picture.format == Bmp24 || picture.format == Bmp32;
-    QImage image(picture.width, picture.height, QImage::Format_ARGB32_Premultiplied);
+    QImage image(picture.width * ratio, picture.height * ratio, QImage::Format_ARGB32_Premultiplied);
     image.fill(opaque ? white : clear);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(ratio, ratio);
     picture.draw(painter);
     painter.end();
     return image.convertToFormat(QImage::Format_ARGB32);
@@ -696,11 +697,15 @@ bool writePicture(const QString &path, const QImage &image, Format format)
     return false;
 }
 
-template <std::size_t count> bool writeAll(const QDir &folder, const Picture (&pictures)[count])
+/// With \a ratio 2 for screens with as many dots to a pixel.
+template <std::size_t count> bool writeAll(const QDir &folder, const Picture (&pictures)[count], int ratio = 1)
 {
     for (const Picture &picture : pictures) {
-        if (!writePicture(folder.filePath(QLatin1String(picture.name)), drawn(picture), picture.format)) {
-            std::fprintf(stderr, "draw_resources: cannot write %s\n", picture.name);
+        QString name = QLatin1String(picture.name);
+        if (ratio > 1)
+            name.insert(name.lastIndexOf(QLatin1Char('.')), QStringLiteral("@%1x").arg(ratio));
+        if (!writePicture(folder.filePath(name), drawn(picture, ratio), picture.format)) {
+            std::fprintf(stderr, "draw_resources: cannot write %s\n", qPrintable(name));
             return false;
         }
     }
@@ -722,6 +727,7 @@ int main(int argc, char **argv)
         return 1;
     }
     const bool written = writeAll(resources, resourcePictures) && writeAll(icons, installedPictures)
+        && writeAll(icons, installedPictures, 2)
         && writePicture(resources.filePath(QStringLiteral("TColor.bmp")), hueSaturationField(), Bmp24);
     return written ? 0 : 1;
 }

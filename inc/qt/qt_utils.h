@@ -65,9 +65,9 @@ ZV_EXPORT QWidget *qt_windowHandle_to_widget(void *handle);
 /// Single entries that refuse the change are passed over.
 ZV_EXPORT int zvutRecursiveChmod(const QString &path, int mode);
 
-/// An icon of one picture: the file \a path, stretched to \a width by \a height pixels whatever its proportions.
-/// With \a blank the picture is wiped first, which leaves a transparent icon of that size (the file must exist all the
-/// same). Null for an empty path and for a file that does not load.
+/// The picture of the file \a path, stretched to \a width by \a height pixels; on denser screens that of the file with
+/// "@2x" before its ending, where there is one. With \a blank the picture is wiped, which leaves a transparent icon of
+/// that size (the file must exist all the same). Null for an empty path and for a file that does not load.
 ZV_EXPORT QIcon zvsiQtCreateIcon(const QString &path, bool blank, int width, int height);
 
 /// Blocks an object's signals for the length of a scope, so that showing a value does not write it back.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt_utils.h"
 
+#include "private/zvdensepixmap.h"
 #include "private/zvkeytable.h"
 #include "private/zvx11drag.h"
 
@@ -137,7 +138,11 @@ QIcon zvsiQtCreateIcon(const QString &path, bool blank, int width, int height)
         pixmap.fill(Qt::transparent);
     if (pixmap.isNull())
         return QIcon();
-    return QIcon(pixmap.scaled(width, height, Qt::IgnoreAspectRatio, Qt::FastTransformation));
+    QIcon icon(pixmap.scaled(width, height, Qt::IgnoreAspectRatio, Qt::FastTransformation));
+    const QPixmap dense = zvDensePixmap(path, QSize(width, height), Qt::IgnoreAspectRatio);
+    if (!blank && !dense.isNull())
+        icon.addPixmap(dense);
+    return icon;
 }
 
 ZvQtBlockSignalUtil::ZvQtBlockSignalUtil(QObject *object) : m_object(object)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "private/zvdialogicons.h"
 
+#include "private/zvdensepixmap.h"
 #include "private/zvqtstring.h"
 
 #include "utils/zvfiles.h"
@@ -39,7 +40,9 @@ QString zvDialogIconPath(int dlgtype)
 QLabel *zvMakeDialogIcon(const QString &path, QWidget *parent)
 {
     auto *icon = new QLabel(parent);
-    icon->setPixmap(QPixmap(path).scaled(kIconSize, kIconSize, Qt::KeepAspectRatio, Qt::FastTransformation));
+    const QSize size(kIconSize, kIconSize);
+    const QPixmap dense = zvDensePixmap(path, size, Qt::KeepAspectRatio);
+    icon->setPixmap(dense.isNull() ? QPixmap(path).scaled(size, Qt::KeepAspectRatio, Qt::FastTransformation) : dense);
     icon->setScaledContents(true);
     icon->setFixedSize(kIconSize, kIconSize);
     return icon;
