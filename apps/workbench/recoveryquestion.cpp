@@ -20,9 +20,9 @@ constexpr int kQuestionIcon = 32;
 
 enum Answer { kOpen = 101, kLater, kDelete };
 
-QString text(const char *english, int count = -1)
+QString text(const char *english)
 {
-    return QCoreApplication::translate("Recovery", english, nullptr, count);
+    return QCoreApplication::translate("Recovery", english);
 }
 
 QString lineOf(const RecoveryStore::Leftover &leftover)
@@ -53,7 +53,8 @@ int ask(const QVector<RecoveryStore::Leftover> &leftovers)
 
     const ZvJsonPtr params = ElementValue::createObject(IElementValueBase::kObject);
     params->SetDataSW("title", toZvString(text("Recover drawings")));
-    params->SetDataSW("msg", toZvString(text("The program ended before %n drawing(s) could be saved.", lines.size())));
+    const QString message = text("Drawings that were not saved when the program ended: %1").arg(lines.size());
+    params->SetDataSW("msg", toZvString(message));
     params->SetDataS("content", lines.join(QStringLiteral("<br>")).toUtf8().constData());
     params->SetDataI("contentFlag", kTextsAndCommands);
     params->SetDataI("dlgtype", kQuestionIcon);

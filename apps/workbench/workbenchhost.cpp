@@ -353,8 +353,8 @@ void WorkbenchHost::showFileReport(const ZvString &path, const ZvDbFileReport &r
     if (lines.isEmpty())
         return;
     m_window->infoBar()->showMessage(
-        tr("%1 was opened, but something in it was not as it should be (%n kind(s) of fault).", nullptr, lines.size())
-            .arg(file),
+        tr("%1 was opened, but something in it was not as it should be (kinds of fault: %2).")
+            .arg(file, QString::number(lines.size())),
         lines.join(QLatin1Char('\n')));
 }
 

@@ -222,7 +222,7 @@ void tst_workbench_recovery::severalProgramsAreOfferedTogether()
     QVERIFY(leaveBehind(lineInPlan()));
     QVERIFY(leaveBehind(lineInANewDrawing()));
     start(kOpen);
-    QVERIFY(m_message.contains(QStringLiteral("2 drawing(s)")));
+    QVERIFY(m_message.contains(QStringLiteral("ended: 2")));
     QVERIFY(m_message.indexOf(plan()) < m_message.indexOf(QStringLiteral("Drawing1")));
     QCOMPARE(zvDocManagerPtr()->documentCount(), 2);
 }
