@@ -114,7 +114,7 @@ void TestImageWidget::startsSmallAndEmpty()
     const ZvQtImageWidget widget(&parent);
     QCOMPARE(widget.minimumSize(), QSize(10, 10));
     QCOMPARE(widget.parentWidget(), &parent);
-    QVERIFY(widget.children().isEmpty());
+    QVERIFY(widget.findChildren<QWidget *>().isEmpty());
 }
 
 void TestImageWidget::attachingFillsInWhatIsMissing_data()
