@@ -634,8 +634,15 @@ std::string Store::asciiValue(const Tag &tag) const
     const ValueKind kind = valueKind(tag.code);
     switch (kind) {
     case ValueKind::Text:
-    case ValueKind::Handle:
-        return oneLine(bytes);
+    case ValueKind::Handle: {
+        // Words are read without the ends of lines around them, which would be others' letters as "^M".
+        std::string_view text = bytes;
+        while (!text.empty() && text.front() == '\r')
+            text.remove_prefix(1);
+        while (!text.empty() && text.back() == '\r')
+            text.remove_suffix(1);
+        return oneLine(text);
+    }
     case ValueKind::Chunk:
         return formatChunk(bytes);
     case ValueKind::Real:

@@ -3,6 +3,7 @@
 #include "dxf_testing.h"
 
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -512,6 +513,25 @@ TEST(DxfStore, binaryFilesHoldAllWidthsOfValues)
         EXPECT_EQ(store.style().wideCodes, wide);
         EXPECT_EQ(allTags(store), pairs);
     }
+}
+
+TEST(DxfStore, wordsWithAnEndOfLineInABinaryFileAreWordsInATextFileToo)
+{
+    Store source;
+    ASSERT_TRUE(load(source, ascii(plainDrawing())));
+    const std::string clean = converted(source, binaryStyle(true));
+    std::string bytes = clean;
+    for (const char *word : {"SECTION", "LINE"}) {
+        const std::size_t at = bytes.rfind(std::string("\0\0", 2) + word + '\0');
+        ASSERT_NE(at, std::string::npos) << word;
+        bytes.insert(at + 2 + std::strlen(word), "\r");
+    }
+    Store store;
+    ASSERT_TRUE(load(store, bytes));
+    EXPECT_EQ(store.sections().size(), source.sections().size());
+    Store same;
+    ASSERT_TRUE(load(same, clean));
+    EXPECT_EQ(converted(store, FileStyle()), converted(same, FileStyle()));
 }
 
 TEST(DxfStore, binaryFilesGetBackInStepAtTheNextRecord)
