@@ -341,6 +341,9 @@ void tst_workbench_program::controlsNeedADrawing()
 
 void tst_workbench_program::picturesOfControlsAreWritten()
 {
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("Takes minutes with the sanitizers, and workbench_controls writes the pictures with them");
+#endif
     const Outcome outcome = run({kPlan, "--grab-controls", file("pictures")});
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.error, QByteArray());
