@@ -11,12 +11,11 @@
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
 #include "firstpaint.h"
+#include "withmodule.h"
 #include "zvcolorcombobox.h"
-#include "zvqtentrypoint.h"
 
 #include "base/zvregistry.h"
 #include "core/zvapdocument.h"
-#include "core/zvsystem.h"
 #include "core/zvui.h"
 
 #include <benchmark/benchmark.h>
@@ -133,11 +132,5 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    zvDocManagerPtr()->newDocument();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
+    return runBenchmarksWithModule(argc, argv, [] { zvDocManagerPtr()->newDocument(); });
 }

@@ -13,11 +13,10 @@
 // An opening ends with the first paint. Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
 #include "private/zvlayertable.h"
+#include "withmodule.h"
 #include "zvlayerultralcombobox.h"
-#include "zvqtentrypoint.h"
 
 #include "core/zvapdocument.h"
-#include "core/zvsystem.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbrecords.h"
 
@@ -507,10 +506,5 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
+    return runBenchmarksWithModule(argc, argv);
 }

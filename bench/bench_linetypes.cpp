@@ -12,12 +12,11 @@
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
+#include "withmodule.h"
 #include "zvlinetypecombobox.h"
 #include "zvodasetting.h"
-#include "zvqtentrypoint.h"
 
 #include "core/zvapdocument.h"
-#include "core/zvsystem.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbentities.h"
 #include "db/zvdbrecords.h"
@@ -200,12 +199,8 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    zvDocManagerPtr()->newDocument();
-    addLineTypes();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
+    return runBenchmarksWithModule(argc, argv, [] {
+        zvDocManagerPtr()->newDocument();
+        addLineTypes();
+    });
 }

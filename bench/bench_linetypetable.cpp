@@ -8,11 +8,10 @@
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 
-#include "zvqtentrypoint.h"
+#include "withmodule.h"
 #include "zvqtlinetypetableview.h"
 
 #include "core/zvapdocument.h"
-#include "core/zvsystem.h"
 #include "db/zvdbrecords.h"
 #include "utils/zventityimage.h"
 
@@ -188,11 +187,5 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    addLineTypes(*zvDocManagerPtr()->newDocument()->database());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
+    return runBenchmarksWithModule(argc, argv, [] { addLineTypes(*zvDocManagerPtr()->newDocument()->database()); });
 }

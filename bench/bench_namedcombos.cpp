@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The drop-downs of names with 5,000 rows, beside a plain QComboBox that is emptied and given as many rows with
-// addItem(), their texts and data ready. "ratio" holds the two of one run beside each other, the median of seven each, by
-// the processor's time; 1 at most is wanted. "fill" is a refill, which reads the drawing as well: the plain list does not.
-// "open" is what a user waits for when the drawing is as it was at the last opening, "changed" when a name has changed
-// since (a plain list is filled before it opens).
+// addItem(), their texts and data ready. "ratio" holds the two of one run beside each other, the median of seven each,
+// by the processor's time; 1 at most is wanted. "fill" is a refill, which reads the drawing as well: the plain list
+// does not. "open" is what a user waits for when the drawing is as it was at the last opening, "changed" when a name
+// has changed since (a plain list is filled before it opens).
 //
 // Run it with QT_QPA_PLATFORM=offscreen where there is no display.
 #include "timing.h"
-#include "zvqtentrypoint.h"
+#include "withmodule.h"
 #include "zvutilmaterialcombobox.h"
 #include "zvutilsblockcombobox.h"
 #include "zvutilsdimstylecombobox.h"
@@ -20,7 +20,6 @@
 #include "zvutilsviewcombobox.h"
 
 #include "core/zvapdocument.h"
-#include "core/zvsystem.h"
 #include "db/zvdbdatabase.h"
 #include "db/zvdbdictionary.h"
 #include "db/zvdbrecords.h"
@@ -212,12 +211,5 @@ void registerAll()
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    CHcSystem::start();
-    zvrxEntryPoint(kZvRxLoadModule);
-    registerAll();
-    benchmark::RunSpecifiedBenchmarks();
-    zvrxEntryPoint(kZvRxUnloadModule);
-    CHcSystem::stop();
-    return 0;
+    return runBenchmarksWithModule(argc, argv, registerAll);
 }

@@ -54,7 +54,7 @@ ZvListSource zvListSource(ZvDbObjectId (*idOf)(const ZvDbDatabase &drawing))
     if (!drawing || drawing != zvCurrentDocumentDatabase() || drawing->openObjectCount() > 0)
         return ZvListSource();
     const ZvDbObjectId table = idOf(*drawing);
-    return table.isNull() ? ZvListSource() : ZvListSource {table, drawing->changeStamp(table)};
+    return table.isNull() ? ZvListSource() : ZvListSource{table, drawing->changeStamp(table)};
 }
 
 bool zvIsFilledFrom(const QComboBox &combo, const ZvListSource &source)
