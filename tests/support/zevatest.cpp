@@ -127,3 +127,8 @@ void zevaPinApplication()
         QApplication::setEffectEnabled(effect, false);
     QApplication::setCursorFlashTime(0);
 }
+
+bool zevaWaitForActive(const QWidget *window)
+{
+    return QTest::qWaitFor([window] { return QApplication::activeWindow() == window; });
+}

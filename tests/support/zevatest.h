@@ -32,6 +32,10 @@ void zevaPinEnvironment();
 /// The rest of it, to be called when the application object is made.
 void zevaPinApplication();
 
+/// Waits until \a window itself is the active one; false when that takes longer than five seconds. To
+/// QTest::qWaitForWindowActive() a dialog is active as soon as its parent is, before it has the keyboard.
+bool zevaWaitForActive(const QWidget *window);
+
 #define ZEVA_TEST_MAIN(TestClass)                                                                                      \
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \

@@ -1267,7 +1267,7 @@ void TestColorComboBox::keyboardGoesBackToTheDrawing()
     CHcSystem::instance()->application()->setWindow(&focus);
     window.show();
     QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
     combo.setFocus();
     QTest::keyClick(&combo, Qt::Key_Down);
     QVERIFY(view.hasFocus());

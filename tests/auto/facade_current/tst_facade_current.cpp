@@ -1225,7 +1225,7 @@ void TestFacadeCurrent::focusGoesToTheMainView()
     CHcSystem::instance()->application()->setWindow(&main);
     window.show();
     window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
     control.setFocus();
     QVERIFY(control.hasFocus());
     ZevaUISetting::restoreFocus2MainView();

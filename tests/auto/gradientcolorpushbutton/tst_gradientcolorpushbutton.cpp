@@ -374,7 +374,7 @@ void TestGradientColorPushButton::clicksLikeAButton()
 {
     ZvUtilsGradientColorPushButton button(nullptr);
     button.show();
-    QVERIFY(QTest::qWaitForWindowActive(&button));
+    QVERIFY(zevaWaitForActive(&button));
     const QSignalSpy clicked(&button, &QPushButton::clicked);
     QTest::mouseClick(&button, Qt::LeftButton);
     button.setFocus();

@@ -258,7 +258,7 @@ void TestIconPushButton::clicksLikeAButton()
 {
     ZvUtilsIconPushButton button(pathOf("red.png"), QStringLiteral("normal"), true, nullptr);
     button.show();
-    QVERIFY(QTest::qWaitForWindowActive(&button));
+    QVERIFY(zevaWaitForActive(&button));
     const QSignalSpy clicked(&button, &QPushButton::clicked);
     QTest::mouseClick(&button, Qt::LeftButton);
     button.setFocus();

@@ -45,7 +45,7 @@ public:
     bool isShown()
     {
         show();
-        return QTest::qWaitForWindowActive(this);
+        return zevaWaitForActive(this);
     }
     void addRows(const QStringList &colors, ZvImageComboBox::ItemModeEx mode = ZvImageComboBox::kItemShown)
     {

@@ -1243,7 +1243,7 @@ void TestLayerComboBox::keyboardGoesBackToTheDrawing()
     const FocusView focus(&view);
     QVERIFY(box.show());
     QApplication::setActiveWindow(&box.window);
-    QVERIFY(QTest::qWaitForWindowActive(&box.window));
+    QVERIFY(zevaWaitForActive(&box.window));
     box.combo.setFocus();
     QVERIFY(box.open());
     box.click(1, kLock);

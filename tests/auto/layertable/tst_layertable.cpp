@@ -275,7 +275,7 @@ void TestLayerTable::buttonsLookAsOthersWithTheirStyleSheet()
     table.setLayers(layers(20));
     show(table);
     table.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&table));
+    QVERIFY(zevaWaitForActive(&table));
     table.setAttribute(Qt::WA_KeyboardFocusChange);
     for (int column = 0; column < 4; ++column) {
         QPushButton *cell = button(table, 2, column);
@@ -313,7 +313,7 @@ void TestLayerTable::buttonsFollowStyleSheets()
     table.resize(240, 240);
     parent.show();
     parent.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&parent)); // it changes the look by itself
+    QVERIFY(zevaWaitForActive(&parent)); // it changes the look by itself
     QPushButton *cell = button(table, 2, 1);
     const QPushButton *neighbour = button(table, 3, 1); // with the same icon
     const QImage before = table.viewport()->grab().toImage();
@@ -591,7 +591,7 @@ void TestLayerTable::clickMakesItsRowCurrentAndDoesNotScroll()
     table.setLayers(layers(400));
     show(table);
     table.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&table));
+    QVERIFY(zevaWaitForActive(&table));
     for (const int place : {0, 120, 37}) {
         table.verticalScrollBar()->setValue(place);
         for (int row = place; row < place + 10; ++row) {
@@ -609,7 +609,7 @@ void TestLayerTable::keyboardStaysWhenItsButtonLeavesTheView()
     table.setLayers(layers(400));
     show(table);
     table.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&table));
+    QVERIFY(zevaWaitForActive(&table));
     QTest::mouseClick(table.cellWidget(9, 2), Qt::LeftButton);
     QVERIFY(table.cellWidget(9, 2)->hasFocus());
     table.verticalScrollBar()->setValue(120);

@@ -1094,7 +1094,7 @@ void TestLineTypeComboBox::keyboardGoesBackToTheDrawing()
     const FocusView focus(&view);
     window.show();
     QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
     combo.setCurrentIndex(0);
     combo.setFocus();
     QTest::keyClick(&combo, Qt::Key_Down);

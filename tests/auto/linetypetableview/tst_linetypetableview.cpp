@@ -807,7 +807,7 @@ void tst_linetypetableview::selectingByName()
     rows.push_back({31, "TWIN", "", 0});
     View &view = show(View::kInteractive, bagOf(rows));
     view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
+    QVERIFY(zevaWaitForActive(&view));
     view.setCurrSelLtypeName(name);
     QCOMPARE(view.getCurrLtypeData().name, selected);
     QCOMPARE(view.selectionModel()->selectedRows().size(), 1);

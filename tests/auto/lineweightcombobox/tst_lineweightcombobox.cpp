@@ -853,7 +853,7 @@ void TestLineWeightComboBox::keyboardGoesBackToTheDrawing()
     const FocusView focus(&view);
     window.show();
     QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
     combo.setFocus();
     QTest::keyClick(&combo, Qt::Key_Down);
     QCOMPARE(combo.currentIndex(), 1);

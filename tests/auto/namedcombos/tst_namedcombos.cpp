@@ -303,7 +303,7 @@ void TestNamedCombos::pickIsToldAndGivesTheKeyboardBack()
     combo->setCurrentIndex(0);
     window.show();
     QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
     combo->setFocus();
     QVERIFY(combo->hasFocus());
     QSignalSpy told(combo.get(), member->signal);

@@ -547,7 +547,7 @@ void TestQtMessageBox::mnemonicPressesTheButton()
     ModalDriver driver;
     driver.next([](QDialog *dialog) {
         dialog->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QVERIFY(zevaWaitForActive(dialog));
         QTest::keyClick(dialog, Qt::Key_N, Qt::AltModifier);
         QTRY_VERIFY(!dialog->isVisible()); // the button is seen going down first
     });

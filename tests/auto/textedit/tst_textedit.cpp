@@ -36,7 +36,7 @@ void TestTextEdit::noContextMenuComes()
     box.setPlainText(QStringLiteral("text"));
     box.setReadOnly(readOnly);
     box.show();
-    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(zevaWaitForActive(&box));
     const QSignalSpy asked(&box, &QWidget::customContextMenuRequested);
     const QPoint place(10, 10);
     QTest::mouseClick(box.viewport(), Qt::RightButton, Qt::NoModifier, place);
@@ -59,7 +59,7 @@ void TestTextEdit::editsLikeATextBox()
 {
     ZvTextEdit box(nullptr);
     box.show();
-    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(zevaWaitForActive(&box));
     QTest::keyClicks(&box, QStringLiteral("ab"));
     QTest::keyClick(&box, Qt::Key_Return);
     QTest::keyClicks(&box, QStringLiteral("c"));

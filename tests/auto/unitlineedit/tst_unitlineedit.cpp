@@ -28,7 +28,7 @@ struct Form
         column->addWidget(field = new HostField(&window));
         column->addWidget(other = new QLineEdit(&window));
         window.show();
-        isActive = QTest::qWaitForWindowActive(&window);
+        isActive = zevaWaitForActive(&window);
         field->setFocus();
     }
 

@@ -40,7 +40,7 @@ void TestDialogs::closeButtonOfTheFrameRejects()
     QWidget mainWindow;
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
-    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    QVERIFY(zevaWaitForActive(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     const ZvJsonPtr params = question();
     QVERIFY(dialog->onInit(params, nullptr));
@@ -48,7 +48,7 @@ void TestDialogs::closeButtonOfTheFrameRejects()
     X11Client client;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(QTest::qWaitForWindowActive(box));
+        QVERIFY(zevaWaitForActive(box));
         client.pressCloseButton(box->winId());
         QTRY_VERIFY(!box->isVisible());
     });
@@ -65,7 +65,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
     edit.setFocus();
-    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    QVERIFY(zevaWaitForActive(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     const ZvJsonPtr params = question();
     QVERIFY(dialog->onInit(params, nullptr));
@@ -73,7 +73,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     bool hadKeyboard = false;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(QTest::qWaitForWindowActive(box));
+        QVERIFY(zevaWaitForActive(box));
         hadKeyboard = QApplication::focusWidget() && box->isAncestorOf(QApplication::focusWidget());
         QTest::mouseClick(box->findChildren<QPushButton *>().first(), Qt::LeftButton);
     });
@@ -81,7 +81,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     QVERIFY(driver.finished());
     QVERIFY(hadKeyboard);
     QCOMPARE(params->member("ControlBtn")->asInteger(), 6);
-    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    QVERIFY(zevaWaitForActive(&mainWindow));
     QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(&edit));
 }
 
@@ -91,7 +91,7 @@ void TestDialogs::dialogComesBackFromTheDrawing()
     QWidget mainWindow;
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
-    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    QVERIFY(zevaWaitForActive(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     QVERIFY(dialog->onInit(question(), nullptr));
 
@@ -100,14 +100,14 @@ void TestDialogs::dialogComesBackFromTheDrawing()
     bool cameBack = false;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(QTest::qWaitForWindowActive(box));
+        QVERIFY(zevaWaitForActive(box));
         dialog->beginEditorCommand();
-        drawingHadKeyboard = QTest::qWaitForWindowActive(&mainWindow);
+        drawingHadKeyboard = zevaWaitForActive(&mainWindow);
         wasVisible = box->isVisible();
         dialog->completeEditorCommand(true);
     });
     driver.next([&](QDialog *box) {
-        cameBack = QTest::qWaitForWindowActive(box);
+        cameBack = zevaWaitForActive(box);
         QTest::mouseClick(box->findChildren<QPushButton *>().first(), Qt::LeftButton);
     });
     QCOMPARE(dialog->doModal(), 1);

@@ -241,7 +241,7 @@ void TestNativeDrag::windowFollowsThePointer()
     DragWindow window{Qt::WindowFrameSection(section)};
     window.setGeometry(300, 300, 240, 180);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(zevaWaitForActive(&window));
 
     const QRect before = window.geometry();
     const QPoint start = before.center();
