@@ -35,9 +35,9 @@ public:
     virtual ZvDbObjectId extensionDictionary(std::uint32_t index) = 0;
     /// Class name of the record.
     virtual ZvString recordName(std::uint32_t index) = 0;
-    /// Marks, by position, the line types that the records of objects name, erased ones left out, whether or not a class
+    /// Adds what the record of this object refers to by handle, and line types that it names, whether or not a class
     /// knows what the reference is for.
-    virtual void markLinetypes(std::vector<bool> &used) = 0;
+    virtual void addReferences(std::uint32_t index, std::vector<ZvDbObjectId> &ids) = 0;
 };
 
 /// The tables of a drawing, in file order.

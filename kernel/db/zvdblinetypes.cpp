@@ -208,8 +208,15 @@ void zvdbUnusedLinetypes(const ZvDbDatabase &database, ZvArray<ZvDbObjectId> &id
             used[d.propertiesTable.at(number).linetype.index()] = true;
     }
     markReferences(database, used);
-    if (d.source)
-        d.source->markLinetypes(used);
+    std::vector<ZvDbObjectId> references;
+    for (std::uint32_t index = 1; d.source && index < d.stubs.end(); ++index) {
+        if (!d.stubs.isUsed(index) || d.stubs[index].isErased())
+            continue;
+        references.clear();
+        d.source->addReferences(index, references);
+        for (const ZvDbObjectId &id : references)
+            used[id.index()] = true;
+    }
     for (const std::uint32_t index : ZvDbObjectAccess::recordsOf(*d.table(kLinetypeTable))) {
         if (used[index] || d.stubs[index].isErased() || d.isIndispensable(index))
             continue;

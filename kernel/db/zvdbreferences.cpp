@@ -5,6 +5,7 @@
 #include "zvdbfiler.h"
 
 #include <algorithm>
+#include <cwchar>
 
 namespace {
 
@@ -55,6 +56,27 @@ private:
     bool m_isFound = false;
 };
 
+bool hasReferenceInXData(const ZvDbObject &object, ZvDbObjectId wanted)
+{
+    constexpr int kHandle = 1005;
+    const ZvDbSharedChain chain = ZvDbObjectAccess::xData(object);
+    for (const ZvResBuf *data = chain.get(); data; data = data->rbnext) {
+        if (data->restype == kHandle && std::wcstoull(data->text().wstr(), nullptr, 16) == wanted.handle())
+            return true;
+    }
+    return false;
+}
+
+/// Whether the record of an object that no class reads has the wanted one's handle.
+bool hasReferenceInRecord(const ZvDbDatabasePrivate &d, const ZvDbObject &object, ZvDbObjectId wanted)
+{
+    if (!d.source || (!object.isKindOf(ZvDbProxyObject::desc()) && !object.isKindOf(ZvDbProxyEntity::desc())))
+        return false;
+    std::vector<ZvDbObjectId> ids;
+    d.source->addReferences(object.objectId().index(), ids);
+    return std::find(ids.begin(), ids.end(), wanted) != ids.end();
+}
+
 } // namespace
 
 bool zvdbIsReferenced(ZvDbObjectId id)
@@ -68,11 +90,15 @@ bool zvdbIsReferenced(ZvDbObjectId id)
         return true;
     const std::uint32_t owner = d->stubs[id.index()].owner;
     ReferenceFinder finder(id);
-    for (std::uint32_t index = 0; index < d->stubs.end() && !finder.isFound(); ++index) {
+    for (std::uint32_t index = 0; index < d->stubs.end(); ++index) {
         if (!d->stubs.isUsed(index) || index == id.index() || index == owner || d->stubs[index].isErased())
             continue;
-        if (ZvDbObject *object = d->objectAt(index))
-            object->fileFields(finder);
+        ZvDbObject *object = d->objectAt(index);
+        if (!object)
+            continue;
+        object->fileFields(finder);
+        if (finder.isFound() || hasReferenceInXData(*object, id) || hasReferenceInRecord(*d, *object, id))
+            return true;
     }
-    return finder.isFound();
+    return false;
 }

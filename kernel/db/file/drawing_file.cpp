@@ -232,25 +232,23 @@ ZvString ZvDbDrawingFile::recordName(std::uint32_t index)
     return record == kNoRecord ? ZvString() : ZvString(store.type(record));
 }
 
-void ZvDbDrawingFile::markLinetypes(std::vector<bool> &used)
+void ZvDbDrawingFile::addReferences(std::uint32_t index, std::vector<ZvDbObjectId> &ids)
 {
     constexpr int kLinetypeName = 6;
+    const std::uint32_t record = recordOf(index);
+    if (record == kNoRecord)
+        return;
     std::vector<zvdxf::Tag> tags;
-    for (std::uint32_t index = 1; index < d.stubs.end(); ++index) {
-        const std::uint32_t record = d.stubs.isUsed(index) ? recordOf(index) : kNoRecord;
-        if (record == kNoRecord || d.stubs[index].isErased())
-            continue;
-        const zvdxf::RecordView view = store.view(record, tags);
-        const bool isElementOfMultiline = view.type() == "MLINESTYLE"; // the one that names them beside entities and layers
-        for (const zvdxf::Tag &tag : view) {
-            ZvDbObjectId id;
-            if (zvdxf::valueKind(tag.code) == zvdxf::ValueKind::Handle)
-                id = m_references.ofHandle(view.handle(tag));
-            else if (isElementOfMultiline && tag.code == kLinetypeName)
-                id = m_references.ofName(ZvDbFiler::kLinetypes, view.name(tag));
-            if (!id.isNull() && id.index() != index && id.objectClass() == ZvDbLinetypeTableRecord::desc())
-                used[id.index()] = true;
-        }
+    const zvdxf::RecordView view = store.view(record, tags);
+    const bool isElementOfMultiline = view.type() == "MLINESTYLE"; // the one that names them beside entities and layers
+    for (const zvdxf::Tag &tag : view) {
+        ZvDbObjectId id;
+        if (zvdxf::valueKind(tag.code) == zvdxf::ValueKind::Handle)
+            id = m_references.ofHandle(view.handle(tag));
+        else if (isElementOfMultiline && tag.code == kLinetypeName)
+            id = m_references.ofName(ZvDbFiler::kLinetypes, view.name(tag));
+        if (!id.isNull() && id.index() != index)
+            ids.push_back(id);
     }
 }
 

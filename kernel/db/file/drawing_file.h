@@ -37,7 +37,7 @@ public:
     ZvResBuf *readXData(std::uint32_t index) override;
     ZvDbObjectId extensionDictionary(std::uint32_t index) override;
     ZvString recordName(std::uint32_t index) override;
-    void markLinetypes(std::vector<bool> &used) override;
+    void addReferences(std::uint32_t index, std::vector<ZvDbObjectId> &ids) override;
 
     /// Reads the object's own data into an object that is there already.
     void decodeInto(std::uint32_t index, ZvDbObject &object);
