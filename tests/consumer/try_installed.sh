@@ -1,17 +1,15 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 #
-# try_installed.sh BUILD: installs the build into a folder of its own, builds the consumer against that by CMake and by
-# pkg-config, and runs both. The library alone is then configured on the installed kernel, as on an application's own.
+# try_installed.sh STAGE: builds the consumer against the library that is installed in STAGE, by CMake and by pkg-config,
+# and runs both. The library alone is then configured on the installed kernel, as on an application's own.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-build=$1
+stage=$1
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-stage=$folder/usr
 export QT_QPA_PLATFORM=offscreen
 
-cmake --install "$build" --prefix "$stage" > "$folder/install.log"
 libdir=$(dirname "$(find "$stage" -name libqtutils.so)")
 test -n "$libdir"
 

@@ -1,20 +1,18 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
 #
-# try_installed.sh BUILD CODE ANSWER: installs the build into a folder of its own and follows the documents: builds their
+# try_installed.sh STAGE CODE ANSWER: follows the documents with the library that is installed in STAGE: builds their
 # programs by CMake and by pkg-config and runs them, with the library ANSWER at the keyboard, and configures the library on
 # a kernel whose package is the one of the guide.
 set -euo pipefail
 source=$(cd "$(dirname "$0")/../.." && pwd)
-build=$1
+stage=$1
 code=$2
 answer=$3
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-stage=$folder/usr
 export QT_QPA_PLATFORM=offscreen
 
-cmake --install "$build" --prefix "$stage" > "$folder/install.log"
 libdir=$(dirname "$(find "$stage" -name libqtutils.so)")
 test -n "$libdir"
 

@@ -91,8 +91,7 @@ class CheckWords(unittest.TestCase):
             return len(check_words.check(root)[1])
 
     def test_words_that_only_the_authors_can_follow_are_found(self):
-        for first, second in [("Pa", "rt 3.2"), ("the sp", "ec says"), ("Speci", "fication"), ("/wo", "rk/here"),
-                              ("age", "nt brief"), (".lib", "rary/x")]:
+        for first, second in [("Pa", "rt 3.2"), ("the sp", "ec says"), ("Speci", "fication"), ("/wo", "rk/here")]:
             with self.subTest(second=second):
                 self.assertEqual(self.found("as " + first + second), 1)
 
