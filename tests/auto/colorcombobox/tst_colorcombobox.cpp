@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
+#include "combodriver.h"
 #include "drawingtest.h"
 #include "noticecases.h"
 
@@ -43,14 +44,6 @@ const QStringList kDefaultRows
        QStringLiteral("白"),      QStringLiteral("选择颜色...")};
 constexpr int kSelectRow = 9;
 
-QStringList rowsOf(const QComboBox &combo)
-{
-    QStringList rows;
-    for (int row = 0; row < combo.count(); ++row)
-        rows << combo.itemText(row);
-    return rows;
-}
-
 ColorData dataOf(const QComboBox &combo, int row)
 {
     return combo.itemData(row).value<ColorData>();
@@ -83,14 +76,6 @@ const unsigned *countingPalette()
         palette[i] = i | 1 << 8 | 2 << 16;
     return palette;
 }
-
-/// The part of a combo that the host's controls read.
-class OpenCombo : public ZvColorComboBox
-{
-public:
-    using ZvColorComboBox::ZvColorComboBox;
-    bool isListOpen() const { return view()->isVisible(); }
-};
 
 QLineEdit *indexText(QDialog *dialog)
 {
@@ -1241,30 +1226,13 @@ void TestColorComboBox::rowWithoutARecordShowsAMessage()
     QCOMPARE(currentColor().color(), 0xC0000000u);
 }
 
-namespace {
-
-class FocusView : public ZvApView, public ZvApWindow
-{
-public:
-    explicit FocusView(QWidget *view) : m_view(view) { }
-    void *widget() const override { return m_view; }
-    void *handle() const override { return m_view->window(); }
-    ZvApView *mainView() const override { return const_cast<FocusView *>(this); }
-
-private:
-    QWidget *m_view;
-};
-
-} // namespace
-
 void TestColorComboBox::keyboardGoesBackToTheDrawing()
 {
     QWidget window;
     QWidget view(&window);
     view.setFocusPolicy(Qt::StrongFocus);
     ZvColorComboBox combo(true, &window);
-    FocusView focus(&view);
-    CHcSystem::instance()->application()->setWindow(&focus);
+    const FocusView focus(&view);
     window.show();
     QApplication::setActiveWindow(&window);
     QVERIFY(zevaWaitForActive(&window));
@@ -1274,70 +1242,31 @@ void TestColorComboBox::keyboardGoesBackToTheDrawing()
     combo.setFocus();
     Q_EMIT combo.activated(3);
     QVERIFY(view.hasFocus());
-    CHcSystem::instance()->application()->setWindow(nullptr);
     QVERIFY(runCommands());
 }
 
 // ---- opening the list -----------------------------------------------------------------------------------------------
 
-namespace {
-
-/// A command that opens a list, as a click does while the command waits.
-OpenCombo *s_combo = nullptr;
-int s_active = -1;
-bool s_wasOpen = false;
-
-void openTheList()
-{
-    ZvResBuf value;
-    s_active = zvedGetVar(L"CMDACTIVE", &value) == ZvRes::kNormal ? value.resval.rint : -1;
-    s_combo->showPopup();
-    s_wasOpen = s_combo->isListOpen();
-    s_combo->hidePopup();
-}
-
-} // namespace
-
 void TestColorComboBox::listOpens_data()
 {
     QTest::addColumn<bool>("hooked");
-    QTest::addColumn<QString>("macro"); // empty: no command
-    QTest::addColumn<bool>("dialog");
-    QTest::addColumn<int>("active");
-    QTest::addColumn<bool>("opens");
-    QTest::newRow("hooked, 0") << true << "" << false << 0 << true;
-    QTest::newRow("hooked, 1 an ordinary command") << true << "_.OPENLIST " << false << 1 << false;
-    QTest::newRow("hooked, 2 a transparent command alone") << true << "'_.OPENLIST " << false << 2 << true;
-    QTest::newRow("hooked, 3 a transparent command in another")
-        << true << "_.CIRCLE '_.OPENLIST ^C^C" << false << 3 << false;
-    QTest::newRow("hooked, 8 a dialog") << true << "" << true << 8 << true;
-    QTest::newRow("hooked, 9 a dialog of a command") << true << "_.OPENLIST " << true << 9 << false;
-    QTest::newRow("unhooked, 1 an ordinary command") << false << "_.OPENLIST " << false << 1 << true;
+    QTest::addColumn<int>("state");
+    for (const bool hooked : {true, false}) {
+        for (int i = 0; i < int(std::size(kCommandStates)); ++i)
+            QTest::addRow("%s, %s", hooked ? "hooked" : "unhooked", kCommandStates[i].name) << hooked << i;
+    }
 }
 
 void TestColorComboBox::listOpens()
 {
     QFETCH(bool, hooked);
-    QFETCH(QString, macro);
-    QFETCH(bool, dialog);
-    QFETCH(int, active);
-    QFETCH(bool, opens);
-    zvedCommandStack()->addCommand(L"TEST", L"OPENLIST", L"OPENLIST", ZvEdCommand::kTransparent, openTheList, nullptr,
-                                   -1, ZvRxResourceInstance(nullptr), 0);
-    OpenCombo combo(hooked, nullptr);
+    QFETCH(int, state);
+    ZvColorComboBox combo(hooked, nullptr);
     combo.show();
-    s_combo = &combo;
-    if (dialog)
-        zvedDialogStarted();
-    if (macro.isEmpty())
-        openTheList();
-    else
-        runMacro(ZvString(macro.toUtf8().constData()));
-    if (dialog)
-        zvedDialogEnded();
-    zvedCommandStack()->removeCmd(L"TEST", L"OPENLIST");
-    QCOMPARE(s_active, active);
-    QCOMPARE(s_wasOpen, opens);
+    ListOpener opener(combo);
+    opener.run(kCommandStates[state]);
+    QCOMPARE(opener.active(), kCommandStates[state].active);
+    QCOMPARE(opener.wasOpen(), !hooked || kCommandStates[state].opens);
 }
 
 void TestColorComboBox::openingRefillsTheHookedOne()
@@ -1890,13 +1819,7 @@ void TestColorComboBox::journeyThroughTheList()
     QCOMPARE(combo.currentText(), QStringLiteral("红"));
     QCOMPARE(colorOfEntity(line).color(), indexWord(1).color());
     // a row of the open list by the mouse
-    QTest::mouseClick(&combo, Qt::LeftButton);
-    QTRY_VERIFY(combo.view()->isVisible());
-    const QModelIndex blue = combo.model()->index(6, 0);
-    QTest::mouseMove(combo.view()->viewport(), combo.view()->visualRect(blue).center());
-    QTest::mouseClick(combo.view()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      combo.view()->visualRect(blue).center());
-    QTRY_VERIFY(!combo.view()->isVisible());
+    pickByMouse(combo, 6);
     QVERIFY(runCommands());
     QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
     QCOMPARE(colorOfEntity(line).color(), indexWord(5).color());

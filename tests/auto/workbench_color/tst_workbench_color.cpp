@@ -391,9 +391,7 @@ void tst_workbench_color::pickByMouse(const QString &text)
     QTRY_VERIFY(combo().view()->isVisible());
     const int row = combo().findText(text);
     QVERIFY2(row >= 0, qPrintable(text));
-    const QPoint place = combo().view()->visualRect(combo().model()->index(row, 0)).center();
-    QTest::mouseMove(combo().view()->viewport(), place);
-    QTest::mouseClick(combo().view()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    pickInOpenList(combo(), row);
     waitForIdle();
     QCOMPARE(window().focusWidget(), static_cast<QWidget *>(&m_session->view()));
 }
