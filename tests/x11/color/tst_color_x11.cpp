@@ -94,7 +94,7 @@ void tst_color_x11::init()
     m_session = std::make_unique<WorkbenchSession>();
     QVERIFY(m_session->isExposed());
     m_session->window().activateWindow();
-    QVERIFY(zevaWaitForActive(&m_session->window()));
+    QVERIFY(waitForKeyboard(&m_session->window()));
     m_session->newDrawing();
     QTRY_VERIFY(m_session->view().hasFocus());
     m_line = m_session->addLine({100, 50, 0}, {300, 50, 0});
@@ -170,7 +170,7 @@ void tst_color_x11::cancelledDialogGivesTheKeyboardBack()
     bool hadKeyboard = false;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        hadKeyboard = zevaWaitForActive(dialog);
+        hadKeyboard = waitForKeyboard(dialog);
         QVERIFY(pressKey(QStringLiteral("Escape")));
         QTRY_VERIFY(!dialog->isVisible());
     });
@@ -195,7 +195,7 @@ void tst_color_x11::dialogStandsOverItsWindowAndBlocksIt()
     std::vector<ZvDbObjectId> selection;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         isModal = dialog->isModal();
         belongsToWindow = dialog->windowHandle()->transientParent() == m_session->window().windowHandle();
         size = dialog->size();
@@ -224,7 +224,7 @@ void tst_color_x11::pickInTheDialogByPointer()
 {
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QWidget *grid = nullptr; // the first is the one of the even indices
         for (QWidget *widget : dialog->findChildren<QWidget *>()) {
             if (!grid && widget->inherits("ZvPaleteWnd"))
@@ -249,7 +249,7 @@ void tst_color_x11::lettersOfTheIndexTab()
     bool isSelected = false;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QLineEdit *text = textOf(dialog);
         for (const char *key : {"k", "l", "alt+k", "alt+l"}) {
             const QString before = text->text();
@@ -309,7 +309,7 @@ void tst_color_x11::lettersOfTheTrueColorTab()
     QString focused;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         dialog->findChild<QComboBox *>()->setCurrentText(mode);
         dialog->findChild<QTabWidget *>()->setFocus();
         QVERIFY(pressKey(key));

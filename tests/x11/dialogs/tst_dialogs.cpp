@@ -3,6 +3,7 @@
 #include "modaldriver.h"
 #include "modulesession.h"
 #include "x11client.h"
+#include "xdotool.h"
 #include "zevatest.h"
 
 #include <QLineEdit>
@@ -40,7 +41,7 @@ void TestDialogs::closeButtonOfTheFrameRejects()
     QWidget mainWindow;
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
-    QVERIFY(zevaWaitForActive(&mainWindow));
+    QVERIFY(waitForKeyboard(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     const ZvJsonPtr params = question();
     QVERIFY(dialog->onInit(params, nullptr));
@@ -48,7 +49,7 @@ void TestDialogs::closeButtonOfTheFrameRejects()
     X11Client client;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(zevaWaitForActive(box));
+        QVERIFY(waitForKeyboard(box));
         client.pressCloseButton(box->winId());
         QTRY_VERIFY(!box->isVisible());
     });
@@ -65,7 +66,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
     edit.setFocus();
-    QVERIFY(zevaWaitForActive(&mainWindow));
+    QVERIFY(waitForKeyboard(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     const ZvJsonPtr params = question();
     QVERIFY(dialog->onInit(params, nullptr));
@@ -73,7 +74,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     bool hadKeyboard = false;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(zevaWaitForActive(box));
+        QVERIFY(waitForKeyboard(box));
         hadKeyboard = QApplication::focusWidget() && box->isAncestorOf(QApplication::focusWidget());
         QTest::mouseClick(box->findChildren<QPushButton *>().first(), Qt::LeftButton);
     });
@@ -81,7 +82,7 @@ void TestDialogs::keyboardGoesToTheDialogAndBack()
     QVERIFY(driver.finished());
     QVERIFY(hadKeyboard);
     QCOMPARE(params->member("ControlBtn")->asInteger(), 6);
-    QVERIFY(zevaWaitForActive(&mainWindow));
+    QVERIFY(waitForKeyboard(&mainWindow));
     QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(&edit));
 }
 
@@ -91,7 +92,7 @@ void TestDialogs::dialogComesBackFromTheDrawing()
     QWidget mainWindow;
     const MainWindowHost host(&mainWindow);
     mainWindow.show();
-    QVERIFY(zevaWaitForActive(&mainWindow));
+    QVERIFY(waitForKeyboard(&mainWindow));
     const ZvUiDialogBasePtr dialog = session.createDialog(L"MessageBox");
     QVERIFY(dialog->onInit(question(), nullptr));
 
@@ -100,14 +101,14 @@ void TestDialogs::dialogComesBackFromTheDrawing()
     bool cameBack = false;
     ModalDriver driver;
     driver.next([&](QDialog *box) {
-        QVERIFY(zevaWaitForActive(box));
+        QVERIFY(waitForKeyboard(box));
         dialog->beginEditorCommand();
-        drawingHadKeyboard = zevaWaitForActive(&mainWindow);
+        drawingHadKeyboard = waitForKeyboard(&mainWindow);
         wasVisible = box->isVisible();
         dialog->completeEditorCommand(true);
     });
     driver.next([&](QDialog *box) {
-        cameBack = zevaWaitForActive(box);
+        cameBack = waitForKeyboard(box);
         QTest::mouseClick(box->findChildren<QPushButton *>().first(), Qt::LeftButton);
     });
     QCOMPARE(dialog->doModal(), 1);

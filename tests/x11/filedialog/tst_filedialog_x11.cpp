@@ -77,11 +77,11 @@ private:
         const int code = file.adapter->doModal();
         QVERIFY(driver.finished());
         QCOMPARE(code, expected);
-        QVERIFY(zevaWaitForActive(m_window.get()));
+        QVERIFY(waitForKeyboard(m_window.get()));
     }
     static void waitForFile(const QDialog *dialog, const QString &path)
     {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QTRY_VERIFY(!placeOfFile(dialog, path).isNull());
     }
     BagKeys keys(bool opens, bool several = false) const
@@ -107,7 +107,7 @@ void tst_filedialog_x11::init()
     m_host = std::make_unique<MainWindowHost>(m_window.get());
     m_window->resize(1000, 700);
     m_window->show();
-    QVERIFY(zevaWaitForActive(m_window.get()));
+    QVERIFY(waitForKeyboard(m_window.get()));
 }
 
 void tst_filedialog_x11::cleanup()
@@ -267,7 +267,7 @@ void tst_filedialog_x11::placeIsClickedAndTheTypedNameStays()
     QString name;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QVERIFY(typeText(QStringLiteral("mine")));
         QTRY_COMPARE(file.edit()->text(), QStringLiteral("mine"));
         const QListWidget *places = file.places(); // the first one is the computer
@@ -318,7 +318,7 @@ void tst_filedialog_x11::questionComesBeforeTheDialogAndGivesTheKeyboardBack()
         QVERIFY(clickAt(middleOf(button(dialog, QDialogButtonBox::Save))));
         QTRY_VERIFY(isAnswered); // below
         // Not replaced: the dialog is there again and takes keys.
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QVERIFY(clickAt(middleOf(file.edit())));
         QVERIFY(pressKey(QStringLiteral("ctrl+a")));
         QVERIFY(typeText(QStringLiteral("new")));
@@ -327,7 +327,7 @@ void tst_filedialog_x11::questionComesBeforeTheDialogAndGivesTheKeyboardBack()
         QTRY_VERIFY(!dialog->isVisible());
     });
     driver.next([&](QDialog *question) {
-        QVERIFY(zevaWaitForActive(question));
+        QVERIFY(waitForKeyboard(question));
         isBefore = question->isModal() && question != file.dialog && file.dialog->isVisible();
         QVERIFY(pressKey(QStringLiteral("Escape")));
         QTRY_VERIFY(!question->isVisible());
@@ -349,14 +349,14 @@ void tst_filedialog_x11::missingNameIsRefusedAndCanBeMended()
         QTRY_COMPARE(file.edit()->text(), QStringLiteral("x.abc"));
         QVERIFY(clickAt(middleOf(button(dialog, QDialogButtonBox::Open))));
         QTRY_VERIFY(isAnswered); // below
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QVERIFY(clickAt(placeOfFile(dialog, m_tree->path("out/a.abc"))));
         QTRY_COMPARE(file.edit()->text(), QStringLiteral("a.abc"));
         QVERIFY(clickAt(middleOf(button(dialog, QDialogButtonBox::Open))));
         QTRY_VERIFY(!dialog->isVisible());
     });
     driver.next([&](QDialog *message) {
-        QVERIFY(zevaWaitForActive(message));
+        QVERIFY(waitForKeyboard(message));
         QVERIFY(pressKey(QStringLiteral("alt+c"))); // 关闭(&C)
         QTRY_VERIFY(!message->isVisible());
         isAnswered = true;

@@ -55,7 +55,7 @@ void tst_layer_list::init()
     m_session = std::make_unique<WorkbenchSession>();
     QVERIFY(m_session->isExposed());
     m_session->window().activateWindow();
-    QVERIFY(zevaWaitForActive(&m_session->window()));
+    QVERIFY(waitForKeyboard(&m_session->window()));
     m_session->newDrawing();
     QTRY_VERIFY(m_session->view().hasFocus());
     m_combo = m_session->window()
@@ -102,7 +102,7 @@ void tst_layer_list::opensAgainAfterTheColourDialog()
     bool wasOpen = true;
     ModalDriver driver;
     driver.next([&](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         wasOpen = table()->isVisible();
         // by the pointer of the display: a list that were open still would take the click
         QVERIFY(clickAt(dialog->mapToGlobal(QPoint(dialog->width() / 2, 4))));
@@ -123,7 +123,7 @@ void tst_layer_list::opensAgainAfterAMessage()
     open();
     ModalDriver driver;
     driver.next([](QDialog *dialog) {
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QVERIFY(pressKey(QStringLiteral("Escape")));
         QTRY_VERIFY(!dialog->isVisible());
     });

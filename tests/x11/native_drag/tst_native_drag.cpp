@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qt_utils.h"
 #include "x11client.h"
+#include "xdotool.h"
 #include "zevatest.h"
 
 #include <QMouseEvent>
@@ -241,7 +242,7 @@ void TestNativeDrag::windowFollowsThePointer()
     DragWindow window{Qt::WindowFrameSection(section)};
     window.setGeometry(300, 300, 240, 180);
     window.show();
-    QVERIFY(zevaWaitForActive(&window));
+    QVERIFY(waitForKeyboard(&window));
 
     const QRect before = window.geometry();
     const QPoint start = before.center();

@@ -26,7 +26,7 @@ private:
         m_session = std::make_unique<WorkbenchSession>();
         QVERIFY(m_session->isExposed());
         m_session->window().activateWindow();
-        QVERIFY(zevaWaitForActive(&m_session->window()));
+        QVERIFY(waitForKeyboard(&m_session->window()));
         m_session->newDrawing();
         QTRY_VERIFY(m_session->view().hasFocus());
     }
@@ -73,7 +73,7 @@ void tst_workbench_x11::theKeyboardGoesBackToTheViewAfterADialog()
     ModalDriver driver;
     driver.next([](QDialog *dialog) {
         // Closed the moment it appears, it is gone before the window manager gives it the keyboard.
-        QVERIFY(zevaWaitForActive(dialog));
+        QVERIFY(waitForKeyboard(dialog));
         QVERIFY(pressKey(QStringLiteral("Escape")));
         QTRY_VERIFY(!dialog->isVisible());
     });
