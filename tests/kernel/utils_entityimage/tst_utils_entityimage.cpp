@@ -36,6 +36,8 @@ private slots:
     void shapesOfNoFileLeaveTheirPlaceEmpty();
     void picturesOfLinesAreKept();
     void anEditDropsThePictureOfItsLineTypeAlone();
+    void aRecordInWorkIsReadWhenItIsClosed();
+    void theTextStyleOfAPatternCounts();
     void keptPicturesHaveABound();
     void thePaletteFollowsTheBackground();
     void everyLayerOfAPictureIsOpaque();
@@ -551,6 +553,45 @@ void UtilsEntityImageTest::anEditDropsThePictureOfItsLineTypeAlone()
     });
     QCOMPARE(draw(edited).get(), first.get());
     QCOMPARE(zvsiutEntityImagesDrawn() - before, std::uint64_t(1));
+}
+
+void UtilsEntityImageTest::aRecordInWorkIsReadWhenItIsClosed()
+{
+    Picture picture;
+    const ZvDbObjectId type = picture.addLinetype("in work", std::vector<double>{21.5, -23.5});
+    const auto draw = [&] {
+        Entities entities = listOf(makeLine(type, 1.0));
+        return toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(95, 15)));
+    };
+    {
+        const ZvDbObjectPointer<ZvDbLinetypeTableRecord> held(type, ZvDb::kForWrite);
+        QCOMPARE(darkRuns(draw(), 7).size(), std::size_t(3)); // a line, and what is beside it
+    }
+    QVERIFY(darkRuns(draw(), 7).size() > 3);
+}
+
+void UtilsEntityImageTest::theTextStyleOfAPatternCounts()
+{
+    Picture picture;
+    std::vector<ZvDbLinetypeTableRecord::Dash> dashes(2);
+    dashes[0].length = 20.0;
+    dashes[1].length = -10.0;
+    dashes[1].flags = 2;
+    dashes[1].text = "HH";
+    dashes[1].scale = 6.0;
+    dashes[1].styleId = picture.database->textstyle();
+    const ZvDbObjectId type = picture.addLinetype("with a style", dashes);
+    const auto draw = [&] {
+        Entities entities = listOf(makeLine(type, 1.0));
+        return zvsiutCreateEntityImage(picture.database, entities, makeOptions(100, 43));
+    };
+    const ZvGiRasterImagePtr narrow = draw();
+    QCOMPARE(draw().get(), narrow.get());
+    change<ZvDbTextStyleTableRecord>(dashes[1].styleId, [](ZvDbTextStyleTableRecord &style) { style.setXScale(2.0); });
+    const ZvGiRasterImagePtr wide = draw();
+    QVERIFY(toImage(wide) != toImage(narrow));
+    QVERIFY(picture.database->undo());
+    QCOMPARE(draw().get(), narrow.get());
 }
 
 void UtilsEntityImageTest::keptPicturesHaveABound()

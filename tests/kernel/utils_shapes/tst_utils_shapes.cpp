@@ -3,6 +3,7 @@
 #include "picture.h"
 
 #include "base/zvconfig.h"
+#include "utils/zventityimage.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -139,6 +140,7 @@ private slots:
     void shapesStandOnTheirLine();
     void theFileComesBeforeTheUsualShape();
     void aChangedFileIsReadAnew();
+    void keptPicturesFollowTheFile();
     void unknownShapesLeaveTheirGap();
     void shapesHaveTheLooksOfTheirLine();
 
@@ -589,6 +591,28 @@ void UtilsShapesTest::aChangedFileIsReadAnew()
     QVERIFY(inkedRect(picture.draw(renderer).copy(34, 0, 14, 100)).height() >= 9);
     QVERIFY(QFile::remove(folder.filePath(QStringLiteral("my.shx"))));
     QVERIFY(!inkedRect(picture.draw(renderer).copy(34, 0, 14, 100)).isValid());
+}
+
+void UtilsShapesTest::keptPicturesFollowTheFile()
+{
+    const QTemporaryDir folder;
+    const SupportFolder settings(folder.path());
+    Picture picture;
+    const auto line = ZvSmartPtr<ZvDbLine>::adopt(new ZvRxObjectImpl<ZvDbLine, ZvDbLine>());
+    line->setEndPoint(ZvGePoint3d(100, 0, 0));
+    line->setLinetype(addType(picture, "my.shx", 1, 5.0), true);
+    ZvArrayEx<ZvSmartPtr<ZvDbEntity>> entities;
+    entities.append(line);
+    const auto drawn = [&] {
+        const std::uint64_t before = zvsiutEntityImagesDrawn();
+        zvsiutCreateEntityImage(picture.database, entities, nullptr);
+        return zvsiutEntityImagesDrawn() - before;
+    };
+    QCOMPARE(drawn(), std::uint64_t(1));
+    QCOMPARE(drawn(), std::uint64_t(0));
+    write(folder.filePath(QStringLiteral("my.shx")), shapesFile({{1, body("A", codes({0x20, 0}))}}));
+    QCOMPARE(drawn(), std::uint64_t(1));
+    QCOMPARE(drawn(), std::uint64_t(0));
 }
 
 void UtilsShapesTest::unknownShapesLeaveTheirGap()
