@@ -16,14 +16,14 @@ if(ZEVA_SANITIZE)
         "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0"
         "UBSAN_OPTIONS=print_stacktrace=1")
 endif()
-# Qt is built without frame pointers: only the slow unwinder sees which library leaked. It costs by the frame, and a dozen
-# of them reach the library that a leak is known by. And the keyboard library reads what the X server sends as strings
-# without an end, which the strict check takes for a fault of ours.
+# Qt is built without frame pointers: only the slow unwinder sees which library leaked. It costs by the frame, and
+# sixteen of them reach the library that a leak is known by. And the keyboard library reads what the X server sends as
+# strings without an end, which the strict check takes for a fault of ours.
 set(ZEVA_QT_TEST_ENVIRONMENT "${ZEVA_TEST_ENVIRONMENT}")
 if(ZEVA_SANITIZE)
     list(APPEND ZEVA_TEST_ENVIRONMENT "ASAN_OPTIONS=strict_string_checks=1:detect_stack_use_after_return=1")
     list(APPEND ZEVA_QT_TEST_ENVIRONMENT
-        "ASAN_OPTIONS=fast_unwind_on_malloc=0:malloc_context_size=12:detect_stack_use_after_return=1")
+        "ASAN_OPTIONS=fast_unwind_on_malloc=0:malloc_context_size=16:detect_stack_use_after_return=1")
 endif()
 
 # zeva_kernel_test(NAME SOURCES s... LIBRARIES l...): a GoogleTest program for a kernel library that knows no Qt.
