@@ -3,6 +3,7 @@
 """The tools of the documents find each kind of fault, and nothing in documents that are in order."""
 
 import pathlib
+import re
 import sys
 import tempfile
 import unittest
@@ -133,6 +134,26 @@ class CommentRuns(unittest.TestCase):
         self.assertIn("Reimplemented from the Qt base class. */ void paintEvent", marked)
         self.assertNotIn("*/ int isA", marked)
         self.assertNotIn("Reimplemented", comment_runs.mark("// x\nclass A\n{\n    ~A() override;\n", set()))
+
+
+class DialogKeys(unittest.TestCase):
+    SOURCES = {"MessageBox": "qt_messagebox", "TaskDialog": "qt_taskdialog", "FileDialogBox": "qt_filedialog*",
+               "CADPreviewDialog": "zv*preview*"}
+    READ = re.compile(r'\b(?:zvBag\w+|bagObject)\((?:params|params\(\)|m_pParams|command|paper), "(\w+)"')
+    WRITTEN = re.compile(r'\b(?:[GS]etData\w+|setInteger)\("(\w+)"')
+
+    def test_the_guide_tells_every_key_that_a_dialog_reads_or_writes(self):
+        guide = (ROOT / "docs/guides/dialogs.md").read_text(encoding="utf-8")
+        sections = re.split(r"^## ", guide, flags=re.MULTILINE)[1:]
+        for name, pattern in self.SOURCES.items():
+            section = "".join(part for part in sections if f'"{name}"' in part.split("\n", 1)[0])
+            sources = "".join(path.read_text(encoding="utf-8")
+                              for path in (ROOT / "src/qtutils/common").glob(pattern + ".cpp"))
+            keys = {*self.READ.findall(sources), *self.WRITTEN.findall(sources)}
+            self.assertGreater(len(keys), 10, name)
+            for key in sorted(keys):
+                with self.subTest(dialog=name, key=key):
+                    self.assertIn(f'"{key}"', section)
 
 
 class Reference(unittest.TestCase):
