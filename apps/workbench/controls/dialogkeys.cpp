@@ -80,7 +80,7 @@ QVector<DialogDescription> makeDescriptions()
              {"btnText", K::kTree, K::kParameter, "", TEXT("Texts of the caller's buttons")},
              {"nDisabledButtonMask", K::kInteger, K::kParameter, "0",
               TEXT("Buttons that cannot be pressed, by the same bits")},
-             {"focusFlagBtnId", K::kInteger, K::kParameter, "0", TEXT("Button that Return presses, by its bit")},
+             {"focusFlagBtnId", K::kInteger, K::kParameter, "0", TEXT("Button that is made an auto-default one, by its bit")},
              {"options", K::kInteger, K::kParameter, "0",
               TEXT("Sum of: 1 links can be opened, 2 picture in the frame")},
              {"selBtnText", K::kTree, K::kParameter, "", TEXT("Commands, each with id and caption")},
