@@ -212,8 +212,9 @@ static void comparePattern()
 
 void TestGradientColorPushButton::linearPatterns_data()
 {
-    // Around 90, 180 and 270 degrees the line is told by another row of the table.
-    addPatternRows({1, 2, 3}, {0, 30, 90, 91, 135, 180, 181, 225, 270, 271, 315, 360});
+    // Around 90, 180 and 270 degrees the line is told by another row of the table; below 0 and above 360 by the first
+    // and the last.
+    addPatternRows({1, 2, 3}, {-30, 0, 30, 90, 91, 135, 180, 181, 225, 270, 271, 315, 360, 400});
 }
 
 void TestGradientColorPushButton::linearPatterns()

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void stateWithoutPicture();
     void sizeFollowsThePicture();
     void aChangedStateIsPainted();
+    void thePointerAsksForNoPainting();
     void clicksLikeAButton();
 
 private:
@@ -252,6 +253,36 @@ void TestIconPushButton::aChangedStateIsPainted()
     button.update();
     QCoreApplication::processEvents();
     QCOMPARE(button.size(), QSize(14, 24));
+}
+
+void TestIconPushButton::thePointerAsksForNoPainting()
+{
+    class Button : public ZvUtilsIconPushButton
+    {
+    public:
+        using ZvUtilsIconPushButton::ZvUtilsIconPushButton;
+        int paintings = 0;
+
+    protected:
+        void paintEvent(QPaintEvent *event) override
+        {
+            ++paintings;
+            ZvUtilsIconPushButton::paintEvent(event);
+        }
+    };
+    Button button(QString(), QStringLiteral("normal"), true, nullptr);
+    button.resize(40, 30);
+    button.show();
+    QTRY_VERIFY(button.paintings > 0);
+    QCoreApplication::processEvents();
+    const int before = button.paintings;
+    for (const bool over : {true, false}) {
+        hover(button, over);
+        QCoreApplication::processEvents();
+        QCOMPARE(button.paintings, before);
+    }
+    button.update(); // the count counts
+    QTRY_VERIFY(button.paintings > before);
 }
 
 void TestIconPushButton::clicksLikeAButton()

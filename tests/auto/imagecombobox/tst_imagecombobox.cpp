@@ -60,7 +60,10 @@ public:
         press();
         QTRY_VERIFY(view().itemAt(0)->pixmap.toImage().pixelColor(10, 10).alpha() == 255);
     }
-    void press() { QTest::mouseClick(combo, Qt::LeftButton, Qt::NoModifier, QPoint(170, 12)); }
+    void press(Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(combo, button, Qt::NoModifier, QPoint(170, 12));
+    }
     void pressRow(int row, Qt::MouseButton button = Qt::LeftButton)
     {
         list().scrollToItem(list().item(row));
@@ -75,6 +78,26 @@ ZvImageItem *headerOf(ZvImageComboBox &combo)
 {
     return combo.findChild<ZvImageItem *>();
 }
+
+/// A combo of a host's that looks at its own state and chooses another share for the graphic.
+class HostCombo : public ZvImageComboBox
+{
+public:
+    using ZvImageComboBox::arrowRect;
+    using ZvImageComboBox::frameColor;
+    using ZvImageComboBox::ratio;
+    using ZvImageComboBox::ZvImageComboBox;
+};
+
+/// A row that draws its graphic itself.
+class HostItem : public ZvImageItem
+{
+public:
+    using ZvImageItem::ZvImageItem;
+
+protected:
+    void drawGraphic(QPainter *painter, const QRect &rect, QString &) override { painter->fillRect(rect, Qt::cyan); }
+};
 
 /// The colour of the picture in the closed box; invalid for none.
 QColor headerColor(ZvImageComboBox &combo)
@@ -99,21 +122,30 @@ private Q_SLOTS:
     void listIsTheParentsAndGoesWithTheCombo();
     void comboWithoutParent();
     void comboOutlivesItsList();
+    void looksAreTheseStyleSheets_data();
+    void looksAreTheseStyleSheets();
     void closedBoxIsPainted_data();
     void closedBoxIsPainted();
+    void arrowPlaceFollowsTheSize();
     void arrowStaysVisibleBesideThePicture();
     void itemTellsItsRectangle_data();
     void itemTellsItsRectangle();
     void itemIsPainted_data();
     void itemIsPainted();
     void itemIsNotWipedBetweenPaintings();
+    void itemIsPaintedOverItsStyle();
+    void itemMayDrawItsGraphicItself();
     void itemWithoutRoom_data();
     void itemWithoutRoom();
     void rowsAreMadeInTheCombosSize();
+    void rowsTakeTheCombosRatio();
     void onDrawTellsTheRow();
     void solidLine();
     void gradientColor();
+    void gradientColorHasThePaintersOutline();
     void colorGrid();
+    void listIsSetUp();
+    void pressOpensAndCloses_data();
     void pressOpensAndCloses();
     void listIsAsHighAsItsRows_data();
     void listIsAsHighAsItsRows();
@@ -205,6 +237,48 @@ void TestImageComboBox::comboOutlivesItsList()
 enum Look { kPlain, kUnderThePointer, kPressed, kPressedAndLeft };
 Q_DECLARE_METATYPE(Look)
 
+static void takeOn(Look look, ZvImageComboBox &combo)
+{
+    if (look != kPlain)
+        hover(combo, true);
+    if (look == kPressed || look == kPressedAndLeft)
+        QTest::mousePress(&combo, Qt::LeftButton);
+    if (look == kPressedAndLeft)
+        hover(combo, false);
+    // The pressed look stays when the button goes up.
+    QTest::mouseRelease(&combo, Qt::LeftButton);
+}
+
+void TestImageComboBox::looksAreTheseStyleSheets_data()
+{
+    QTest::addColumn<Look>("look");
+    QTest::addColumn<QString>("styleSheet");
+    QTest::addColumn<QRgb>("frame");
+    const QString plain
+        = QStringLiteral("border-style:solid; border-width:1px;border-color:rgb(205, 205, 205); border-radius:1px;");
+    QTest::newRow("plain") << kPlain << plain << kGrey;
+    QTest::newRow("under the pointer")
+        << kUnderThePointer << "border-style:solid; border-width:1px;border-color:rgb(13, 124, 211); border-radius:1px;"
+        << kBlue;
+    QTest::newRow("pressed") << kPressed
+                             << "background-color:rgb(204, 228, 247);border-style:solid; "
+                                "border-width:1px;border-color:rgb(13, 124, 211); border-radius:1px;"
+                             << kBlue;
+    QTest::newRow("pressed and left") << kPressedAndLeft << plain << kGrey;
+}
+
+void TestImageComboBox::looksAreTheseStyleSheets()
+{
+    QFETCH(Look, look);
+    QFETCH(QString, styleSheet);
+    QFETCH(QRgb, frame);
+    QWidget window;
+    auto *combo = new HostCombo(&window);
+    takeOn(look, *combo);
+    QCOMPARE(combo->styleSheet(), styleSheet);
+    QCOMPARE(combo->frameColor.rgb(), frame);
+}
+
 void TestImageComboBox::closedBoxIsPainted_data()
 {
     QTest::addColumn<Look>("look");
@@ -230,14 +304,7 @@ void TestImageComboBox::closedBoxIsPainted()
     QWidget window;
     auto *combo = new ZvImageComboBox(&window);
     combo->resize(size);
-    if (look != kPlain)
-        hover(*combo, true);
-    if (look == kPressed || look == kPressedAndLeft)
-        QTest::mousePress(combo, Qt::LeftButton);
-    if (look == kPressedAndLeft)
-        hover(*combo, false);
-    // The pressed look stays when the button goes up.
-    QTest::mouseRelease(combo, Qt::LeftButton);
+    takeOn(look, *combo);
 
     const QImage actual = pictureOf(combo);
     QImage expected(size, QImage::Format_RGB32);
@@ -272,6 +339,17 @@ void TestImageComboBox::closedBoxIsPainted()
     const QRect top(2, 0, line - 2, 1);
     if (top.isValid())
         COMPARE_PICTURES(actual.copy(top), expected.copy(top));
+}
+
+void TestImageComboBox::arrowPlaceFollowsTheSize()
+{
+    HostCombo combo(nullptr);
+    combo.resize(180, 25);
+    pictureOf(&combo); // so that it hears of its size
+    QCOMPARE(combo.arrowRect, QRect(QPoint(159, 0), QPoint(180, 25)));
+    combo.resize(60, 40);
+    pictureOf(&combo);
+    QCOMPARE(combo.arrowRect, QRect(QPoint(39, 0), QPoint(60, 40)));
 }
 
 void TestImageComboBox::arrowStaysVisibleBesideThePicture()
@@ -387,6 +465,32 @@ void TestImageComboBox::itemIsNotWipedBetweenPaintings()
     QCOMPARE(second.pixelColor(30, 10), QColor(Qt::red));
 }
 
+void TestImageComboBox::itemIsPaintedOverItsStyle()
+{
+    ZvImageItem item(100, 23, nullptr);
+    item.setStyleSheet(QStringLiteral("background-color:rgb(10, 200, 20);"));
+    connect(&item, &ZvImageItem::drawLocalGraphic, &item,
+            [](QPainter *painter, const QRect &rect, QString &) { painter->fillRect(rect, Qt::red); });
+    item.resize(100, 23);
+    QImage expected(100, 23, QImage::Format_RGB32);
+    expected.fill(qRgb(10, 200, 20));
+    setPixels(expected, 2, 2, 37, 22, qRgb(255, 0, 0));
+    COMPARE_PICTURES(pictureOf(&item), expected);
+}
+
+void TestImageComboBox::itemMayDrawItsGraphicItself()
+{
+    HostItem item(100, 23, nullptr);
+    int asked = 0;
+    connect(&item, &ZvImageItem::drawLocalGraphic, &item, [&asked] { ++asked; });
+    item.resize(100, 23);
+    QImage expected(100, 23, QImage::Format_RGB32);
+    expected.fill(Qt::white);
+    setPixels(expected, 2, 2, 37, 22, qRgb(0, 255, 255));
+    COMPARE_PICTURES(pictureOf(&item), expected);
+    QCOMPARE(asked, 0);
+}
+
 void TestImageComboBox::itemWithoutRoom_data()
 {
     QTest::addColumn<QSize>("size");
@@ -432,6 +536,19 @@ void TestImageComboBox::rowsAreMadeInTheCombosSize()
     form.press();
     form.combo->createCustomItem(QStringLiteral("green"), ZvImageComboBox::kItemShown);
     QCOMPARE(form.list().item(2)->data(Qt::SizeHintRole).toSize(), QSize(240, 23));
+}
+
+void TestImageComboBox::rowsTakeTheCombosRatio()
+{
+    QWidget window;
+    auto *combo = new HostCombo(&window);
+    const auto *view = window.findChild<ZvImageVew *>();
+    QCOMPARE(combo->ratio, 0.4f);
+    combo->createCustomItem(QStringLiteral("first"), ZvImageComboBox::kItemShown);
+    combo->ratio = 0.7f;
+    combo->createCustomItem(QStringLiteral("second"), ZvImageComboBox::kItemShown);
+    QCOMPARE(view->itemAt(0)->ratio, 0.4f);
+    QCOMPARE(view->itemAt(1)->ratio, 0.7f);
 }
 
 void TestImageComboBox::onDrawTellsTheRow()
@@ -497,6 +614,23 @@ void TestImageComboBox::gradientColor()
     COMPARE_PICTURES_WITHIN(actual, expected, 3);
 }
 
+void TestImageComboBox::gradientColorHasThePaintersOutline()
+{
+    Form form;
+    QImage actual(60, 20, QImage::Format_RGB32);
+    actual.fill(Qt::white);
+    QString text;
+    {
+        QPainter painter(&actual);
+        painter.setPen(QColor(1, 2, 3));
+        form.combo->drawGradientColor(&painter, QRect(5, 3, 40, 12), text);
+    }
+    QImage expected = actual;
+    setOutline(expected, 5, 3, 45, 15, qRgb(1, 2, 3)); // one pixel beyond at the right and below
+    COMPARE_PICTURES(actual, expected);
+    QCOMPARE(QColor(actual.pixel(46, 8)), QColor(Qt::white));
+}
+
 void TestImageComboBox::colorGrid()
 {
     Form form;
@@ -513,15 +647,36 @@ void TestImageComboBox::colorGrid()
     COMPARE_PICTURES(actual, expected);
 }
 
+void TestImageComboBox::listIsSetUp()
+{
+    QWidget window;
+    const ZvImageVew view(&window);
+    const auto *list = view.findChild<QListWidget *>();
+    QVERIFY(list && list->parent() == &view);
+    QCOMPARE(list->geometry(), QRect(QPoint(0, 0), QPoint(view.width() - 1, -1)));
+    QCOMPARE(list->viewMode(), QListView::ListMode);
+    QCOMPARE(list->spacing(), 1);
+    QCOMPARE(list->resizeMode(), QListView::Adjust);
+}
+
+void TestImageComboBox::pressOpensAndCloses_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("left button") << Qt::LeftButton;
+    QTest::newRow("right button") << Qt::RightButton;
+    QTest::newRow("middle button") << Qt::MiddleButton;
+}
+
 void TestImageComboBox::pressOpensAndCloses()
 {
+    QFETCH(Qt::MouseButton, button);
     Form form;
     form.addRows({"red"});
     QVERIFY(form.isShown());
     for (int i = 0; i < 3; ++i) {
-        form.press();
+        form.press(button);
         QVERIFY(form.view().isVisible());
-        form.press();
+        form.press(button);
         QVERIFY(!form.view().isVisible());
     }
 }

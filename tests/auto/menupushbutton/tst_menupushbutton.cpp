@@ -22,6 +22,7 @@ private Q_SLOTS:
     void splitStaysWhereTheFirstPressPutIt();
     void pickedActionIsTriggered();
     void keyboardOpensTheMenuOfTheLastPress();
+    void pressOfAnyButtonChoosesThePart();
     void oneMenuOnlyIsTheButtons();
     void nullActionIsIgnored();
     void deletedActionLeavesTheMenu();
@@ -34,6 +35,15 @@ private:
         QTest::mousePress(m_button.get(), Qt::LeftButton, Qt::NoModifier, QPoint(x, 10));
         const bool finished = driver.finished();
         QTest::mouseRelease(m_button.get(), Qt::LeftButton, Qt::NoModifier, QPoint(x, 10));
+        return finished ? driver.entries() : QStringList{QStringLiteral("none")};
+    }
+    /// The same with the key that presses a button.
+    QStringList entriesByKey()
+    {
+        MenuDriver driver{QString()};
+        QTest::keyPress(m_button.get(), Qt::Key_Space);
+        const bool finished = driver.finished();
+        QTest::keyRelease(m_button.get(), Qt::Key_Space);
         return finished ? driver.entries() : QStringList{QStringLiteral("none")};
     }
     void show(int width)
@@ -158,17 +168,22 @@ void TestMenuPushButton::keyboardOpensTheMenuOfTheLastPress()
     addActions();
     show(90);
     m_button->setFocus();
-    const auto entriesByKey = [this] {
-        MenuDriver driver{QString()};
-        QTest::keyPress(m_button.get(), Qt::Key_Space);
-        const bool finished = driver.finished();
-        QTest::keyRelease(m_button.get(), Qt::Key_Space);
-        return finished ? driver.entries() : QStringList{QStringLiteral("none")};
-    };
     QCOMPARE(entriesByKey(), QStringList());
     QCOMPARE(entriesAt(80), kBoth);
     QCOMPARE(entriesByKey(), kBoth);
     QCOMPARE(entriesAt(10), QStringList());
+    QCOMPARE(entriesByKey(), QStringList());
+}
+
+void TestMenuPushButton::pressOfAnyButtonChoosesThePart()
+{
+    addActions();
+    show(90);
+    m_button->setFocus();
+    // It opens none, and is seen by what the keyboard opens.
+    QTest::mouseClick(m_button.get(), Qt::RightButton, Qt::NoModifier, QPoint(60, 10));
+    QCOMPARE(entriesByKey(), kBoth);
+    QTest::mouseClick(m_button.get(), Qt::RightButton, Qt::NoModifier, QPoint(59, 10));
     QCOMPARE(entriesByKey(), QStringList());
 }
 

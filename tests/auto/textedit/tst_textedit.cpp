@@ -53,6 +53,9 @@ void TestTextEdit::slotIsFoundByItsName()
     ZvTextEdit box(nullptr);
     QVERIFY(QMetaObject::invokeMethod(&box, "slot_Menu", Q_ARG(QPoint, QPoint(1, 1))));
     QVERIFY(!QApplication::activePopupWidget());
+    QCOMPARE(box.contextMenuPolicy(), Qt::CustomContextMenu);
+    // It is what hears of a menu that was asked for: a host that wants to be the only one may take it off.
+    QVERIFY(QObject::disconnect(&box, &QWidget::customContextMenuRequested, &box, &ZvTextEdit::slot_Menu));
 }
 
 void TestTextEdit::editsLikeATextBox()

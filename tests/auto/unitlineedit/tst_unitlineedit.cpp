@@ -2,9 +2,10 @@
 #include "zevatest.h"
 #include "zvunitlineedit.h"
 
+#include <QRegExp>
+#include <QRegExpValidator>
 #include <QSignalSpy>
 #include <QVBoxLayout>
-#include <QValidator>
 #include <QVector>
 
 namespace {
@@ -17,6 +18,8 @@ class HostField : public ZvUnitLineEdit
 public:
     using ZvUnitLineEdit::ZvUnitLineEdit;
     void setUnit(EngineeringUnits unit) { m_units = unit; }
+    /// In the order in which they stand.
+    QVector<int> numbers() const { return {m_reservedFirst, m_units, m_reservedSecond, m_reservedThird}; }
 };
 
 /// A field and another widget to give the keyboard to.
@@ -69,6 +72,8 @@ void TestUnitLineEdit::startsEmptyOrWithItsText()
     const ZvUnitLineEdit field(QStringLiteral("3.5"), nullptr);
     QCOMPARE(field.text(), QStringLiteral("3.5"));
     QCOMPARE(field.QLineEdit::text(), QStringLiteral("3.5"));
+    const HostField host(nullptr);
+    QCOMPARE(host.numbers(), QVector<int>({0, 0, 0, 6}));
 }
 
 void TestUnitLineEdit::inputsAreJudged_data()
@@ -135,6 +140,10 @@ void TestUnitLineEdit::validatorIsTheFieldsChild()
 {
     const ZvUnitLineEdit field(nullptr);
     QCOMPARE(field.validator()->parent(), &field);
+    const auto *validator = qobject_cast<const QRegExpValidator *>(field.validator());
+    QVERIFY(validator);
+    QCOMPARE(validator->regExp().pattern(), QStringLiteral("^(-?\\d+)(\\.\\d*)?$"));
+    QCOMPARE(validator->regExp().caseSensitivity(), Qt::CaseSensitive);
 }
 
 void TestUnitLineEdit::valueIsKeptAndShownInTheUnit_data()
@@ -213,6 +222,8 @@ void TestUnitLineEdit::losingTheKeyboardIsReturn()
     Form form;
     QVERIFY(form.isActive);
     QString valueAtReturn = QStringLiteral("never");
+    // What QLineEdit itself does comes first: its signal finds the value as it was.
+    connect(form.field, &QLineEdit::editingFinished, form.field, [&] { QCOMPARE(form.field->text(), QString()); });
     connect(form.field, &QLineEdit::returnPressed, form.field, [&] { valueAtReturn = form.field->text(); });
     const QSignalSpy returned(form.field, &QLineEdit::returnPressed);
     const QSignalSpy edited(form.field, &QLineEdit::editingFinished);
