@@ -25,7 +25,6 @@ void ZevaUISetting::getLineTypeInfo(
     const ZvSmartPtr<ZvDbLine> line = zvMakeLinetypeLine(database->byLayerLinetype(), kLineEnd, 1.0);
     zvSetOpaqueBlack(*line);
     ZvArrayEx<ZvSmartPtr<ZvDbEntity>> content = zvLinetypePictureContent(line);
-    const double celtscale = database->celtscale();
     zvWalkTable(database->linetypeTableId(), [&](ZvDbObjectId id) {
         ZvString name;
         double patternLength = 0.0;
@@ -37,7 +36,9 @@ void ZevaUISetting::getLineTypeInfo(
             patternLength = record->patternLength();
         }
         line->setLinetype(id, true);
-        line->setLinetypeScale(zvLinetypePictureScale(patternLength, kRepeat, width, celtscale), true);
+        const double scale = zvLinetypePictureScale(patternLength, kRepeat, width, database->celtscale());
+        if (line->setLinetypeScale(scale, true) != Zv::eOk)
+            line->setLinetypeScale(1.0, true); // as a line of its own would have it, not that of the line type before
         ZvSmartPtr<ZvGiRasterImage> image = zvsiutCreateEntityImage(database, content, options);
         if (callback)
             callback(image, name, id);

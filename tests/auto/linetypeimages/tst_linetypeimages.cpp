@@ -132,9 +132,11 @@ private Q_SLOTS:
     void erasedAndHeldOnesAreLeftOut();
     void recordsAreClosedDuringTheCall();
     void callbackMayChangeTheTable();
+    void callbackMayChangeTheScaleForNewEntities();
     void withoutCallbackNothingHappens();
     void currentDrawingCounts();
     void withoutDrawingNothingHappens();
+    void withoutTableNothingHappens();
     void callbackMayCloseTheDocument();
 
     // one of them
@@ -250,6 +252,20 @@ void TestLineTypeImages::callbackMayChangeTheTable()
     QCOMPARE(namesOf(readAll()), (QStringList{"ByBlock", "ByLayer", "Continuous", "Dashed", "New"}));
 }
 
+void TestLineTypeImages::callbackMayChangeTheScaleForNewEntities()
+{
+    addLineType(L"Dashed", {4.0, -2.0});
+    const ZvDbObjectId last = addLineType(L"Last", {4.0, -2.0});
+    ZvGiRasterImagePtr shown;
+    ZevaUISetting::getLineTypeInfo(kWidth, kHeight, [&](ZvGiRasterImagePtr &image, ZvString &name, ZvDbObjectId &id) {
+        if (name == ZvString(L"Dashed"))
+            drawing().setCeltscale(2.0);
+        if (id == last)
+            shown = image;
+    });
+    QCOMPARE(shown.get(), expected(drawing(), last, 70.0 / (2.5 * 6.0) / 2.0, Ink::kBlack).get());
+}
+
 void TestLineTypeImages::withoutCallbackNothingHappens()
 {
     addLineType(L"Dashed", {4.0, -2.0});
@@ -281,6 +297,20 @@ void TestLineTypeImages::withoutDrawingNothingHappens()
     CHcSystem::setInstanceAvailable(false);
     QVERIFY(readAll().empty());
     QVERIFY(ZevaUISetting::getLineTypeRasterImage(L"Continuous", kWidth, kHeight, image).isNull());
+}
+
+void TestLineTypeImages::withoutTableNothingHappens()
+{
+    const ZvGiRasterImagePtr before = zvutImageWrap("\0\0\0", 1, 1, 24);
+    ZvGiRasterImagePtr image = before;
+    {
+        const ZvDbObjectPointer<ZvDbSymbolTable> writer(drawing().linetypeTableId(), ZvDb::kForWrite);
+        QVERIFY(writer);
+        QVERIFY(readAll().empty());
+        QVERIFY(ZevaUISetting::getLineTypeRasterImage(L"Continuous", kWidth, kHeight, image).isNull());
+        QCOMPARE(image.get(), before.get());
+    }
+    QCOMPARE(int(readAll().size()), 3);
 }
 
 void TestLineTypeImages::callbackMayCloseTheDocument()
@@ -396,6 +426,7 @@ void TestLineTypeImages::lineIsScaledByThePattern_data()
     QTest::newRow("as good as no pattern, below 0") << -4e-11 << 1.0 << 80 << 1.0;
     QTest::newRow("hardly a pattern") << 8e-11 << 1.0 << 80 << 1.0 / (2.5 * 8e-11 / 70.0);
     QTest::newRow("length below 0") << -7.0 << 1.0 << 80 << -4.0;
+    QTest::newRow("length below 0, scale for new entities 2") << -7.0 << 2.0 << 80 << -2.0;
 }
 
 void TestLineTypeImages::lineIsScaledByThePattern()
@@ -412,7 +443,7 @@ void TestLineTypeImages::lineIsScaledByThePattern()
     QVERIFY(row);
     QCOMPARE(row->image.get(), expected(drawing(), id, scale, Ink::kBlack, width).get());
     QCOMPARE(single(L"Dashed", width).get(), expected(drawing(), id, scale, Ink::kStandard, width).get());
-    if (scale > 0.0) // others leave the line's scale as it was
+    if (scale > 0.0) // a line takes no other, and keeps the 1 that it is made with
         QVERIFY(row->image.get() != expected(drawing(), id, scale * 1.001, Ink::kBlack, width).get());
 }
 
