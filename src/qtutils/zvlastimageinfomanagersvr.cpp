@@ -17,6 +17,9 @@ ZvLastImageInfoManagerSvr::~ZvLastImageInfoManagerSvr()
         m_infos.setPhysicalLength(m_infos.physicalLength() + std::max(m_infos.growLength(), kSmallestGrowth));
         if (m_infos.logicalLength() > m_infos.physicalLength())
             ZvAssert("mLogicalLen <= mPhysicalLen", __FILE__, __LINE__);
+        // Counting up from there would make pictures in front of the list's memory.
+        ZvArray<ZvSmartPtr<ZvLastImageInfo>> none;
+        m_infos.swap(none);
     }
     m_infos.setLogicalLength(0);
     pthread_mutex_unlock(&m_mutex);

@@ -6,6 +6,9 @@
 
 #include <QPixmap>
 
+#include <cerrno>
+#include <cstring>
+#include <functional>
 #include <vector>
 
 namespace {
@@ -47,19 +50,41 @@ public:
         m_keptObject = kept;
     }
     int growLength() const { return m_infos.growLength(); }
+    pthread_mutex_t *mutex() { return &m_mutex; }
+    bool hasMembersInOrder() const
+    {
+        const std::less<const void *> before;
+        return before(&m_infos, &m_keptObject) && before(&m_keptObject, &m_mutex);
+    }
+    /// Writes the number of pictures as a spoilt memory would: it stands behind the pointer to them.
+    void spoilLength(int length)
+    {
+        std::memcpy(reinterpret_cast<char *>(&m_infos) + sizeof(void *), &length, sizeof length);
+        QCOMPARE(m_infos.logicalLength(), length);
+    }
 };
 
-/// Notes the order in which pictures are let go.
+/// Tells when it is let go.
 class WatchedInfo : public ZvLastImageInfo
 {
 public:
-    WatchedInfo(int number, std::vector<int> &gone) : m_number(number), m_gone(gone) { }
-    ~WatchedInfo() override { m_gone.push_back(m_number); }
+    explicit WatchedInfo(std::function<void()> whenGone) : m_whenGone(std::move(whenGone)) { }
+    ~WatchedInfo() override { m_whenGone(); }
 
 private:
-    int m_number;
-    std::vector<int> &m_gone;
+    std::function<void()> m_whenGone;
 };
+
+ZvSmartPtr<ZvLastImageInfo> makeInfo(const std::function<void()> &whenGone)
+{
+    return ZvSmartPtr<ZvLastImageInfo>::adopt(new ZvRxObjectImpl<WatchedInfo>(whenGone));
+}
+
+/// Notes its number in \a gone when it is let go.
+ZvSmartPtr<ZvLastImageInfo> makeInfo(int number, std::vector<int> &gone)
+{
+    return makeInfo([number, &gone] { gone.push_back(number); });
+}
 
 } // namespace
 
@@ -92,7 +117,12 @@ private Q_SLOTS:
     void thereAndBack();
 
     void managerLetsGoOfAllItHolds();
+    void managerLetsGoOfTheKeptObjectLast();
+    void managerLetsGoUnderItsMutex();
+    void managerOfALengthBelowNoneIsLetGo_data();
+    void managerOfALengthBelowNoneIsLetGo();
     void managerGrowsByTheArraysOwnStep();
+    void managersMembersStandInOrder();
 };
 
 void TestRasterImage::formatFollowsThePixels_data()
@@ -308,10 +338,10 @@ void TestRasterImage::managerLetsGoOfAllItHolds()
 {
     std::vector<int> gone;
     const auto kept = ZvRxObjectPtr::adopt(new ZvRxObjectImpl<ZvLastImageInfo>);
-    const auto shared = ZvSmartPtr<ZvLastImageInfo>::adopt(new ZvRxObjectImpl<WatchedInfo>(3, gone));
+    const ZvSmartPtr<ZvLastImageInfo> shared = makeInfo(3, gone);
     std::vector<ZvSmartPtr<ZvLastImageInfo>> infos;
     for (int number : {1, 2})
-        infos.push_back(ZvSmartPtr<ZvLastImageInfo>::adopt(new ZvRxObjectImpl<WatchedInfo>(number, gone)));
+        infos.push_back(makeInfo(number, gone));
     infos.push_back(shared);
     {
         const auto manager = ZvRxObjectPtr::adopt(new ZvRxObjectImpl<FilledManager>(infos, kept));
@@ -325,10 +355,54 @@ void TestRasterImage::managerLetsGoOfAllItHolds()
     QCOMPARE(zvrxNumRefs(kept), 1);
 }
 
+void TestRasterImage::managerLetsGoOfTheKeptObjectLast()
+{
+    std::vector<int> gone;
+    {
+        const FilledManager manager({makeInfo(1, gone), makeInfo(2, gone)}, makeInfo(3, gone));
+    }
+    QCOMPARE(gone, (std::vector<int>{2, 1, 3}));
+}
+
+void TestRasterImage::managerLetsGoUnderItsMutex()
+{
+    pthread_mutex_t *mutex = nullptr;
+    int result = 0;
+    {
+        FilledManager manager({makeInfo([&] { result = pthread_mutex_trylock(mutex); })}, nullptr);
+        mutex = manager.mutex();
+    }
+    QCOMPARE(result, EBUSY);
+}
+
+void TestRasterImage::managerOfALengthBelowNoneIsLetGo_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::newRow("one below") << -1;
+    QTest::newRow("some below") << -3;
+    QTest::newRow("further below than it grows") << -100000;
+}
+
+void TestRasterImage::managerOfALengthBelowNoneIsLetGo()
+{
+    QFETCH(int, length);
+    std::vector<int> gone;
+    {
+        FilledManager manager({}, makeInfo(1, gone));
+        manager.spoilLength(length);
+    }
+    QCOMPARE(gone, (std::vector<int>{1})); // and nothing before the list's memory was written
+}
+
 void TestRasterImage::managerGrowsByTheArraysOwnStep()
 {
     const FilledManager manager({}, nullptr);
     QCOMPARE(manager.growLength(), ZvArray<ZvSmartPtr<ZvLastImageInfo>>().growLength());
+}
+
+void TestRasterImage::managersMembersStandInOrder()
+{
+    QVERIFY(FilledManager({}, nullptr).hasMembersInOrder());
 }
 
 ZEVA_TEST_MAIN(TestRasterImage)
