@@ -169,7 +169,7 @@ bool describeLine(ZvDbDatabase *database, ZvDbEntity &entity, PictureKey &key)
     const auto &line = static_cast<const ZvDbLine &>(entity);
     const ZvGeVector3d along = line.endPoint() - line.startPoint();
     // What is by layer hangs on the layer too, which is left to drawing anew; a line of no layer has plain defaults.
-    if (along.z != 0.0 || !entity.layerId().isNull())
+    if (along.z != 0.0 || !entity.layerId().isNull() || entity.visibility() != ZvDb::kVisible)
         return false;
     const ZvDbObjectId linetype = entity.linetypeId();
     const bool isDefault = linetype == database->byLayerLinetype() || linetype == database->byBlockLinetype();

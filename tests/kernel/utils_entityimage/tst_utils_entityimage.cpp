@@ -35,6 +35,8 @@ private slots:
     void patternTextsFollowTheLine();
     void shapesOfNoFileLeaveTheirPlaceEmpty();
     void picturesOfLinesAreKept();
+    void anInvisibleLineHasNoKeptPicture_data();
+    void anInvisibleLineHasNoKeptPicture();
     void anEditDropsThePictureOfItsLineTypeAlone();
     void aRecordInWorkIsReadWhenItIsClosed();
     void theTextStyleOfAPatternCounts();
@@ -518,6 +520,30 @@ void UtilsEntityImageTest::picturesOfLinesAreKept()
     // Where it is drawn alike it has the same picture.
     entities = listOf(makeLine(other.addLinetype("alike", std::vector<double>{5.0, -5.0}), 1.0));
     QCOMPARE(zvsiutCreateEntityImage(other.database, entities, makeOptions(96, 14)).get(), changed.get());
+}
+
+void UtilsEntityImageTest::anInvisibleLineHasNoKeptPicture_data()
+{
+    QTest::addColumn<bool>("shownFirst");
+    QTest::addColumn<int>("width");
+    QTest::newRow("shown, then hidden") << true << 61;
+    QTest::newRow("hidden, then shown") << false << 62;
+}
+
+void UtilsEntityImageTest::anInvisibleLineHasNoKeptPicture()
+{
+    QFETCH(bool, shownFirst);
+    QFETCH(int, width);
+    Picture picture;
+    const auto isBlank = [&](bool shown) {
+        const ZvSmartPtr<ZvDbLine> line = makeLine(picture.database->continuousLinetype(), 1.0);
+        line->setVisibility(shown ? ZvDb::kVisible : ZvDb::kInvisible);
+        Entities entities = listOf(line);
+        const QImage image = toImage(zvsiutCreateEntityImage(picture.database, entities, makeOptions(width, 15)));
+        return darkRuns(image, 7) == std::vector<int>{-width};
+    };
+    for (const bool shown : {shownFirst, !shownFirst})
+        QCOMPARE(isBlank(shown), !shown);
 }
 
 void UtilsEntityImageTest::anEditDropsThePictureOfItsLineTypeAlone()
