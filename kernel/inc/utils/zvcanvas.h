@@ -25,7 +25,7 @@ private:
 class ZvShape;
 
 /// A drawing surface in two dimensions. The order of the operations is binding. Colours are packed with red in bits 0
-/// to 7, green in 8 to 15, blue in 16 to 23, alpha in 24 to 31. What an implementation ignores has the base's version.
+/// to 7, green in 8 to 15, blue in 16 to 23, alpha in 24 to 31.
 class ZV_EXPORT ZvsiCanvas : public ZvRxObject
 {
     ZVRX_DECLARE_MEMBERS(ZvsiCanvas)

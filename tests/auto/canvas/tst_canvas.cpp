@@ -2,6 +2,8 @@
 #include "canvastest.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -82,6 +84,8 @@ class TestCanvas : public ZevaTest
     Q_OBJECT
 private Q_SLOTS:
     void startsAsTold();
+    void operationsStandInTheirOrder_data();
+    void operationsStandInTheirOrder();
     void penStyles_data();
     void penStyles();
     void joinStyles_data();
@@ -103,6 +107,7 @@ private Q_SLOTS:
     void rasterOperations();
     void rasterOperationGivesTheOneBefore();
     void stateSetBeforeAttachingIsApplied();
+    void attachingSetsTheRasterOperationByTheOverridableOperation();
     void attachingAppliesTheStateEachTime();
     void propertiesCanBeSetOneByOne();
     void painterBelongsToItsMaker();
@@ -162,6 +167,52 @@ void TestCanvas::startsAsTold()
     });
     QCOMPARE(canvas->pointToQt(ZvGePoint2d(3, 4)), QPointF(3, 4));
     QCOMPARE(int(makeCanvas()->setRop(1)), 0);
+}
+
+/// Place of a virtual operation in the table: what a pointer to it holds, in bytes, with the lowest bit as a mark.
+template <class Operation> static int slotOf(Operation operation)
+{
+    std::ptrdiff_t bytes = 0;
+    std::memcpy(&bytes, &operation, sizeof bytes);
+    return int(bytes / std::ptrdiff_t(sizeof(void *)));
+}
+
+void TestCanvas::operationsStandInTheirOrder_data()
+{
+    QTest::addColumn<int>("slot");
+    QTest::addColumn<int>("expected");
+    int expected = 8; // behind those of every object
+    const auto row = [&expected](const char *name, int slot) { QTest::newRow(name) << slot << expected++; };
+    row("setLineStyle", slotOf(&ZvsiCanvas::setLineStyle));
+    row("customPenStyle", slotOf(&ZvsiCanvas::customPenStyle));
+    row("setFillStyle", slotOf(&ZvsiCanvas::setFillStyle));
+    row("setPenWidthAdapt", slotOf(&ZvsiCanvas::setPenWidthAdapt));
+    row("setRop", slotOf(&ZvsiCanvas::setRop));
+    row("drawLine", slotOf(&ZvsiCanvas::drawLine));
+    row("drawPolyline", slotOf(&ZvsiCanvas::drawPolyline));
+    row("setTextAlign", slotOf(&ZvsiCanvas::setTextAlign));
+    row("drawText", slotOf(&ZvsiCanvas::drawText));
+    row("measureText", slotOf(&ZvsiCanvas::measureText));
+    row("setMatrix", slotOf(&ZvsiCanvas::setMatrix));
+    row("mutiMatrix", slotOf(&ZvsiCanvas::mutiMatrix));
+    row("drawRay", slotOf(&ZvsiCanvas::drawRay));
+    row("drawXLine", slotOf(&ZvsiCanvas::drawXLine));
+    row("drawCircle", slotOf(&ZvsiCanvas::drawCircle));
+    row("drawArc", slotOf(&ZvsiCanvas::drawArc));
+    row("drawRasterImage", slotOf(&ZvsiCanvas::drawRasterImage));
+    row("setClipRgn", slotOf(&ZvsiCanvas::setClipRgn));
+    row("drawPng", slotOf(&ZvsiCanvas::drawPng));
+    row("drawPaths", slotOf(&ZvsiCanvas::drawPaths));
+    row("drawShape", slotOf(&ZvsiCanvas::drawShape));
+    row("drawGouraudTriangle", slotOf(&ZvsiCanvas::drawGouraudTriangle));
+    row("attachBitmap", slotOf(&ZvsiCanvas::attachBitmap));
+    row("deattachBitmap", slotOf(&ZvsiCanvas::deattachBitmap));
+}
+
+void TestCanvas::operationsStandInTheirOrder()
+{
+    QFETCH(int, slot);
+    QTEST(slot, "expected");
 }
 
 void TestCanvas::penStyles_data()
@@ -415,6 +466,28 @@ void TestCanvas::stateSetBeforeAttachingIsApplied()
         QCOMPARE(painter.brush(), QBrush(QColor(255, 0, 0, 0x60), Qt::CrossPattern));
         QCOMPARE(painter.compositionMode(), QPainter::CompositionMode_Difference);
     });
+}
+
+void TestCanvas::attachingSetsTheRasterOperationByTheOverridableOperation()
+{
+    class Listener : public ZvQtCanvas
+    {
+    public:
+        short setRop(short mode) override
+        {
+            heard << int(mode);
+            return ZvQtCanvas::setRop(mode);
+        }
+        QList<int> heard;
+    };
+    Listener canvas;
+    canvas.setRop(2);
+    paintedSheet([&canvas](QPainter &painter) {
+        canvas.attachPainter(&painter);
+        QCOMPARE(canvas.heard, (QList<int>{2, 2}));
+        QCOMPARE(painter.compositionMode(), QPainter::CompositionMode_Difference);
+    });
+    canvas.attachPainter(nullptr);
 }
 
 void TestCanvas::attachingAppliesTheStateEachTime()
