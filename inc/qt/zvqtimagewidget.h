@@ -34,7 +34,7 @@ public:
     /// The entities: an array that is shared, with a reference to each.
     using Entities = ZvArrayEx<ZvSmartPtr<ZvDbEntity>, ZvObjectsAllocator<ZvSmartPtr<ZvDbEntity>>>;
 
-    /// Shows nothing until attachDbEntities(). Owned by \a parent.
+    /// Shows the plain background until attachDbEntities(). Owned by \a parent.
     explicit ZvQtImageWidget(QWidget *parent);
     ~ZvQtImageWidget() override;
 

@@ -88,6 +88,7 @@ private Q_SLOTS:
     void nullOptionsBecomeATree();
     void nullDatabaseIsTheCurrentOne();
     void entitiesAreSharedAndLetGo();
+    void entitiesAreLetGoFromLastToFirst();
     void attachingRepaintsWhatIsShown();
     void hiddenWidgetIsNotRepainted();
     void resizingOverwritesTheSize();
@@ -231,6 +232,39 @@ void TestImageWidget::entitiesAreSharedAndLetGo()
         QCOMPARE(zvrxNumRefs(&drawing()), databaseRefs + 1);
     }
     QCOMPARE(zvrxNumRefs(&drawing()), databaseRefs);
+}
+
+void TestImageWidget::entitiesAreLetGoFromLastToFirst()
+{
+    class WatchedLine : public ZvDbLine
+    {
+    public:
+        WatchedLine(int number, QList<int> &gone)
+            : ZvDbLine(ZvGePoint3d(0, 0, 0), ZvGePoint3d(10, 0, 0)), m_number(number), m_gone(gone)
+        {
+        }
+        ~WatchedLine() override { m_gone << m_number; }
+
+    private:
+        int m_number;
+        QList<int> &m_gone;
+    };
+    QList<int> gone;
+    const auto makeLines = [&gone](int first) {
+        ZvQtImageWidget::Entities lines;
+        for (int number = first; number < first + 3; ++number)
+            lines.append(ZvSmartPtr<ZvDbEntity>::adopt(new ZvRxObjectImpl<WatchedLine>(number, gone)));
+        return lines;
+    };
+    {
+        ZvQtImageWidget widget(nullptr);
+        widget.attachDbEntities(makeLines(1), &drawing(), nullptr);
+        QCOMPARE(gone, QList<int>());
+        widget.attachDbEntities(makeLines(11), &drawing(), nullptr);
+        QCOMPARE(gone, (QList<int>{3, 2, 1}));
+        gone.clear();
+    }
+    QCOMPARE(gone, (QList<int>{13, 12, 11}));
 }
 
 void TestImageWidget::attachingRepaintsWhatIsShown()
@@ -458,6 +492,8 @@ void TestImageWidget::unattachedWidgetShowsThePlainBackground()
     const QImage picture = paintedBy(widget); // never sized, never attached
     QVERIFY(!picture.isNull());
     QCOMPARE(picture.pixelColor(picture.width() / 2, 0), kBorder);
+    QCOMPARE(pixelsOf(picture.copy(picture.rect().adjusted(2, 2, -2, -2)), Qt::black),
+             (picture.width() - 4) * (picture.height() - 4));
 }
 
 void TestImageWidget::factoryMakesAndAttaches()
