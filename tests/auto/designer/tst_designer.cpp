@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The plugin for Qt Designer. There is no kernel at work here: nothing is started, no service registered, no drawing
 // open, just as in Designer itself.
+#include "paintcount.h"
 #include "ui_all_widgets.h"
 #include "zevatest.h"
 
@@ -305,21 +306,12 @@ void TestDesigner::settingAPropertyRepaintsTheSwatch()
     button.setProperty("twoColors", true);
     button.show();
     QVERIFY(QTest::qWaitForWindowExposed(&button));
-    struct Counter : QObject
-    {
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            paints += event->type() == QEvent::Paint;
-            return false;
-        }
-        int paints = 0;
-    } counter;
     QCoreApplication::processEvents();
-    button.installEventFilter(&counter);
+    PaintCount paints(&button);
     const QImage before = button.grab().toImage();
-    counter.paints = 0;
+    paints.count = 0;
     button.setProperty("firstColor", QColor(Qt::red));
-    QTRY_VERIFY(counter.paints > 0);
+    QTRY_VERIFY(paints.count > 0);
     QVERIFY(button.grab().toImage() != before);
 }
 

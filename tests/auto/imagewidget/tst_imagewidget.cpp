@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "drawingtest.h"
+#include "paintcount.h"
 
 #include "zvqtimagewidget.h"
 #include "zvqtrasterimage.h"
@@ -57,21 +58,6 @@ int pixelsOf(const QImage &picture, const QColor &color)
     }
     return count;
 }
-
-/// Counts the paint events of a widget.
-class PaintCount : public QObject
-{
-public:
-    explicit PaintCount(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(object, event);
-    }
-};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 #include "drawingtest.h"
 #include "menudriver.h"
 #include "modaldriver.h"
+#include "paintcount.h"
 #include "zvpreviewitemdelegate.h"
 #include "zvqtlinetypetableview.h"
 #include "zvsortfilterproxymodel.h"
@@ -87,19 +88,6 @@ QPair<int, int> inkExtent(const QPixmap &picture)
     }
     return {first, last};
 }
-
-/// Counts paints of a widget.
-class PaintCount : public QObject
-{
-public:
-    explicit PaintCount(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-    int count = 0;
-};
 
 } // namespace
 
