@@ -30,7 +30,7 @@ public:
     void showColor(int red, int green, int blue);
 
 Q_SIGNALS:
-    /// The user pressed the left button twice.
+    /// The user double-clicked, with whatever button.
     void doubleClicked();
 
 protected:

@@ -22,7 +22,7 @@ public:
     void SetColor(QColor &color);
     /// \a color is a QRgb.
     void SetColor(unsigned color);
-    /// The colour as the palette in force shows it.
+    /// By red, green and blue of the colour, whatever palette is in force.
     void SetColor(const ZvCmColor &color);
 
 private:

@@ -32,11 +32,6 @@ QString noneName()
     return ZvColorComboBox::tr("无");
 }
 
-ZvCmEntityColor plainColor(ZvCm::ColorMethod method)
-{
-    return ZvCmEntityColor(std::uint32_t(method) << 24);
-}
-
 QColor paletteColor(const unsigned int *palette, int index)
 {
     return zvPackedToQColor(palette ? palette[index] : 0);
@@ -235,14 +230,14 @@ QVector<ColorData> ZvColorComboBox::fixedRows(const ZvApDocument &document, cons
         // The picture of the current colour, but no colour: the caller leaves what he has.
         ColorData current = formatColor(drawing->cecolor().entityColor(), palette, ZvDbObjectId());
         current.name = tr("使用当前项");
-        current.entityColor = plainColor(ZvCm::kNone);
+        current.entityColor = zvPlainColor(ZvCm::kNone);
         rows << current;
     }
     if (m_viewStyle & kColorViewNone)
-        rows << formatColor(plainColor(ZvCm::kNone), palette, ZvDbObjectId());
+        rows << formatColor(zvPlainColor(ZvCm::kNone), palette, ZvDbObjectId());
     if (m_viewStyle & kColorViewByLayerBlock) {
-        rows << formatColor(plainColor(ZvCm::kByLayer), palette, layerId);
-        rows << formatColor(plainColor(ZvCm::kByBlock), palette, ZvDbObjectId());
+        rows << formatColor(zvPlainColor(ZvCm::kByLayer), palette, layerId);
+        rows << formatColor(zvPlainColor(ZvCm::kByBlock), palette, ZvDbObjectId());
     }
     for (int index = 1; index <= kBasicColors; ++index) {
         ZvCmEntityColor basic;

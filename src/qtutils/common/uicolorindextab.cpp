@@ -90,10 +90,6 @@ bool belongsToGrid(int index, unsigned mode)
     }
 }
 
-} // namespace
-
-namespace {
-
 /// By the keyboard a grid does what a move and a click do.
 void giveKeys(ZvPaleteWnd *grid, const Grid &spec)
 {

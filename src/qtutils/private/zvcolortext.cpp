@@ -2,15 +2,11 @@
 #include "private/zvcolortext.h"
 
 #include "private/zvcolornames.h"
+#include "private/zvqtcolor.h"
 
 #include <QStringList>
 
 namespace {
-
-ZvCmEntityColor plainColor(ZvCm::ColorMethod method)
-{
-    return ZvCmEntityColor(std::uint32_t(method) << 24);
-}
 
 bool isDigits(const QString &text)
 {
@@ -50,11 +46,11 @@ bool readRgb(const QString &text, ZvCmEntityColor &color)
 bool zvReadColorText(const QString &text, ZvCmEntityColor &color)
 {
     if (text.compare(QLatin1String("BYLAYER"), Qt::CaseInsensitive) == 0) {
-        color = plainColor(ZvCm::kByLayer);
+        color = zvPlainColor(ZvCm::kByLayer);
         return true;
     }
     if (text.compare(QLatin1String("BYBLOCK"), Qt::CaseInsensitive) == 0) {
-        color = plainColor(ZvCm::kByBlock);
+        color = zvPlainColor(ZvCm::kByBlock);
         return true;
     }
     if (text.isEmpty() || isDigits(text))

@@ -44,6 +44,12 @@ std::uint32_t zvToPacked(const Color &color)
     return zvPackRgb(color.red(), color.green(), color.blue());
 }
 
+/// The colour that a method stands for by itself: by layer, by block, none.
+inline ZvCmEntityColor zvPlainColor(ZvCm::ColorMethod method)
+{
+    return ZvCmEntityColor(std::uint32_t(method) << 24);
+}
+
 inline QColor zvToQColor(const ZvCmColor &color)
 {
     return QColor(color.red(), color.green(), color.blue());
