@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "colordialoganswer.h"
 #include "colordialogrun.h"
+#include "metamethods.h"
+#include "paintcount.h"
 #include "zevatest.h"
 
 #include "zvcolorbutton.h"
@@ -69,15 +72,22 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void methodsAreAsTold();
     void buttonIsAsTold();
     void colourIsKeptAndTellsNothing();
     void swatchIsPainted_data();
     void swatchIsPainted();
+    void whatIsShownIsRepainted_data();
+    void whatIsShownIsRepainted();
     void pictureHasABorder();
     void whatOpensTheDialog_data();
     void whatOpensTheDialog();
     void dialogShowsTheColour_data();
     void dialogShowsTheColour();
+    void dialogIsAskedAsTold_data();
+    void dialogIsAskedAsTold();
+    void answersOfAnotherDialog_data();
+    void answersOfAnotherDialog();
     void byLayerAndByBlockAreForbidden();
     void acceptedColourIsTaken_data();
     void acceptedColourIsTaken();
@@ -105,6 +115,12 @@ void TestColorButton::cleanup()
     m_messages.reset();
     m_session.reset();
     ZevaTest::cleanup();
+}
+
+void TestColorButton::methodsAreAsTold()
+{
+    QCOMPARE(ownMethods(ZvColorButtonWidget::staticMetaObject),
+             signaturesOf({"colorChanged()", "slot_onInnerButtonClicked(bool)"}));
 }
 
 void TestColorButton::buttonIsAsTold()
@@ -176,6 +192,55 @@ void TestColorButton::swatchIsPainted()
     const auto half = [](int component) { return (component + 255) / 2; };
     expected.setPixel(99, 24, qRgb(half(border.red()), half(border.green()), half(border.blue())));
     COMPARE_PICTURES(pictureOf(&widget), expected);
+}
+
+enum Change { kColourSet, kPointerEnters, kPointerLeaves, kDialogAccepts, kDialogCancels };
+Q_DECLARE_METATYPE(Change)
+
+void TestColorButton::whatIsShownIsRepainted_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<bool>("repaints");
+    QTest::newRow("a colour is set") << kColourSet << true;
+    QTest::newRow("the pointer enters") << kPointerEnters << true;
+    QTest::newRow("the pointer leaves") << kPointerLeaves << true;
+    QTest::newRow("the dialog is accepted") << kDialogAccepts << true;
+    QTest::newRow("the dialog is cancelled") << kDialogCancels << false;
+}
+
+void TestColorButton::whatIsShownIsRepainted()
+{
+    QFETCH(Change, change);
+    QFETCH(bool, repaints);
+    ZvColorButtonWidget widget(nullptr);
+    widget.setPalette(QPalette(Qt::lightGray)); // the same whether the window is active or not
+    widget.resize(100, 25);
+    innerButton(widget)->hide(); // it paints by itself as it comes and goes with the keyboard
+    widget.setColor(byIndex(1));
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&widget));
+    QCoreApplication::processEvents();
+    const PaintCount paints(&widget);
+    QEvent enter(QEvent::Enter);
+    QEvent leave(QEvent::Leave);
+    const ColorDialogAnswer answer(change == kDialogAccepts ? 1 : 2, 195, 5);
+    switch (change) {
+    case kColourSet:
+        widget.setColor(byIndex(5));
+        break;
+    case kPointerEnters:
+        QApplication::sendEvent(&widget, &enter);
+        break;
+    case kPointerLeaves:
+        QApplication::sendEvent(&widget, &leave);
+        break;
+    default:
+        widget.slot_onInnerButtonClicked(true);
+        break;
+    }
+    QCOMPARE(paints.count, 0); // not before the event loop has the word
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, repaints ? 1 : 0);
 }
 
 void TestColorButton::pictureHasABorder()
@@ -281,6 +346,75 @@ void TestColorButton::dialogShowsTheColour()
     QVERIFY(driver.finished());
     QCOMPARE(shownTab, tab);
     QCOMPARE(shownText, text);
+}
+
+void TestColorButton::dialogIsAskedAsTold_data()
+{
+    QTest::addColumn<ZvCmColor>("color");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::newRow("by layer") << byIndex(256) << 192 << 256;
+    QTest::newRow("by block") << byIndex(0) << 193 << 0;
+    QTest::newRow("by index") << byIndex(42) << 195 << 42;
+    QTest::newRow("true colour, red lowest") << byRgb(10, 20, 30) << 194 << packed(10, 20, 30);
+    QTest::newRow("by pen, as a true colour") << byMethod(ZvCm::kByPen) << 196 << 0;
+    QTest::newRow("none, as a true colour") << byMethod(ZvCm::kNone) << 200 << 0;
+}
+
+void TestColorButton::dialogIsAskedAsTold()
+{
+    QFETCH(ZvCmColor, color);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    ZvColorButtonWidget widget(nullptr);
+    widget.setColor(color);
+    const ColorDialogAnswer answer(2, 0, 0);
+    widget.slot_onInnerButtonClicked(true);
+    QCOMPARE(answer.asked.name.toUtf8().c_str(), "ColorDialog");
+    QCOMPARE(answer.asked.parent, static_cast<void *>(&widget));
+    QVERIFY(!answer.asked.hasHelper);
+    QCOMPARE(answer.asked.params,
+             (QStringList{QStringLiteral("clrMethod=%1").arg(method), QStringLiteral("selectClr=%1").arg(value),
+                          QStringLiteral("isByLayerEnable=0"), QStringLiteral("isByBLockEnable=0")}));
+}
+
+void TestColorButton::answersOfAnotherDialog_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<ZvCmColor>("after");
+    QTest::addColumn<bool>("told");
+    const ZvCmColor before = byIndex(3);
+    QTest::newRow("an index") << 1 << 195 << 5 << byIndex(5) << true;
+    QTest::newRow("an index is cut to 16 bits") << 1 << 195 << 0x10005 << byIndex(5) << true;
+    QTest::newRow("index 256 is by layer") << 1 << 195 << 256 << byIndex(256) << true;
+    QTest::newRow("index 0 is by block") << 1 << 195 << 0 << byIndex(0) << true;
+    QTest::newRow("a true colour, red lowest") << 1 << 194 << packed(10, 20, 30) << byRgb(10, 20, 30) << true;
+    QTest::newRow("bits above a true colour are cut") << 1 << 194 << 0x7F1E140A << byRgb(10, 20, 30) << true;
+    QTest::newRow("by layer becomes 0,1,0") << 1 << 192 << 256 << byRgb(0, 1, 0) << true;
+    QTest::newRow("by block becomes 0,0,0") << 1 << 193 << 0 << byRgb(0, 0, 0) << true;
+    QTest::newRow("none is taken as a true colour") << 1 << 200 << 7 << byRgb(7, 0, 0) << true;
+    QTest::newRow("cancelled with a colour") << 2 << 195 << 5 << before << false;
+    QTest::newRow("undecided with a colour") << -1 << 195 << 5 << before << false;
+    QTest::newRow("another code with a colour") << 6 << 195 << 5 << before << false;
+    QTest::newRow("no result at all") << 0 << 195 << 5 << before << false;
+}
+
+void TestColorButton::answersOfAnotherDialog()
+{
+    QFETCH(int, result);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    QFETCH(ZvCmColor, after);
+    QFETCH(bool, told);
+    ZvColorButtonWidget widget(nullptr);
+    widget.setColor(byIndex(3));
+    const QSignalSpy spy(&widget, &ZvColorButtonWidget::colorChanged);
+    const ColorDialogAnswer answer(result, method, value);
+    widget.slot_onInnerButtonClicked(true);
+    QCOMPARE(widget.color().color(), after.color());
+    QCOMPARE(spy.size(), told ? 1 : 0);
 }
 
 void TestColorButton::byLayerAndByBlockAreForbidden()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
+#include "metamethods.h"
 #include "stranger.h"
 #include "zevatest.h"
 
@@ -18,10 +19,17 @@ public:
     {
         ++calls;
         lastParams = params;
+        method = intOf(params, "clrMethod");
+        color = intOf(params, "selectClr");
+        const ZvColorDialog *dialog = ColorDialogRun::findDialog();
+        sawOpenDialog = dialog && dialog->isVisible();
         return nullptr;
     }
     int calls = 0;
     ZvJsonPtr lastParams;
+    int method = kMissing; ///< As it stood in the tree.
+    int color = kMissing;
+    bool sawOpenDialog = false;
 };
 
 class CountingHelp : public ZvRxObjectImpl<ZvQtHelpService>
@@ -51,6 +59,7 @@ private Q_SLOTS:
     void cleanup();
 
     // the frame
+    void methodsAreAsTold();
     void frameIsAsTold();
     void sizeIsFixed();
     void dialogIsModalWhileItRunsOnly();
@@ -88,13 +97,19 @@ private Q_SLOTS:
     void refusedTextKeepsTheDialogOpen();
     void swatchWithRefusedTextCancels_data();
     void swatchWithRefusedTextCancels();
+    void swatchOfTheTrueColorTabAccepts();
     void trueColorTabWritesItsText();
     void cancelLeavesWhatWasClicked();
+    void cancelValidatesNothing_data();
+    void cancelValidatesNothing();
     void lonelyTrueColorTabIsAcceptedWithoutAnAnswer();
     void enterInATextEntryAccepts();
 
     // helper and help
     void helperIsToldOnAcceptOnly();
+    void helperIsToldBeforeTheDialogCloses_data();
+    void helperIsToldBeforeTheDialogCloses();
+    void helperIsHeldByTheAdapterAlone();
     void helperOfAnotherClassIsNotCalled();
     void helpButtonShowsTheHostsHelp();
     void helpButtonWithoutHelpDoesNothing();
@@ -117,6 +132,13 @@ void TestColorDialog::cleanup()
     m_messages.reset();
     m_session.reset();
     ZevaTest::cleanup();
+}
+
+void TestColorDialog::methodsAreAsTold()
+{
+    QCOMPARE(ownMethods(ZvColorTabWidget::staticMetaObject), QStringList());
+    QCOMPARE(ownMethods(ZvColorDialog::staticMetaObject),
+             signaturesOf({"slot_currentTabChange(int)", "slot_help_button_clicked()"}));
 }
 
 void TestColorDialog::frameIsAsTold()
@@ -570,6 +592,20 @@ void TestColorDialog::swatchWithRefusedTextCancels()
     QCOMPARE(m_messages->lines(), QStringList{message});
 }
 
+void TestColorDialog::swatchOfTheTrueColorTabAccepts()
+{
+    const ColorDialogRun run({{"clrMethod", 194}, {"selectClr", packed(1, 2, 3)}});
+    ModalDriver driver;
+    driver.next([&](QDialog *) {
+        run.trueColorText()->setText(QStringLiteral("9,8,7"));
+        QTest::mouseDClick(run.trueColorTab()->findChild<ZvColorLabel *>(), Qt::LeftButton);
+    });
+    QCOMPARE(run.adapter->doModal(), 1);
+    QVERIFY(driver.finished());
+    QCOMPARE(run.method(), 194);
+    QCOMPARE(run.color(), packed(9, 8, 7));
+}
+
 void TestColorDialog::trueColorTabWritesItsText()
 {
     const ColorDialogRun run({{"clrMethod", 195}, {"selectClr", 1}});
@@ -596,6 +632,29 @@ void TestColorDialog::cancelLeavesWhatWasClicked()
     QCOMPARE(run.adapter->doModal(), 2);
     QVERIFY(driver.finished());
     QCOMPARE(run.method(), 195);
+    QCOMPARE(run.color(), 5);
+}
+
+void TestColorDialog::cancelValidatesNothing_data()
+{
+    QTest::addColumn<int>("method");
+    QTest::newRow("index tab") << 195;
+    QTest::newRow("true colour tab") << 194;
+}
+
+void TestColorDialog::cancelValidatesNothing()
+{
+    QFETCH(int, method);
+    const ColorDialogRun run({{"clrMethod", method}, {"selectClr", 5}});
+    ModalDriver driver;
+    driver.next([&](QDialog *) {
+        (method == 195 ? run.indexText() : run.trueColorText())->setText(QStringLiteral("nonsense"));
+        QTest::mouseClick(run.buttonOf(QStringLiteral("取消")), Qt::LeftButton);
+    });
+    QCOMPARE(run.adapter->doModal(), 2);
+    QVERIFY(driver.finished());
+    QCOMPARE(m_messages->lines(), QStringList());
+    QCOMPARE(run.method(), method);
     QCOMPARE(run.color(), 5);
 }
 
@@ -642,6 +701,53 @@ void TestColorDialog::helperIsToldOnAcceptOnly()
         QCOMPARE(helper->lastParams.get(), accepts ? run.params.get() : nullptr);
         helper->lastParams = nullptr;
     }
+}
+
+void TestColorDialog::helperIsToldBeforeTheDialogCloses_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("color");
+    QTest::newRow("index tab") << 0 << "42" << 195 << 42;
+    QTest::newRow("true colour tab") << 1 << "9,8,7" << 194 << packed(9, 8, 7);
+}
+
+void TestColorDialog::helperIsToldBeforeTheDialogCloses()
+{
+    QFETCH(int, tab);
+    QFETCH(QString, typed);
+    QFETCH(int, method);
+    QFETCH(int, color);
+    auto *helper = new CountingHelper;
+    const ZvRxObjectPtr reference = ZvRxObjectPtr::adopt(helper);
+    const ColorDialogRun run(colorParams({{"clrMethod", 195}, {"selectClr", 1}}), reference);
+    ModalDriver driver;
+    driver.next([&](QDialog *dialog) {
+        run.tabs()->setCurrentIndex(tab);
+        (tab == 0 ? run.indexText() : run.trueColorText())->setText(typed);
+        dialog->accept();
+    });
+    QCOMPARE(run.adapter->doModal(), 1);
+    QVERIFY(driver.finished());
+    QCOMPARE(helper->calls, 1);
+    QCOMPARE(helper->method, method);
+    QCOMPARE(helper->color, color);
+    QVERIFY(helper->sawOpenDialog);
+    helper->lastParams = nullptr;
+}
+
+void TestColorDialog::helperIsHeldByTheAdapterAlone()
+{
+    auto *helper = new CountingHelper;
+    const ZvRxObjectPtr reference = ZvRxObjectPtr::adopt(helper);
+    {
+        const ColorDialogRun run(colorParams({{"clrMethod", 195}, {"selectClr", 1}}), reference);
+        QCOMPARE(zvrxNumRefs(helper), 2);
+        run.tabs()->setCurrentIndex(1); // which hands it to the tab once more
+        QCOMPARE(zvrxNumRefs(helper), 2);
+    }
+    QCOMPARE(zvrxNumRefs(helper), 1);
 }
 
 void TestColorDialog::helperOfAnotherClassIsNotCalled()

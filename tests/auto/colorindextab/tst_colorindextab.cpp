@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
+#include "metamethods.h"
+#include "paintcount.h"
 #include "zevatest.h"
 
 #include "base/zvcmcolor.h"
@@ -90,6 +92,9 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void methodsAreAsTold_data();
+    void methodsAreAsTold();
+
     // a grid by itself
     void cellsHaveTheirIndices_data();
     void cellsHaveTheirIndices();
@@ -110,6 +115,8 @@ private Q_SLOTS:
     void leavingIsTold();
 
     // painting
+    void gridRepaintsAtOnce_data();
+    void gridRepaintsAtOnce();
     void gridIsPainted_data();
     void gridIsPainted();
     void hoverFrameIsPainted_data();
@@ -148,6 +155,8 @@ private Q_SLOTS:
     void textIsValidated();
     void trueColourTextIsKeptOnly_data();
     void trueColourTextIsKeptOnly();
+    void keywordStandsForTheCurrentColour_data();
+    void keywordStandsForTheCurrentColour();
 
 private:
     QScopedPointer<ModuleSession> m_session;
@@ -167,6 +176,28 @@ void TestColorIndexTab::cleanup()
     m_messages.reset();
     m_session.reset();
     ZevaTest::cleanup();
+}
+
+void TestColorIndexTab::methodsAreAsTold_data()
+{
+    QTest::addColumn<MetaType>("type");
+    QTest::addColumn<QStringList>("methods");
+    QTest::newRow("the swatch") << &ZvColorLabel::staticMetaObject << signaturesOf({"doubleClicked()"});
+    QTest::newRow("a grid") << &ZvPaleteWnd::staticMetaObject
+                            << signaturesOf({"selColorChanged(Zevos::UInt32)", "colorSelected(Zevos::UInt32,int)",
+                                             "leaveWidget()"});
+    QTest::newRow("the tab") << &ZvIndexColorWnd::staticMetaObject
+                             << signaturesOf({"colorSelected(Zevos::UInt32)", "slot_colorChange(Zevos::UInt32)",
+                                              "slot_colorSelected(Zevos::UInt32)", "slot_btnByBlockClicked()",
+                                              "slot_btnByLayerClicked()", "slot_KeyC_clicked()", "slot_leave_widget()",
+                                              "slot_color_label_double_clicked()"});
+}
+
+void TestColorIndexTab::methodsAreAsTold()
+{
+    QFETCH(MetaType, type);
+    QFETCH(QStringList, methods);
+    QCOMPARE(ownMethods(*type), methods);
 }
 
 // ---- a grid by itself -----------------------------------------------------------------------------------------------
@@ -356,10 +387,14 @@ void TestColorIndexTab::doubleClickTellsTheSelectedIndexAndAccepts()
     grid->setSelected(7);
     const QSignalSpy selected(grid, &ZvPaleteWnd::colorSelected);
     const QSignalSpy accepted(&dialog, &QDialog::accepted);
+    int toldBefore = -1;
+    connect(&dialog, &QDialog::accepted, this, [&] { toldBefore = selected.size(); });
     sendMouse(grid, QEvent::MouseButtonDblClick, cellCentre(0, 0, 17));
     QCOMPARE(selected.size(), 1);
     QCOMPARE(selected.at(0).at(0).value<Zevos::UInt32>(), 7u);
+    QCOMPARE(selected.at(0).at(1).toInt(), 3);
     QCOMPARE(accepted.size(), 1);
+    QCOMPARE(toldBefore, 1); // the answer is there when the dialog ends
 }
 
 void TestColorIndexTab::doubleClickOutsideDoesNothing()
@@ -411,6 +446,42 @@ void TestColorIndexTab::leavingIsTold()
 }
 
 // ---- painting -------------------------------------------------------------------------------------------------------
+
+void TestColorIndexTab::gridRepaintsAtOnce_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QPointF>("position");
+    QTest::addColumn<int>("paints");
+    const QPointF cell(9, 9);
+    const QPointF outside(9 * 19 + 3, 9);
+    QTest::newRow("a move over a cell") << int(QEvent::MouseMove) << cell << 1;
+    QTest::newRow("a move outside") << int(QEvent::MouseMove) << outside << 1;
+    QTest::newRow("a release on a cell") << int(QEvent::MouseButtonRelease) << cell << 1;
+    QTest::newRow("a release outside") << int(QEvent::MouseButtonRelease) << outside << 1;
+    QTest::newRow("the pointer leaves") << int(QEvent::Leave) << cell << 1;
+    QTest::newRow("a press changes nothing") << int(QEvent::MouseButtonPress) << cell << 0;
+}
+
+void TestColorIndexTab::gridRepaintsAtOnce()
+{
+    QFETCH(int, type);
+    QFETCH(QPointF, position);
+    QFETCH(int, paints);
+    QWidget window;
+    ZvPaleteWnd *grid = makeGrid(3, &window);
+    grid->resize(200, 25);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    const PaintCount count(grid);
+    if (type == QEvent::Leave) {
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(grid, &leave);
+    } else {
+        sendMouse(grid, QEvent::Type(type), position, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton);
+    }
+    QCOMPARE(count.count, paints);
+}
 
 void TestColorIndexTab::gridIsPainted_data()
 {
@@ -676,18 +747,23 @@ void TestColorIndexTab::enableKeys_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("asNumber"); // else as a bool
     QTest::addColumn<bool>("layerEnabled");
     QTest::addColumn<bool>("blockEnabled");
     QTest::addColumn<bool>("layerKey"); // pressing L still works
     QTest::addColumn<bool>("blockKey");
-    QTest::newRow("none") << QByteArray() << 0 << true << true << true << true;
-    QTest::newRow("by layer off") << QByteArray("isByLayerEnable") << 0 << false << true << false << true;
-    QTest::newRow("by layer on kills its accelerator")
-        << QByteArray("isByLayerEnable") << 1 << true << true << false << true;
-    QTest::newRow("by block off") << QByteArray("isByBLockEnable") << 0 << true << false << true << false;
-    QTest::newRow("by block on kills its accelerator")
-        << QByteArray("isByBLockEnable") << 1 << true << true << true << false;
-    QTest::newRow("another spelling is no key") << QByteArray("isByBlockEnable") << 0 << true << true << true << true;
+    const QByteArray byLayer("isByLayerEnable");
+    const QByteArray byBlock("isByBLockEnable");
+    QTest::newRow("none") << QByteArray() << 0 << false << true << true << true << true;
+    QTest::newRow("by layer off") << byLayer << 0 << false << false << true << false << true;
+    QTest::newRow("by layer on kills its accelerator") << byLayer << 1 << false << true << true << false << true;
+    QTest::newRow("by block off") << byBlock << 0 << false << true << false << true << false;
+    QTest::newRow("by block on kills its accelerator") << byBlock << 1 << false << true << true << true << false;
+    QTest::newRow("by layer off by a number") << byLayer << 0 << true << false << true << false << true;
+    QTest::newRow("by layer on by a number") << byLayer << 1 << true << true << true << false << true;
+    QTest::newRow("by block off by a number") << byBlock << 0 << true << true << false << true << false;
+    QTest::newRow("another spelling is no key")
+        << QByteArray("isByBlockEnable") << 0 << false << true << true << true << true;
 }
 
 void TestColorIndexTab::enableKeys()
@@ -698,8 +774,11 @@ void TestColorIndexTab::enableKeys()
     QFETCH(bool, blockEnabled);
     QFETCH(bool, layerKey);
     QFETCH(bool, blockKey);
+    QFETCH(bool, asNumber);
     const ZvJsonPtr params = colorParams({{"clrMethod", 195}, {"selectClr", 1}});
-    if (!key.isEmpty())
+    if (asNumber)
+        params->SetDataI(key.constData(), value);
+    else if (!key.isEmpty())
         params->SetDataB(key.constData(), value != 0);
     const ColorDialogRun run(params);
     QCOMPARE(run.buttonOf(QStringLiteral("ByLayer(&L)"))->isEnabled(), layerEnabled);
@@ -1030,6 +1109,41 @@ void TestColorIndexTab::trueColourTextIsKeptOnly()
     QCOMPARE(run.method(), method);
     QCOMPARE(run.color(), color);
     QCOMPARE(m_messages->lines().size(), accepted ? 0 : 1);
+}
+
+void TestColorIndexTab::keywordStandsForTheCurrentColour_data()
+{
+    QTest::addColumn<QString>("before"); // typed and taken
+    QTest::addColumn<QString>("keyword");
+    QTest::addColumn<int>("index");
+    QTest::newRow("BYLAYER after a number") << "42"
+                                            << "BYLAYER" << 42;
+    QTest::newRow("BYBLOCK after a number") << "42"
+                                            << "BYBLOCK" << 42;
+    QTest::newRow("BYLAYER after a name") << "绿"
+                                          << "BYLAYER" << 3;
+    QTest::newRow("BYBLOCK after by layer's index") << "256"
+                                                    << "BYBLOCK" << 256;
+    QTest::newRow("a refused number is not taken") << "257"
+                                                   << "BYLAYER" << 5;
+    QTest::newRow("three parts change nothing") << "a,b,c"
+                                                << "BYLAYER" << 5;
+}
+
+void TestColorIndexTab::keywordStandsForTheCurrentColour()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, keyword);
+    QFETCH(int, index);
+    const ColorDialogRun run({{"clrMethod", 195}, {"selectClr", 5}});
+    unsigned result = 0;
+    run.indexText()->setText(before);
+    run.indexTab()->selectedIndex(result);
+    const QList<int> written{run.method(), run.color()};
+    run.indexText()->setText(keyword);
+    QVERIFY(run.indexTab()->selectedIndex(result));
+    QCOMPARE(result, unsigned(index));
+    QCOMPARE((QList<int>{run.method(), run.color()}), written); // the keyword writes nothing
 }
 
 ZEVA_TEST_MAIN(TestColorIndexTab)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
+#include "metamethods.h"
+#include "paintcount.h"
 #include "zevatest.h"
 
 #include "base/zvcmcolor.h"
@@ -119,18 +121,24 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void methodsAreAsTold_data();
+    void methodsAreAsTold();
+
     // conversions
     void rgbTurnsIntoHsl_data();
     void rgbTurnsIntoHsl();
     void hslTurnsIntoRgb_data();
     void hslTurnsIntoRgb();
     void conversionsRoundAlike();
+    void coloursSurviveHslWithinTheRounding();
 
     // how it is built
     void layoutIsAsTold();
     void hslPanelIsAsTold();
     void rgbPanelIsAsTold();
     void pictureOfTheFieldIsAsTold();
+    void newTabIsWhite();
+    void newSlidersHaveColoursOfTheirOwn();
 
     // showing a colour
     void openingShowsTheColour_data();
@@ -142,6 +150,9 @@ private Q_SLOTS:
     // the text entry
     void textIsValidated_data();
     void textIsValidated();
+
+    void pickersRepaintAtOnce_data();
+    void pickersRepaintAtOnce();
 
     // the field
     void pressInTheField_data();
@@ -177,6 +188,7 @@ private Q_SLOTS:
     void rgbSpinBoxesChangeTheColour_data();
     void rgbSpinBoxesChangeTheColour();
     void hslTellsRedBlueGreen();
+    void newColourIsToldRedGreenBlue();
     void sliderTellsItsChannelTwice();
     void repeatedShowingRepeatsTheTelling();
     void hueMovesTheCross();
@@ -185,6 +197,7 @@ private Q_SLOTS:
     // the mode
     void modeSwitchReplacesThePanel();
     void modeSwitchKeepsTheColour();
+    void rgbModeConvertsNothing();
     void modeIsRememberedForTheProcess();
     void comboLosesTheFocus();
 
@@ -212,6 +225,40 @@ void TestTrueColorTab::cleanup()
     m_messages.reset();
     m_session.reset();
     ZevaTest::cleanup();
+}
+
+void TestTrueColorTab::methodsAreAsTold_data()
+{
+    QTest::addColumn<MetaType>("type");
+    QTest::addColumn<QStringList>("methods");
+    QTest::newRow("the field") << &ZvHSLPallete::staticMetaObject << signaturesOf({"hsValueChanged(int,int)"});
+    QTest::newRow("the strip") << &ZvColorLightWnd::staticMetaObject
+                               << signaturesOf({"sliderPosChanged(int)", "setPos(int)"});
+    QTest::newRow("a slider") << &ZvRGBSlider::staticMetaObject
+                              << signaturesOf({"sliderPosChanged(ZvRGBSlider::CUR_COLOR,int)", "setRed(int)",
+                                               "setGreen(int)", "setBlue(int)", "setPos(int)"});
+    QTest::newRow("the HSL panel") << &ZvHSLWnd::staticMetaObject
+                                   << signaturesOf({"redColorChanged(int)", "greenColorChanged(int)",
+                                                    "blueColorChanged(int)", "slot_hsValueChanged(int,int)",
+                                                    "slot_lightChanged(int)", "slot_hsSpinboxValueChanged()",
+                                                    "slot_KeyU_clicked()", "slot_KeyS_clicked()",
+                                                    "slot_KeyL_clicked()"});
+    QTest::newRow("the RGB panel") << &ZvRGBWnd::staticMetaObject
+                                   << signaturesOf(
+                                          {"redColorChanged(int)", "greenColorChanged(int)", "blueColorChanged(int)",
+                                           "slot_RGBSliderChanged(ZvRGBSlider::CUR_COLOR,int)", "slot_keyR_triggered()",
+                                           "slot_keyG_triggered()", "slot_keyB_triggered()"});
+    QTest::newRow("the tab") << &ZvTrueColorWnd::staticMetaObject
+                             << signaturesOf({"slot_switchColorMode(int)", "slot_redColorChanged(int)",
+                                              "slot_greenColorChanged(int)", "slot_blueColorChanged(int)",
+                                              "slot_KeyC_clicked()", "slot_KeyM_clicked()"});
+}
+
+void TestTrueColorTab::methodsAreAsTold()
+{
+    QFETCH(MetaType, type);
+    QFETCH(QStringList, methods);
+    QCOMPARE(ownMethods(*type), methods);
 }
 
 // ---- conversions ----------------------------------------------------------------------------------------------------
@@ -279,6 +326,28 @@ void TestTrueColorTab::conversionsRoundAlike()
             }
         }
     }
+}
+
+void TestTrueColorTab::coloursSurviveHslWithinTheRounding()
+{
+    // Half a degree and half a per cent of saturation and of lightness: five steps of a component together.
+    int farthest = 0;
+    for (int red = 0; red <= 255; red += 15) {
+        for (int green = 0; green <= 255; green += 15) {
+            for (int blue = 0; blue <= 255; blue += 15) {
+                short h = -1;
+                short s = -1;
+                short l = -1;
+                rgbToHsl(short(red), short(green), short(blue), h, s, l);
+                short r = -1;
+                short g = -1;
+                short b = -1;
+                hslToRgb(h, s, l, r, g, b);
+                farthest = std::max({farthest, qAbs(r - red), qAbs(g - green), qAbs(b - blue)});
+            }
+        }
+    }
+    QVERIFY2(farthest > 0 && farthest <= 5, qPrintable(QString::number(farthest)));
 }
 
 // ---- how it is built ------------------------------------------------------------------------------------------------
@@ -370,6 +439,8 @@ void TestTrueColorTab::rgbPanelIsAsTold()
         QCOMPARE(tab.component(i)->maximum(), 255);
         QCOMPARE(tab.component(i)->height(), 18);
         QVERIFY(tab.slider(i)->width() >= 240 && tab.slider(i)->height() >= 23);
+        QCOMPARE(tab.slider(i)->minimumSize(), QSize(0, 0)); // no fixed size
+        QCOMPARE(tab.slider(i)->maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
     }
 }
 
@@ -390,6 +461,41 @@ void TestTrueColorTab::pictureOfTheFieldIsAsTold()
                 QVERIFY(qAbs(qBlue(color) - qBlue(end)) <= 14);
             }
         }
+    }
+}
+
+void TestTrueColorTab::newTabIsWhite()
+{
+    const ColorDialogRun run(ColorKeys{});
+    for (const Mode mode : {kHsl, kRgb}) {
+        run.modeCombo()->setCurrentIndex(mode);
+        const ZvTrueColorWnd fresh(run.dialog);
+        QStringList texts;
+        for (const QLabel *label : fresh.findChildren<QLabel *>())
+            texts << label->text();
+        for (const char *text : {"  红:   255", "  绿:   255", "  蓝:   255"})
+            QVERIFY(texts.contains(QString::fromUtf8(text)));
+        QCOMPARE(fresh.findChild<ZvColorLabel *>()->styleSheet(),
+                 QStringLiteral("QLabel { background-color : white; color : gray; }"));
+        QCOMPARE(fresh.findChild<QComboBox *>()->currentIndex(), int(mode));
+        QCOMPARE(fresh.findChild<ZvHSLWnd *>() != nullptr, mode == kHsl);
+        QCOMPARE(fresh.findChild<ZvRGBWnd *>() != nullptr, mode == kRgb);
+    }
+}
+
+void TestTrueColorTab::newSlidersHaveColoursOfTheirOwn()
+{
+    ZvRGBWnd panel;
+    panel.setRGB(0, 0, 0); // where the spin boxes stand already: the sliders are not told
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+    const int made[3][3] = {{50, 23, 56}, {50, 90, 56}, {50, 23, 120}};
+    for (int channel = 0; channel < 3; ++channel) {
+        ZvRGBSlider *slider = panel.findChildren<ZvRGBSlider *>().at(channel);
+        slider->resize(240, 23);
+        COMPARE_PICTURES(
+            pictureOf(slider),
+            expectedSlider(slider->size(), channel, made[channel][0], made[channel][1], made[channel][2], 0, 1));
     }
 }
 
@@ -496,6 +602,84 @@ void TestTrueColorTab::textIsValidated()
     // but the tab has it from now on
     tab.modeCombo()->setCurrentIndex(kRgb);
     QCOMPARE(tab.rgbValues(), accepted ? (QList<int>{1, 22, 255}) : (QList<int>{10, 20, 30}));
+}
+
+namespace {
+
+typedef QWidget *(*MakePicker)();
+typedef void (*UsePicker)(QWidget *picker);
+
+QWidget *makeField()
+{
+    return new ZvHSLPallete;
+}
+
+QWidget *makeStrip()
+{
+    return new ZvColorLightWnd;
+}
+
+QWidget *makeSlider()
+{
+    return new ZvRGBSlider(ZvRGBSlider::kRed, 1, 2, 3, 240, 23);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(MakePicker)
+Q_DECLARE_METATYPE(UsePicker)
+
+void TestTrueColorTab::pickersRepaintAtOnce_data()
+{
+    QTest::addColumn<MakePicker>("make");
+    QTest::addColumn<UsePicker>("use");
+    QTest::addColumn<int>("paints");
+    const UsePicker press = [](QWidget *picker) { sendMouse(picker, QEvent::MouseButtonPress, QPointF(9, 9)); };
+    const UsePicker move = [](QWidget *picker) { sendMouse(picker, QEvent::MouseMove, QPointF(9, 9)); };
+    const struct
+    {
+        const char *name;
+        MakePicker make;
+        UsePicker use;
+        int paints;
+    } rows[] = {
+        {"field, press", makeField, press, 1},
+        {"field, a move without a press", makeField, move, 0},
+        {"field, a colour to show", makeField,
+         [](QWidget *picker) { static_cast<ZvHSLPallete *>(picker)->setHS(7, 7); }, 1},
+        {"strip, press", makeStrip, press, 1},
+        {"strip, move", makeStrip, move, 1},
+        {"strip, a lightness to show", makeStrip,
+         [](QWidget *picker) { static_cast<ZvColorLightWnd *>(picker)->setPos(7); }, 1},
+        {"strip, a hue to show", makeStrip,
+         [](QWidget *picker) { static_cast<ZvColorLightWnd *>(picker)->setHueAndSaturation(7, 7); }, 1},
+        {"slider, press", makeSlider, press, 1},
+        {"slider, move", makeSlider, move, 1},
+        {"slider, red", makeSlider, [](QWidget *picker) { static_cast<ZvRGBSlider *>(picker)->setRed(7); }, 1},
+        {"slider, green", makeSlider, [](QWidget *picker) { static_cast<ZvRGBSlider *>(picker)->setGreen(7); }, 1},
+        {"slider, blue", makeSlider, [](QWidget *picker) { static_cast<ZvRGBSlider *>(picker)->setBlue(7); }, 1},
+        {"slider, a value to show", makeSlider,
+         [](QWidget *picker) { static_cast<ZvRGBSlider *>(picker)->setPos(255); }, 1},
+        {"slider, a value beyond all", makeSlider,
+         [](QWidget *picker) { static_cast<ZvRGBSlider *>(picker)->setPos(256); }, 0},
+    };
+    for (const auto &row : rows)
+        QTest::newRow(row.name) << row.make << row.use << row.paints;
+}
+
+void TestTrueColorTab::pickersRepaintAtOnce()
+{
+    QFETCH(MakePicker, make);
+    QFETCH(UsePicker, use);
+    QFETCH(int, paints);
+    const QScopedPointer<QWidget> picker(make());
+    picker->resize(240, 170);
+    picker->show();
+    QVERIFY(QTest::qWaitForWindowExposed(picker.data()));
+    QCoreApplication::processEvents();
+    const PaintCount count(picker.data());
+    use(picker.data());
+    QCOMPARE(count.count, paints);
 }
 
 // ---- the field ------------------------------------------------------------------------------------------------------
@@ -868,6 +1052,17 @@ void TestTrueColorTab::hslTellsRedBlueGreen()
     QCOMPARE(told, (QStringList{QStringLiteral("r0"), QStringLiteral("b0"), QStringLiteral("g255")}));
 }
 
+void TestTrueColorTab::newColourIsToldRedGreenBlue()
+{
+    ZvRGBWnd panel;
+    QStringList told;
+    connect(&panel, &ZvRGBWnd::redColorChanged, this, [&](int value) { told << QStringLiteral("r%1").arg(value); });
+    connect(&panel, &ZvRGBWnd::greenColorChanged, this, [&](int value) { told << QStringLiteral("g%1").arg(value); });
+    connect(&panel, &ZvRGBWnd::blueColorChanged, this, [&](int value) { told << QStringLiteral("b%1").arg(value); });
+    panel.setRGB(1, 2, 3);
+    QCOMPARE(told, (QStringList{QStringLiteral("r1"), QStringLiteral("g2"), QStringLiteral("b3")}));
+}
+
 void TestTrueColorTab::sliderTellsItsChannelTwice()
 {
     ZvRGBWnd panel;
@@ -953,6 +1148,25 @@ void TestTrueColorTab::modeSwitchKeepsTheColour()
     tab.modeCombo()->setCurrentIndex(kHsl);
     tab.lightness()->setValue(100);
     QCOMPARE(tab.text(), QStringLiteral("255,255,255"));
+}
+
+void TestTrueColorTab::rgbModeConvertsNothing()
+{
+    // There and back again: by its components the colour is the same, by lightness it has become what its hue,
+    // saturation and lightness make.
+    Tab tab(kRgb, 13, 77, 201);
+    QVERIFY(tab.show());
+    tab.component(0)->stepUp();
+    tab.component(0)->stepDown();
+    QCOMPARE(tab.text(), QStringLiteral("13,77,201"));
+    tab.modeCombo()->setCurrentIndex(kHsl);
+    QCOMPARE(tab.text(), QStringLiteral("13,77,201"));
+    const QList<int> shown = tab.hslValues();
+    tab.lightness()->stepUp();
+    tab.lightness()->stepDown();
+    QCOMPARE(tab.hslValues(), shown);
+    QCOMPARE(tab.text(), rgbText(hsl(shown[0], shown[1], shown[2])));
+    QVERIFY(tab.text() != QStringLiteral("13,77,201"));
 }
 
 void TestTrueColorTab::modeIsRememberedForTheProcess()
