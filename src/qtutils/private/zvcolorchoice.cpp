@@ -8,6 +8,22 @@
 
 #include "core/zvui.h"
 
+namespace {
+
+std::uint32_t packed(const ZvCmColor &color)
+{
+    return zvToPacked(color);
+}
+
+/// Of a word the bytes as they stand: one by pen, which says nothing of a colour, is shown by them in the lists too.
+std::uint32_t packed(const ZvCmEntityColor &color)
+{
+    const QRgb word = color.color();
+    return zvPackRgb(qRed(word), qGreen(word), qBlue(word));
+}
+
+} // namespace
+
 template <class Color> ZvColorChoice zvColorChoiceOf(const Color &color)
 {
     switch (color.colorMethod()) {
@@ -16,7 +32,7 @@ template <class Color> ZvColorChoice zvColorChoiceOf(const Color &color)
     case ZvCm::kByACI:
         return {color.colorMethod(), color.colorIndex()};
     default:
-        return {color.colorMethod(), zvToPacked(color)};
+        return {color.colorMethod(), packed(color)};
     }
 }
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "colordialoganswer.h"
 #include "colordialogrun.h"
 #include "combodriver.h"
 #include "drawingtest.h"
+#include "metamethods.h"
 #include "noticecases.h"
 
 #include "zvcolorcombobox.h"
@@ -139,6 +141,7 @@ private Q_SLOTS:
     void colourTextsAreRefused();
 
     // construction
+    void methodsAreAsTold();
     void threeWaysOfMakingOne();
     void colourAtConstructionIsShown_data();
     void colourAtConstructionIsShown();
@@ -203,6 +206,7 @@ private Q_SLOTS:
     void rowWithoutARecordShowsAMessage_data();
     void rowWithoutARecordShowsAMessage();
     void keyboardGoesBackToTheDrawing();
+    void keyboardGoesBackAfterACancelledDialog();
 
     // opening the list
     void listOpens_data();
@@ -217,19 +221,24 @@ private Q_SLOTS:
     // the dialog
     void dialogIsAskedForTheOldColour_data();
     void dialogIsAskedForTheOldColour();
+    void dialogIsAskedAsTold_data();
+    void dialogIsAskedAsTold();
     void cancelGoesBack();
     void oldColourStandsBehindTheDialog();
     void dialogColourIsPicked_data();
     void dialogColourIsPicked();
     void dialogPickByButtons();
     void knownColourAddsNoRow();
-    void byLayerLeavesTheFirstRowToGoBackTo();
+    void placesToGoBackToAreFixed_data();
+    void placesToGoBackToAreFixed();
     void foundByValueGoesBackToTheColourBefore();
     void forbiddenByViewStyle_data();
     void forbiddenByViewStyle();
     void addedColourIsKeptAndWritten();
     void answersOfAnotherDialog_data();
     void answersOfAnotherDialog();
+    void answersWithoutARowBecomeBlack_data();
+    void answersWithoutARowBecomeBlack();
     void missingDialogChangesNothing();
     void deletedWhileTheDialogRuns();
     void noticeBehindTheDialogWritesNothing();
@@ -386,6 +395,10 @@ void TestColorComboBox::byBlockWithALayerHasNoColour()
     QCOMPARE(data.name, QStringLiteral("ByBlock"));
     QCOMPARE(data.type, 1);
     QVERIFY(!data.color.isValid());
+    // an erased layer counts as none
+    const ZvDbObjectId erased = addLayer(L"Gone");
+    change<ZvDbLayerTableRecord>(erased, [](ZvDbLayerTableRecord &record) { record.erase(); });
+    QCOMPARE(formatColor(word(ZvCm::kByBlock), countingPalette(), erased).color, QColor(7, 1, 2));
 }
 
 void TestColorComboBox::nullPaletteIsBlack()
@@ -461,6 +474,12 @@ void TestColorComboBox::colourTextsAreRefused()
 }
 
 // ---- construction ---------------------------------------------------------------------------------------------------
+
+void TestColorComboBox::methodsAreAsTold()
+{
+    QCOMPARE(ownMethods(ZvColorComboBox::staticMetaObject),
+             signaturesOf({"ColorItemChanged(QColor)", "currentColorIndexChanged(int)", "on_activated(int)"}));
+}
 
 void TestColorComboBox::threeWaysOfMakingOne()
 {
@@ -803,10 +822,17 @@ void TestColorComboBox::subclassSeesTheHooks()
     {
     public:
         using ZvColorComboBox::ZvColorComboBox;
-        void subInit() override { AppendColorItem(QColor(1, 1, 1), QStringLiteral("sub")); }
+        void subInit() override
+        {
+            AppendColorItem(QColor(1, 1, 1), QStringLiteral("sub"));
+            isQuiet = !hooked && signalsBlocked();
+        }
+        bool isQuiet = false;
     };
-    Subclass combo(nullptr);
+    Subclass combo(true, nullptr);
     combo.setViewStyle(7);
+    QVERIFY(combo.isQuiet); // while it is filled
+    QVERIFY(combo.hooked && !combo.signalsBlocked());
     QStringList expected = kDefaultRows;
     expected.insert(kSelectRow, QStringLiteral("sub"));
     QCOMPARE(rowsOf(combo), expected);
@@ -880,6 +906,10 @@ void TestColorComboBox::indexIsFoundOrAdded()
     ZvColorComboBox plain(nullptr);
     plain.setViewStyle(0);
     QCOMPARE(plain.itemText(plain.FindColor(10)), QStringLiteral("RGB(255, 0, 0)"));
+    ColorData foreign = formatColor(indexWord(30), zvsiutCurPalette(), ZvDbObjectId());
+    foreign.type = kColorItemForeign;
+    plain.AppendColorItem(foreign);
+    QCOMPARE(plain.itemText(plain.FindColor(30)), QStringLiteral("RGB(255, 127, 0)")); // not the foreign row
 }
 
 void TestColorComboBox::colourOfARow()
@@ -1245,6 +1275,27 @@ void TestColorComboBox::keyboardGoesBackToTheDrawing()
     QVERIFY(runCommands());
 }
 
+void TestColorComboBox::keyboardGoesBackAfterACancelledDialog()
+{
+    QWidget window;
+    QWidget view(&window);
+    view.setFocusPolicy(Qt::StrongFocus);
+    ZvColorComboBox combo(true, &window);
+    const FocusView focus(&view);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(zevaWaitForActive(&window));
+    combo.setCurrentIndex(kSelectRow - 1);
+    QVERIFY(runCommands());
+    combo.setFocus();
+    ModalDriver driver;
+    driver.next([](QDialog *dialog) { dialog->reject(); });
+    QTest::keyClick(&combo, Qt::Key_Down); // to the dialog's row
+    QVERIFY(driver.finished());
+    QCOMPARE(combo.currentIndex(), kSelectRow - 1);
+    QCOMPARE(window.focusWidget(), &view); // the keyboard itself comes when the window is the active one again
+}
+
 // ---- opening the list -----------------------------------------------------------------------------------------------
 
 void TestColorComboBox::listOpens_data()
@@ -1498,6 +1549,50 @@ void TestColorComboBox::dialogIsAskedForTheOldColour()
     QVERIFY(isParent);
 }
 
+void TestColorComboBox::dialogIsAskedAsTold_data()
+{
+    QTest::addColumn<ZvCmEntityColor>("color");
+    QTest::addColumn<unsigned>("style");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("forbids");
+    QTest::newRow("by layer") << word(ZvCm::kByLayer) << 7u << 192 << 256 << false;
+    QTest::newRow("by block") << word(ZvCm::kByBlock) << 7u << 193 << 0 << false;
+    QTest::newRow("by index") << indexWord(42) << 7u << 195 << 42 << false;
+    QTest::newRow("true colour, red lowest") << rgbWord(10, 20, 30) << 7u << 194 << packed(10, 20, 30) << false;
+    QTest::newRow("none as red") << word(ZvCm::kNone) << 7u << 195 << 1 << false;
+    QTest::newRow("by pen by the bytes of its word")
+        << word(ZvCm::kByPen, 0x0A141E) << 7u << 196 << packed(10, 20, 30) << false;
+    QTest::newRow("without by layer and by block") << indexWord(42) << 2u << 195 << 42 << true;
+}
+
+void TestColorComboBox::dialogIsAskedAsTold()
+{
+    QFETCH(ZvCmEntityColor, color);
+    QFETCH(unsigned, style);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    QFETCH(bool, forbids);
+    change<ZvDbLayerTableRecord>(drawing().clayer(),
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(rgbWord(9, 8, 7))); });
+    ZvColorComboBox combo(false, nullptr);
+    combo.setViewStyle(style);
+    ColorData mine = formatColor(color, zvsiutCurPalette(), ZvDbObjectId());
+    mine.name = QStringLiteral("mine");
+    combo.setCurrentIndex(combo.AppendColorItem(mine));
+    const ColorDialogAnswer answer(2, 0, 0);
+    combo.setCurrentIndex(combo.count() - 1);
+    QCOMPARE(answer.asked.name, ZvString(L"ColorDialog"));
+    QCOMPARE(answer.asked.parent, static_cast<void *>(static_cast<QWidget *>(&combo)));
+    QVERIFY(!answer.asked.hasHelper);
+    QStringList expected{QStringLiteral("clrMethod=%1").arg(method), QStringLiteral("selectClr=%1").arg(value),
+                         QStringLiteral("backgroundColor=%1").arg(int(0xFF30281E)),
+                         QStringLiteral("layerClr=%1").arg(packed(9, 8, 7))};
+    if (forbids)
+        expected << QStringLiteral("isByLayerEnable=0") << QStringLiteral("isByBLockEnable=0");
+    QCOMPARE(answer.asked.params, expected);
+}
+
 void TestColorComboBox::cancelGoesBack()
 {
     ZvColorComboBox combo(true, nullptr);
@@ -1604,20 +1699,34 @@ void TestColorComboBox::knownColourAddsNoRow()
     }
 }
 
-void TestColorComboBox::byLayerLeavesTheFirstRowToGoBackTo()
+void TestColorComboBox::placesToGoBackToAreFixed_data()
 {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("picked");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("after"); // the next dialog is cancelled
+    QTest::newRow("by layer goes back to the first row") << "ByLayer(&L)"
+                                                         << "ByLayer" << 1 << "无";
+    QTest::newRow("by block goes back to the second row") << "ByBlock(&K)"
+                                                          << "ByBlock" << 2 << "ByLayer";
+}
+
+void TestColorComboBox::placesToGoBackToAreFixed()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, picked);
+    QFETCH(int, row);
+    QFETCH(QString, after);
     ZvColorComboBox combo(false, nullptr);
-    combo.SetUseColorNone();
+    combo.SetUseColorNone(); // in front of by layer and by block
     combo.setCurrentIndex(5);
-    QCOMPARE(pickFromDialog(combo,
-                            [](QDialog *dialog) {
-                                press(dialog, QStringLiteral("ByLayer(&L)"));
-                                press(dialog, QStringLiteral("确定"));
-                            }),
-             QStringLiteral("ByLayer"));
-    QCOMPARE(combo.currentIndex(), 1);
-    // a cancelled dialog now goes to row 0, which is not ByLayer
-    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("无"));
+    const auto choose = [&button](QDialog *dialog) {
+        press(dialog, button);
+        press(dialog, QStringLiteral("确定"));
+    };
+    QCOMPARE(pickFromDialog(combo, choose), picked);
+    QCOMPARE(combo.currentIndex(), row);
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), after);
 }
 
 void TestColorComboBox::foundByValueGoesBackToTheColourBefore()
@@ -1678,44 +1787,6 @@ void TestColorComboBox::addedColourIsKeptAndWritten()
     QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("RGB:10,20,30"));
 }
 
-namespace {
-
-/// What a host's own colour dialog answers.
-struct Answer
-{
-    int result = 1; // 0: none at all
-    int method = 0;
-    int value = 0;
-};
-Answer s_answer;
-ZvRxObjectPtr s_ownService;
-
-class AnsweringDialog : public ZvQtUIModeDialogBase
-{
-public:
-    int doModal() override
-    {
-        zv_arbitDict_regservice(L"Dialog/Common", s_ownService); // writes travel through it
-        if (s_answer.result == 0)
-            return -1;
-        m_pParams->SetDataI("clrMethod", s_answer.method);
-        m_pParams->SetDataI("selectClr", s_answer.value);
-        m_pResult->SetDataI("result", s_answer.result);
-        return s_answer.result;
-    }
-};
-
-class AnsweringService : public ZvUiService
-{
-public:
-    ZvUiDialogBasePtr createDialog(const ZvString &, void *) override
-    {
-        return ZvUiDialogBasePtr::adopt(new ZvQtRxObjectImpl<AnsweringDialog>);
-    }
-};
-
-} // namespace
-
 void TestColorComboBox::answersOfAnotherDialog_data()
 {
     QTest::addColumn<int>("result");
@@ -1748,14 +1819,36 @@ void TestColorComboBox::answersOfAnotherDialog()
     ZvColorComboBox combo(true, nullptr);
     combo.setCurrentIndex(4);
     QVERIFY(runCommands());
-    s_ownService = ZvRxObjectPtr(ModuleSession::dialogService());
-    zv_arbitDict_regservice(L"Dialog/Common", ZvRxObjectPtr::adopt(new ZvRxObjectImpl<AnsweringService>));
-    s_answer = {result, method, value};
+    const ColorDialogAnswer answer(result, method, value);
     combo.setCurrentIndex(kSelectRow);
-    s_ownService = nullptr;
     QVERIFY(runCommands());
     QCOMPARE(combo.currentText(), text);
     QCOMPARE(currentColor().color(), written.color());
+}
+
+void TestColorComboBox::answersWithoutARowBecomeBlack_data()
+{
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::newRow("by layer") << 192 << 256;
+    QTest::newRow("by block") << 193 << 0;
+}
+
+void TestColorComboBox::answersWithoutARowBecomeBlack()
+{
+    QFETCH(int, method);
+    QFETCH(int, value);
+    ZvColorComboBox combo(true, nullptr);
+    combo.setViewStyle(2); // the colours and the dialog's row
+    combo.setCurrentIndex(2);
+    QVERIFY(runCommands());
+    const ColorDialogAnswer answer(1, method, value);
+    combo.setCurrentIndex(combo.count() - 1);
+    QVERIFY(runCommands());
+    QCOMPARE(combo.currentText(), QStringLiteral("RGB:0,0,0"));
+    QCOMPARE(currentColor().color(), rgbWord(0, 0, 0).color());
+    // the row added is the one to go back to
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("RGB:0,0,0"));
 }
 
 void TestColorComboBox::missingDialogChangesNothing()
