@@ -424,26 +424,32 @@ void TestQtTaskDialog::windowIconIsTheFileOnDemand_data()
 {
     QTest::addColumn<int>("options");
     QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("isSet");
-    QTest::newRow("no options") << 0 << 48 << false;
-    QTest::newRow("links only") << 1 << 48 << false;
-    QTest::newRow("window icon") << 2 << 48 << true;
-    QTest::newRow("both") << 3 << 48 << true;
-    QTest::newRow("window icon without a file") << 2 << 0 << false;
+    QTest::addColumn<QString>("mainIcon");
+    QTest::addColumn<QColor>("color"); // invalid: no icon is set
+    const QColor none;
+    QTest::newRow("no options") << 0 << 48 << QString() << none;
+    QTest::newRow("links only") << 1 << 48 << QString() << none;
+    QTest::newRow("window icon") << 2 << 48 << QString() << DialogPictures::information();
+    QTest::newRow("both") << 3 << 48 << QString() << DialogPictures::information();
+    QTest::newRow("window icon without a file") << 2 << 0 << QString() << none;
+    QTest::newRow("the caller's file") << 2 << 0 << m_pictures->path("error.png") << DialogPictures::error();
+    QTest::newRow("the caller's file is missing") << 2 << 0 << m_pictures->path("absent.png") << none;
 }
 
 void TestQtTaskDialog::windowIconIsTheFileOnDemand()
 {
     QFETCH(int, options);
     QFETCH(int, type);
-    QFETCH(bool, isSet);
+    QFETCH(QString, mainIcon);
+    QFETCH(QColor, color);
     const ZvJsonPtr params = makeParams(kTexts);
     params->SetDataI("options", options);
     params->SetDataI("dlgtype", type);
+    params->SetDataS("mainicon", mainIcon.toUtf8().constData());
     const Task task(params);
-    QCOMPARE(task.dialog->testAttribute(Qt::WA_SetWindowIcon), isSet);
-    QVERIFY(!isSet
-            || task.dialog->windowIcon().pixmap(16, 16).toImage().pixelColor(8, 4) == DialogPictures::information());
+    QCOMPARE(task.dialog->testAttribute(Qt::WA_SetWindowIcon), color.isValid());
+    if (color.isValid())
+        QCOMPARE(task.dialog->windowIcon().pixmap(16, 16).toImage().pixelColor(8, 4), color);
 }
 
 void TestQtTaskDialog::textsStandBelowOneAnother_data()
@@ -823,7 +829,11 @@ void TestQtTaskDialog::maskOneDisablesTheLoneOkButton()
 {
     const ZvJsonPtr params = makeParams(kButtons, kCallersButtons);
     params->SetDataI("nDisabledButtonMask", 1);
-    QVERIFY(!Task(params).buttons().first()->isEnabled());
+    {
+        const Task task(params);
+        QVERIFY(!task.buttons().first()->isEnabled());
+        QVERIFY(wasMadeAutoDefault(task.buttons().first()));
+    }
     params->SetDataI("nDisabledButtonMask", 2);
     QVERIFY(Task(params).buttons().first()->isEnabled());
 }
@@ -848,10 +858,14 @@ void TestQtTaskDialog::buttonsStandAtTheRight()
 void TestQtTaskDialog::focusBitMakesTheAutoDefault_data()
 {
     QTest::addColumn<int>("bit");
-    QTest::addColumn<int>("id");
+    QTest::addColumn<int>("id"); // 0: none of them
+    QTest::newRow("missing means none") << kMissing << 0;
     QTest::newRow("yes") << 2 << 6;
     QTest::newRow("no") << 4 << 7;
     QTest::newRow("cancel") << 8 << 2;
+    QTest::newRow("a button that is not there: none") << 32 << 0;
+    QTest::newRow("two bits at once: none") << 6 << 0;
+    QTest::newRow("an id is no bit") << 7 << 0;
 }
 
 void TestQtTaskDialog::focusBitMakesTheAutoDefault()
@@ -859,7 +873,8 @@ void TestQtTaskDialog::focusBitMakesTheAutoDefault()
     QFETCH(int, bit);
     QFETCH(int, id);
     const ZvJsonPtr params = makeParams(kButtons, 2 | 4 | 8);
-    params->SetDataI("focusFlagBtnId", bit);
+    if (bit != kMissing)
+        params->SetDataI("focusFlagBtnId", bit);
     const Task task(params);
     const QList<QPushButton *> buttons = task.buttons();
     for (QPushButton *button : buttons) {
@@ -871,21 +886,25 @@ void TestQtTaskDialog::focusBitMakesTheAutoDefault()
 void TestQtTaskDialog::pressAnswersTheId_data()
 {
     QTest::addColumn<int>("flag");
+    QTest::addColumn<QStringList>("texts");
     QTest::addColumn<int>("position");
     QTest::addColumn<int>("id");
+    const QStringList three = {QStringLiteral("甲"), QStringLiteral("乙"), QStringLiteral("丙")};
     for (int i = 0; i < standards().size(); ++i)
-        QTest::addRow("standard button %d", i) << 63 << i << standards().at(i).id;
+        QTest::addRow("standard button %d", i) << 63 << three << i << standards().at(i).id;
     for (int i = 0; i < 3; ++i)
-        QTest::addRow("the caller's button %d", i) << kCallersButtons << i << i;
+        QTest::addRow("the caller's button %d", i) << kCallersButtons << three << i << i;
+    QTest::newRow("no text of the caller's: OK is 1, not 0") << kCallersButtons << QStringList() << 0 << 1;
 }
 
 void TestQtTaskDialog::pressAnswersTheId()
 {
     QFETCH(int, flag);
+    QFETCH(QStringList, texts);
     QFETCH(int, position);
     QFETCH(int, id);
     const ZvJsonPtr params = makeParams(kTexts | kButtons, flag);
-    setTexts(params, "btnText", {QStringLiteral("甲"), QStringLiteral("乙"), QStringLiteral("丙")});
+    setTexts(params, "btnText", texts);
     const Task task(params);
     ModalDriver driver;
     driver.next([&](QDialog *) { QTest::mouseClick(task.buttons().at(position), Qt::LeftButton); });
