@@ -10,11 +10,13 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColor>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -249,6 +251,7 @@ struct SeenBox
     QString title;
     QString text;
     QStringList buttons;
+    QColor icon; ///< Of its picture; invalid without one.
 };
 
 /// Notes a message box and presses the button whose text begins so.
@@ -257,8 +260,12 @@ inline ModalDriver::Action answerBox(SeenBox &seen, const QString &button)
     return [&seen, button](QDialog *dialog) {
         seen.title = dialog->windowTitle();
         const QList<QLabel *> labels = dialog->findChildren<QLabel *>();
-        for (const QLabel *label : labels)
+        for (const QLabel *label : labels) {
             seen.text += label->text();
+            const QImage picture = label->pixmap(Qt::ReturnByValue).toImage();
+            if (!picture.isNull())
+                seen.icon = picture.pixelColor(picture.rect().center());
+        }
         QAbstractButton *pressed = nullptr;
         const QList<QAbstractButton *> buttons = dialog->findChildren<QAbstractButton *>();
         for (QAbstractButton *one : buttons) {

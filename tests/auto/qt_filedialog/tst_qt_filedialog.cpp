@@ -58,6 +58,8 @@ class TestQtFileDialog : public ZevaTest
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
     void init();
     void cleanup();
 
@@ -78,6 +80,8 @@ private Q_SLOTS:
     void startFolderComesFromDir();
     void proposedNameTakesTheFiltersExtension_data();
     void proposedNameTakesTheFiltersExtension();
+    void proposedNameAmongOtherKeys_data();
+    void proposedNameAmongOtherKeys();
     void pickedFilterChangesTheExtension_data();
     void pickedFilterChangesTheExtension();
     void templateFilterGoesToTheTemplates_data();
@@ -124,7 +128,19 @@ private Q_SLOTS:
 private:
     std::unique_ptr<ModuleSession> m_session;
     std::unique_ptr<FileTree> m_tree;
+    std::unique_ptr<DialogPictures> m_pictures; // of the messages
 };
+
+void TestQtFileDialog::initTestCase()
+{
+    m_pictures = std::make_unique<DialogPictures>();
+    QVERIFY(m_pictures->isReady);
+}
+
+void TestQtFileDialog::cleanupTestCase()
+{
+    m_pictures.reset();
+}
 
 void TestQtFileDialog::init()
 {
@@ -410,6 +426,25 @@ void TestQtFileDialog::proposedNameTakesTheFiltersExtension()
     QCOMPARE(box.dialog->directory().path(), m_tree->path("out"));
 }
 
+void TestQtFileDialog::proposedNameAmongOtherKeys_data()
+{
+    QTest::addColumn<BagKeys>("keys");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("the extension is that of \"defFilter\"") << BagKeys{{"defFilter", kPictures}} << "plan.xyz";
+    QTest::newRow("\"useFilterIdx\" comes too late for it") << BagKeys{{"useFilterIdx", 1}} << "plan.abc";
+    QTest::newRow("a file in \"dir\" takes its place")
+        << BagKeys{{"dir", QDir::tempPath() + "/other.xyz"}} << "other.xyz";
+}
+
+void TestQtFileDialog::proposedNameAmongOtherKeys()
+{
+    QFETCH(BagKeys, keys);
+    QFETCH(QString, shown);
+    keys << BagKey("saveDefName", "plan.old") << BagKey("filter", kTwo);
+    const FileDialog box(keys);
+    QCOMPARE(box.edit()->text(), shown);
+}
+
 void TestQtFileDialog::pickedFilterChangesTheExtension_data()
 {
     QTest::addColumn<BagKeys>("keys");
@@ -442,6 +477,11 @@ void TestQtFileDialog::pickedFilterChangesTheExtension_data()
                                                           << "plan.*";
     QTest::newRow("all files, fall back") << BagKeys{{"filter", withAll}, {"defFilter", kPictures}} << 2 << "plan.abc"
                                           << "plan.xyz";
+    QTest::newRow("without extension, the next entry's is all files: fall back")
+        << BagKeys{{"filter", "Any (*);;" + kAll}, {"defFilter", kPictures}, {"useFilterIdx", 1}} << 0 << "plan"
+        << "plan.xyz";
+    QTest::newRow("that of the templates") << BagKeys{{"filter", kDrawings + ";;" + kTemplates}} << 1 << "plan"
+                                           << "plan.dwt";
     QTest::newRow("several patterns: the last")
         << BagKeys{{"filter", kDrawings + ";;Both (*.abc *.def)"}} << 1 << "plan"
         << "plan.def";
@@ -544,6 +584,7 @@ void TestQtFileDialog::missingFileIsRefused()
     QCOMPARE(box.adapter->doModal(), 2);
     QVERIFY(driver.finished());
     QVERIFY(staysOpen);
+    QVERIFY(!seen.icon.isValid());
     QCOMPARE(seen.title, QStringLiteral("打开未找到文件"));
     QCOMPARE(seen.text, QStringLiteral("missing.abc\n文件名无效"));
     QCOMPARE(seen.buttons, QStringList{QStringLiteral("关闭(&C)")});
@@ -554,11 +595,13 @@ void TestQtFileDialog::openedFilesAreTold_data()
     QTest::addColumn<bool>("several");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QStringList>("files");
-    QTest::newRow("one") << false << "a.abc" << QStringList{"a.abc"};
-    QTest::newRow("Chinese") << false << QStringLiteral("平面图.abc") << QStringList{QStringLiteral("平面图.abc")};
-    QTest::newRow("blanks in the name") << false << "two words.abc" << QStringList{"two words.abc"};
-    QTest::newRow("several wanted, one taken") << true << "a.abc" << QStringList{"a.abc"};
-    QTest::newRow("several") << true << "\"b.abc\" \"a.abc\"" << QStringList{"b.abc", "a.abc"};
+    QTest::addColumn<int>("filter");
+    QTest::newRow("one") << false << "a.abc" << QStringList{"a.abc"} << 0;
+    QTest::newRow("Chinese") << false << QStringLiteral("平面图.abc") << QStringList{QStringLiteral("平面图.abc")} << 0;
+    QTest::newRow("blanks in the name") << false << "two words.abc" << QStringList{"two words.abc"} << 0;
+    QTest::newRow("several wanted, one taken") << true << "a.abc" << QStringList{"a.abc"} << 0;
+    QTest::newRow("several") << true << "\"b.abc\" \"a.abc\"" << QStringList{"b.abc", "a.abc"} << 0;
+    QTest::newRow("of the filter that was picked") << false << "a.xyz" << QStringList{"a.xyz"} << 1;
 }
 
 void TestQtFileDialog::openedFilesAreTold()
@@ -566,16 +609,21 @@ void TestQtFileDialog::openedFilesAreTold()
     QFETCH(bool, several);
     QFETCH(QString, typed);
     QFETCH(QStringList, files);
+    QFETCH(int, filter);
     QStringList told;
     for (const QString &file : files)
         told << file + QLatin1Char('|') + m_tree->addFile("in/" + file);
     const FileDialog box({{"Open", true}, {"MutiFile", several}, {"filter", kTwo}, {"dir", m_tree->path("in")}});
     ModalDriver driver;
-    driver.next(typeAndAccept(typed));
+    driver.next([&](QDialog *dialog) {
+        pickFilter(dialog, filter);
+        typeName(dialog, typed);
+        pressReturn(dialog);
+    });
     QCOMPARE(box.adapter->doModal(), 1);
     QVERIFY(driver.finished());
     QCOMPARE(filesOf(box.result()), told);
-    QCOMPARE(textOf(box.result(), "useFilter"), kDrawings);
+    QCOMPARE(textOf(box.result(), "useFilter"), filter == 0 ? kDrawings : kPictures);
     QCOMPARE(keysOf(box.result()), (QStringList{"filePaths", "result", "useFilter"}));
 }
 
@@ -655,6 +703,7 @@ void TestQtFileDialog::refusedCharacters_data()
         QTest::addRow("%c", c) << QStringLiteral("plan%1").arg(QLatin1Char(c));
         QTest::addRow("%c at the start", c) << QStringLiteral("%1plan.abc").arg(QLatin1Char(c));
     }
+    QTest::newRow("before the length is looked at") << QString(300, 'a') + '=';
 }
 
 void TestQtFileDialog::refusedCharacters()
@@ -675,6 +724,7 @@ void TestQtFileDialog::refusedCharacters()
     QVERIFY(staysOpen);
     QCOMPARE(seen.title, QStringLiteral("另存为"));
     QCOMPARE(seen.text, QStringLiteral(" %1 \n文件名无效。").arg(name));
+    QCOMPARE(seen.icon, DialogPictures::warning());
     QCOMPARE(seen.buttons, QStringList{QStringLiteral("确定(&O)")});
 }
 
@@ -711,6 +761,7 @@ void TestQtFileDialog::nameLength()
     }
     QCOMPARE(seen.title, QStringLiteral("文件名 - 文字长度"));
     QCOMPARE(seen.text, QStringLiteral(" 文件全名 不能多于 255 个字符。"));
+    QCOMPARE(seen.icon, DialogPictures::warning());
     QCOMPARE(seen.buttons, QStringList{QStringLiteral("确定(&O)")});
 }
 
@@ -754,6 +805,10 @@ void TestQtFileDialog::savedNameTakesTheExtension_data()
         << BagKeys{{"filter", withAll}, {"useFilterIdx", 2}, {"defFilter", "Plans (*.pln)"}} << "plan"
         << "plan.pln"
         << "Plans (*.pln)" << -1;
+    QTest::newRow("all files, fall back on an empty text")
+        << BagKeys{{"filter", withAll}, {"useFilterIdx", 2}, {"defFilter", ""}} << "plan"
+        << "plan"
+        << "" << -1;
     QTest::newRow("Chinese") << BagKeys{{"filter", QStringLiteral("图形 (*.dwg)")}} << QStringLiteral("平面图")
                              << QStringLiteral("平面图.dwg") << QStringLiteral("图形 (*.dwg)") << 0;
     QTest::newRow("blanks at the end are typed") << two << "plan "
@@ -784,28 +839,46 @@ void TestQtFileDialog::savedNameTakesTheExtension()
 
 void TestQtFileDialog::existingFileIsAskedFor_data()
 {
+    QTest::addColumn<BagKeys>("keys");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<bool>("boxHide");
     QTest::addColumn<QString>("answer"); // empty: no question comes
+    QTest::addColumn<QString>("asked");
     QTest::addColumn<bool>("closes");
-    QTest::newRow("replace") << "a.abc" << false << kOk << true;
-    QTest::newRow("keep") << "a.abc" << false << kCancel << false;
-    QTest::newRow("without its extension") << "a" << false << kOk << true;
-    QTest::newRow("between blanks") << " a.abc" << false << kOk << true;
-    QTest::newRow("no question wanted") << "a.abc" << true << "" << true;
-    QTest::newRow("another name") << "b.abc" << false << "" << true;
-    QTest::newRow("the typed name is there without the extension") << "c" << false << "" << true;
+    const QString withAll = kTwo + ";;" + kAll;
+    const BagKeys two{{"filter", kTwo}};
+    const BagKeys all{{"filter", withAll}, {"useFilterIdx", 2}};
+    const BagKeys allElsePictures{{"filter", withAll}, {"useFilterIdx", 2}, {"defFilter", kPictures}};
+    QTest::newRow("replace") << two << "a.abc" << kOk << "a.abc" << true;
+    QTest::newRow("keep") << two << "a.abc" << kCancel << "a.abc" << false;
+    QTest::newRow("without its extension") << two << "a" << kOk << "a.abc" << true;
+    QTest::newRow("between blanks") << two << " a.abc" << kOk << "a.abc" << true;
+    QTest::newRow("behind another extension") << two << "a.txt" << kOk << "a.txt.abc" << true;
+    QTest::newRow("behind its own in another case") << two << "a.ABC" << kOk << "a.ABC.abc" << true;
+    QTest::newRow("no question wanted") << BagKeys{{"filter", kTwo}, {"BoxHide", true}} << "a.abc"
+                                        << "" << QString() << true;
+    QTest::newRow("another name") << two << "b.abc"
+                                  << "" << QString() << true;
+    QTest::newRow("the typed name is there without the extension") << two << "c"
+                                                                   << "" << QString() << true;
+    QTest::newRow("all files: the name as it is") << all << "c" << kOk << "c" << true;
+    QTest::newRow("all files: no extension is added") << all << "a"
+                                                      << "" << QString() << true;
+    QTest::newRow("all files, fall back on a filter") << allElsePictures << "d" << kOk << "d.xyz" << true;
+    QTest::newRow("all files, fall back: not the name as it is") << allElsePictures << "c"
+                                                                 << "" << QString() << true;
 }
 
 void TestQtFileDialog::existingFileIsAskedFor()
 {
+    QFETCH(BagKeys, keys);
     QFETCH(QString, typed);
-    QFETCH(bool, boxHide);
     QFETCH(QString, answer);
+    QFETCH(QString, asked);
     QFETCH(bool, closes);
-    m_tree->addFile("out/a.abc");
-    m_tree->addFile("out/c");
-    const FileDialog box({{"caption", "Save"}, {"filter", kTwo}, {"dir", m_tree->path("out")}, {"BoxHide", boxHide}});
+    for (const char *name : {"a.abc", "a.txt.abc", "a.ABC.abc", "c", "d.xyz"})
+        m_tree->addFile(QStringLiteral("out/") + QLatin1String(name));
+    keys << BagKey("caption", "Save") << BagKey("dir", m_tree->path("out"));
+    const FileDialog box(keys);
     SeenBox seen;
     ModalDriver driver;
     driver.next(typeAndAccept(typed));
@@ -818,7 +891,8 @@ void TestQtFileDialog::existingFileIsAskedFor()
     if (answer.isEmpty())
         return;
     QCOMPARE(seen.title, QStringLiteral("输出数据"));
-    QCOMPARE(seen.text, QStringLiteral(" %1 已经存在。\n是否替换它？").arg(m_tree->path("out/a.abc")));
+    QCOMPARE(seen.text, QStringLiteral(" %1 已经存在。\n是否替换它？").arg(m_tree->path("out/" + asked)));
+    QCOMPARE(seen.icon, DialogPictures::warning());
     QCOMPARE(seen.buttons, (QStringList{QStringLiteral("确定(&O)"), QStringLiteral("取消(&C)")}));
 }
 
@@ -838,17 +912,24 @@ void TestQtFileDialog::theCheckedNameIsTheTrimmedOne()
 
 void TestQtFileDialog::aFolderWithoutRightsNeverClosesTheDialog_data()
 {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("boxHide");
     QTest::addColumn<QString>("answer");
     QTest::addColumn<bool>("goesHome");
-    QTest::newRow("yes goes home") << kYes << true;
-    QTest::newRow("no stays") << kNo << false;
+    QTest::newRow("yes goes home") << "plan" << false << kYes << true;
+    QTest::newRow("no stays") << "plan" << false << kNo << false;
+    QTest::newRow("a file that is there: the rights come first") << "old" << false << kNo << false;
+    QTest::newRow("a file to be replaced without a question") << "old" << true << kYes << true;
 }
 
 void TestQtFileDialog::aFolderWithoutRightsNeverClosesTheDialog()
 {
+    QFETCH(QString, typed);
+    QFETCH(bool, boxHide);
     QFETCH(QString, answer);
     QFETCH(bool, goesHome);
     const QString locked = m_tree->addFolder("locked");
+    m_tree->addFile("locked/old.abc");
     const QString home = m_tree->addFolder("home");
     // The folder of the test is open to everybody, what is in it is not.
     QFile::setPermissions(m_tree->path(), QFileDevice::Permissions(0x7777));
@@ -856,13 +937,14 @@ void TestQtFileDialog::aFolderWithoutRightsNeverClosesTheDialog()
     QFile::setPermissions(locked, QFileDevice::Permissions(0x5555));
     const QByteArray homeBefore = qgetenv("HOME");
     qputenv("HOME", home.toUtf8());
-    const FileDialog box({{"caption", QStringLiteral("另存为")}, {"filter", kTwo}, {"dir", locked}});
+    const FileDialog box(
+        {{"caption", QStringLiteral("另存为")}, {"filter", kTwo}, {"dir", locked}, {"BoxHide", boxHide}});
     SeenBox seen;
     QString folder;
     QString user;
     bool staysOpen = false;
     ModalDriver driver;
-    driver.next(typeAndAccept("plan"));
+    driver.next(typeAndAccept(typed));
     driver.next(answerBox(seen, answer));
     driver.next([&](QDialog *dialog) {
         staysOpen = dialog == box.dialog;
@@ -884,7 +966,8 @@ void TestQtFileDialog::aFolderWithoutRightsNeverClosesTheDialog()
     QCOMPARE(seen.text,
              QStringLiteral(" %1 \n您没有权限在此位置中保存文件。 \n请与管理员联系以获得相应权限。\n\n"
                             "您想改为保存到 %2 的文档文件夹中吗?")
-                 .arg(locked + "/plan.abc", user));
+                 .arg(locked + QLatin1Char('/') + typed + ".abc", user));
+    QCOMPARE(seen.icon, DialogPictures::warning());
     QCOMPARE(seen.buttons, (QStringList{QStringLiteral("是(&Y)"), QStringLiteral("否(&N)")}));
 }
 
