@@ -76,6 +76,7 @@ private Q_SLOTS:
     void clickKeepsTheTypedName();
     void mountThatIsGoneDoesNothing();
     void mountThatCameLaterIsNotListed();
+    void listingIsAskedForMountPointsOnly();
     void dataDiskGoesToData();
 
 private:
@@ -350,10 +351,23 @@ void TestQtFileDialogPlaces::mountThatCameLaterIsNotListed()
     QCOMPARE(entriesOf(box), before);
 }
 
+void TestQtFileDialogPlaces::listingIsAskedForMountPointsOnly()
+{
+    m_tree->addFolder("mnt/disk");
+    const QString calls = m_tree->path("calls");
+    setListing("echo >> '" + calls.toUtf8() + "'; printf 'MOUNTPOINT\\n" + m_tree->path("mnt/disk").toUtf8() + "\\n'");
+    FileDialog box({{"dir", m_tree->addFolder("start")}});
+    box.show();
+    QCOMPARE(QFileInfo(calls).size(), 1); // once for all entries
+    clickPlace(box.places(), QStringLiteral("我的电脑"));
+    clickPlace(box.places(), QStringLiteral("用户"));
+    QCOMPARE(QFileInfo(calls).size(), 1);
+    clickPlace(box.places(), m_tree->path("mnt/disk"));
+    QCOMPARE(QFileInfo(calls).size(), 2);
+}
+
 void TestQtFileDialogPlaces::dataDiskGoesToData()
 {
-    if (!QDir(QStringLiteral("/data")).exists())
-        QSKIP("this machine has no folder /data");
     // The entry of the data disk has its path for a key and goes there while it is mounted; the text serves as a key
     // of its own to those who add entries.
     FileDialog box({{"dir", m_tree->addFolder("start")}});
@@ -361,7 +375,11 @@ void TestQtFileDialogPlaces::dataDiskGoesToData()
     auto *item = new QListWidgetItem(QStringLiteral("disk"), box.places());
     item->setData(Qt::UserRole, QStringLiteral("数据盘"));
     clickPlace(box.places(), QStringLiteral("数据盘"));
-    QCOMPARE(box.dialog->directory().path(), QStringLiteral("/data"));
+    // Few machines have the folder. Qt's next dialog begins where the last one was sent to, or as near to it as there
+    // is a folder.
+    const bool isThere = QDir(QStringLiteral("/data")).exists();
+    QCOMPARE(QFileDialog().directory().path(), isThere ? QStringLiteral("/data") : QStringLiteral("/"));
+    QVERIFY(!isThere || box.dialog->directory().path() == QStringLiteral("/data"));
 }
 
 ZEVA_TEST_MAIN(TestQtFileDialogPlaces)
