@@ -10,10 +10,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QImageReader>
-#include <QSignalSpy>
 #include <QSplitter>
 #include <QTreeView>
 
+#include <functional>
 #include <memory>
 #include <sys/stat.h>
 
@@ -86,6 +86,33 @@ QByteArray pngOfSize(int bytes)
 
 const QSize kSize(40, 30);
 
+/// Opens files as the services that it stands before, and looks on.
+class WatchedServices : public ZvSystemServices
+{
+public:
+    explicit WatchedServices(std::function<void()> look) : m_behind(zvrxSystemServices()), m_look(std::move(look))
+    {
+        zvrxSetSystemServices(this);
+    }
+    ~WatchedServices() override { zvrxSetSystemServices(m_behind); }
+    ZvStreamBufPtr openFile(const ZvString &fileName, unsigned access, int share, int creation) override
+    {
+        opened << QString::fromUtf8(fileName.toUtf8().c_str());
+        codes << QStringLiteral("%1 %2 %3").arg(access, 0, 16).arg(share).arg(creation);
+        m_look();
+        stream = m_behind->openFile(fileName, access, share, creation);
+        return stream;
+    }
+
+    QStringList opened;
+    QStringList codes;
+    ZvStreamBufPtr stream;
+
+private:
+    ZvSystemServices *m_behind;
+    std::function<void()> m_look;
+};
+
 } // namespace
 
 class TestQtFileDialogPreview : public ZevaTest
@@ -114,6 +141,8 @@ private Q_SLOTS:
     void brokenDrawings_data();
     void brokenDrawings();
     void withoutSystemServicesNothingIsShown();
+    void drawingIsOpenedForSharedReading();
+    void signalsAreBlockedDuringAThumbnail();
     void signalsAreUnblockedAfterAThumbnail();
     void realDrawings_data();
     void realDrawings();
@@ -456,6 +485,33 @@ void TestQtFileDialogPreview::withoutSystemServicesNothingIsShown()
     QVERIFY(s_log.isEmpty());
 }
 
+void TestQtFileDialogPreview::drawingIsOpenedForSharedReading()
+{
+    FileDialog box(BagKeys{});
+    box.show();
+    const QString path = m_tree->addFile(QStringLiteral("平面图.dwg"), drawing({{2, bitmap(40, 30)}}));
+    ZvStaticRxObject<WatchedServices> services([] {});
+    Q_EMIT box.dialog->currentChanged(path);
+    QCOMPARE(services.opened, QStringList{path});
+    QCOMPARE(services.codes, QStringList{QStringLiteral("80000000 64 3")});
+    QCOMPARE(zvrxNumRefs(services.stream), 1); // the dialog has let go of it
+    QCOMPARE(Pane(box).picture(), kSize);
+    Q_EMIT box.dialog->currentChanged(m_tree->addFile("a.png", picture("PNG")));
+    QCOMPARE(services.opened.size(), 1); // pictures are no drawings
+}
+
+void TestQtFileDialogPreview::signalsAreBlockedDuringAThumbnail()
+{
+    FileDialog box(BagKeys{});
+    box.show();
+    const Pane pane(box);
+    int blocked = 0;
+    ZvStaticRxObject<WatchedServices> services(
+        [&] { blocked = int(box.dialog->signalsBlocked()) + int(pane.label->signalsBlocked()); });
+    Q_EMIT box.dialog->currentChanged(m_tree->addFile("a.dwg", drawing({{2, bitmap(40, 30)}})));
+    QCOMPARE(blocked, 2);
+}
+
 void TestQtFileDialogPreview::signalsAreUnblockedAfterAThumbnail()
 {
     FileDialog box(BagKeys{});
@@ -515,7 +571,6 @@ void TestQtFileDialogPreview::fileInDirIsShownAtOnce()
 {
     // In a save dialog as well.
     FileDialog box({{"dir", m_tree->addFile("in/a.dwg", drawing({{2, bitmap(40, 30)}}))}});
-    const QSignalSpy changed(box.dialog, &QFileDialog::currentChanged);
     box.show();
     const Pane pane(box);
     QCOMPARE(pane.picture(), kSize);
