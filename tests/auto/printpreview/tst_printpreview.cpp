@@ -326,6 +326,7 @@ private Q_SLOTS:
     void trueSizeIsAHundredPercent();
     void typedZoom_data();
     void typedZoom();
+    void refusedZoomGoesBackToTheLastGoodOne();
     void zoomOutOfRangeIsClamped_data();
     void zoomOutOfRangeIsClamped();
     void pickFromTheListCountsWhenTheBoxIsLeft();
@@ -553,6 +554,7 @@ void TestPrintPreview::sheetLiesWhereThePageFits_data()
     const Paper across{297, 210, 5, 5, 5, 5, 0, 300};
     const Paper uneven{200, 100, 10, 30, 20, 5, 0, 96};
     const Paper device{800, 600, 40, 20, 10, 60, 2, 72};
+    const Paper least{1, 1, 0.1, 0.1, 0.1, 0.1, 2, 96};
     QTest::newRow("A4") << kA4 << QSize(500, 400) << false;
     QTest::newRow("A4, its width") << kA4 << QSize(500, 400) << true;
     QTest::newRow("A4 in a high view") << kA4 << QSize(300, 500) << false;
@@ -561,6 +563,7 @@ void TestPrintPreview::sheetLiesWhereThePageFits_data()
     QTest::newRow("uneven margins: above and below are exchanged") << uneven << QSize(500, 400) << false;
     QTest::newRow("unit 2: device units") << device << QSize(501, 401) << false;
     QTest::newRow("unit 2, its width") << device << QSize(501, 401) << true;
+    QTest::newRow("a device unit wide and high, the least") << least << QSize(500, 400) << false;
 }
 
 void TestPrintPreview::sheetLiesWhereThePageFits()
@@ -574,6 +577,9 @@ void TestPrintPreview::sheetLiesWhereThePageFits()
         preview.press(kFitWidth);
     const QImage image = preview.picture();
     const Expected expected = fitted(paper, view, toWidth);
+    // Of the extents' paper units, a tenth more than the paper has, each has so many pixels.
+    const double pixels = toWidth ? view.width() / (1.1 * paper.width) : view.height() / (1.1 * paper.height);
+    QCOMPARE(preview.zoom(), QString::asprintf("%.1f%%", pixels / kPixelsPerMillimetre * 100));
     const QRect all(QPoint(), view);
     QCOMPARE(paperIn(image), expected.paper & all);
     QCOMPARE(whiteIn(image), expected.white & all);
@@ -749,6 +755,22 @@ void TestPrintPreview::typedZoom()
         const QPoint moved = paperIn(preview.picture()).center() - paperIn(picture).center();
         QVERIFY(moved.manhattanLength() <= 1);
     }
+}
+
+void TestPrintPreview::refusedZoomGoesBackToTheLastGoodOne()
+{
+    Preview preview(kA4);
+    preview.show();
+    preview.typeZoom(QStringLiteral("150"));
+    QTest::keyClick(preview.edit(), Qt::Key_Return);
+    const QImage picture = preview.picture();
+    preview.typeZoom(QStringLiteral("2000")); // not left meanwhile
+    QTest::keyClick(preview.edit(), Qt::Key_Return);
+    QCOMPARE(preview.zoom(), QStringLiteral("2000")); // which is no good text and ends nothing
+    QCOMPARE(preview.picture(), picture);
+    QTest::keyClick(preview.edit(), Qt::Key_Tab);
+    QCOMPARE(preview.zoom(), QStringLiteral("150%"));
+    QCOMPARE(preview.picture(), picture);
 }
 
 void TestPrintPreview::zoomOutOfRangeIsClamped_data()
