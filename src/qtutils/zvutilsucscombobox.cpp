@@ -169,13 +169,12 @@ void ZvUtilsUcsComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
         zvShowBlank(*this, ZvShown::kBlankDisabled);
         return;
     }
+    const ZvQtBlockSignalUtil block(this);
+    setEnabled(true);
     ZvArray<ZevaUISetting::ZvsiUcsInfoItem> items;
     ZvString name;
-    if (reload(items, name) < 0) {
-        const ZvQtBlockSignalUtil block(this);
-        setEnabled(true);
+    if (reload(items, name) < 0)
         return;
-    }
     // The unnamed one comes without a name, and does not move the box.
     zvShowName(*this, *this, name.isEmpty() ? QString() : zvToQString(name), ZvNameMatch::kIgnoreCase);
 }

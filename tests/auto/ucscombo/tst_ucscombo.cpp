@@ -332,11 +332,14 @@ void TestUcsCombo::modelValuesDecideInModelSpace()
 void TestUcsCombo::viewportWithoutViewportDataThrows()
 {
     ZvUtilsUcsComboBox combo(true, nullptr);
+    combo.setEnabled(false);
     const NoViewportData none;
     QVERIFY_EXCEPTION_THROWN(combo.init(), ZvError_NotThatKindOfClass);
     QVERIFY(combo.hooked);
+    QVERIFY(!combo.isEnabled());
     QVERIFY_EXCEPTION_THROWN(combo.acceptUpdateUI(noticeOf(kNoticeCommandEnded)), ZvError_NotThatKindOfClass);
     QVERIFY(!combo.signalsBlocked());
+    QVERIFY(combo.isEnabled()); // there is a drawing
 }
 
 // ---- picks
