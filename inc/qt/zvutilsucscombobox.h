@@ -52,6 +52,9 @@ public Q_SLOTS:
     /// emitted.
     void curIndexChanged(int index);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     std::map<int, QIcon> m_icons; // by ZevaUISetting::UcsItemType
 };

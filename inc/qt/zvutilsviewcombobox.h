@@ -58,6 +58,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// What a pick does, the same row picked again included: sends the row's macro and emits itemChanged().
     void activateIndex(int index);
+
+protected:
+    bool event(QEvent *event) override;
 };
 
 #endif

@@ -155,6 +155,11 @@ void ZvUtilsUcsComboBox::curIndexChanged(int index)
     Q_EMIT itemChanged(currentText());
 }
 
+bool ZvUtilsUcsComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsUcsComboBox::showPopup()
 {
     zvRefillForOpening(*this, *this, listSource(), [this] { init(); });

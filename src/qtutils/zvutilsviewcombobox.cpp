@@ -142,6 +142,11 @@ void ZvUtilsViewComboBox::activateIndex(int index)
     Q_EMIT itemChanged(text);
 }
 
+bool ZvUtilsViewComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsViewComboBox::showPopup()
 {
     zvRefillForOpening(*this, *this, listSource(), [this] { init(); });
