@@ -162,7 +162,7 @@ bool ZvUtilsUcsComboBox::event(QEvent *event)
 
 void ZvUtilsUcsComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, listSource(), [this] { init(); });
+    zvRefillShownForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -149,7 +149,7 @@ bool ZvUtilsViewComboBox::event(QEvent *event)
 
 void ZvUtilsViewComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, listSource(), [this] { init(); });
+    zvRefillShownForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -62,6 +62,22 @@ void zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, const
         zvNoteFilledFrom(combo, source);
 }
 
+/// The same for a list that is never blank for a mixed selection: without a text it shows what its filling shows.
+/// \a sourceOf reads the drawing, and is not asked for a list that is not bound.
+template <class SourceOf, class Fill>
+void zvRefillShownForOpening(QComboBox &combo, const CZvQtControlHelp &control, SourceOf sourceOf, Fill fill)
+{
+    if (!control.hooked)
+        return;
+    const ZvListSource source = sourceOf();
+    if (combo.currentText().isEmpty()) {
+        const ZvQtBlockSignalUtil block(&combo);
+        fill();
+        zvNoteFilledFrom(combo, source);
+    }
+    zvRefillForOpening(combo, control, source, fill);
+}
+
 /// Id that a system variable of the drawing holds, null where it cannot be read.
 ZvDbObjectId zvStyleVariable(const wchar_t *variable, const ZvDbDatabase &drawing);
 

@@ -207,16 +207,6 @@ private:
         for (int i = 0; i < 7; ++i)
             QTest::newRow(names[i]) << i;
     }
-    /// In a layout: goes to work inside a new viewport.
-    static void workInAViewport()
-    {
-        ZvDbObjectId viewport;
-        QCOMPARE(drawing().appendEntity(new ZvDbViewport, drawing().paperSpaceId(), viewport), Zv::eOk);
-        if (drawing().currentViewportId() == viewport) { // that is the paper's own now
-            QCOMPARE(drawing().appendEntity(new ZvDbViewport, drawing().paperSpaceId(), viewport), Zv::eOk);
-        }
-        QCOMPARE(drawing().setCurrentViewport(viewport), Zv::eOk);
-    }
     /// Gives a text style the extended data of one application.
     static void setData(ZvDbObjectId style, std::vector<std::pair<int, std::wstring>> chain)
     {
@@ -874,7 +864,7 @@ void TestFacadeTables::modelSystemCountsInsideAViewport()
     drawing().setTilemode(false);
     drawing().setUcs({4, 5, 6}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
     QCOMPARE(ucsRows().mid(0, 3), (QStringList{s("未命名"), s("世界"), s("上一个")}));
-    workInAViewport();
+    workInAViewport(drawing());
     QCOMPARE(ucsRows().mid(0, 2), (QStringList{s("世界"), s("俯视")}));
     // What is set there is the model's.
     drawing().setUcs({7, 8, 9}, {1, 0, 0}, {0, 1, 0}, ZvDbObjectId(), 0);
@@ -894,7 +884,7 @@ void TestFacadeTables::modelViewsInsideAViewport()
 {
     openDrawing(kDrawing);
     drawing().setTilemode(false);
-    workInAViewport();
+    workInAViewport(drawing());
     ZvArray<S::ZvsiViewInfoItem> views;
     S::getCustomViews(views, nullptr);
     QCOMPARE(namesOf(views), QStringList{s("GARDEN")});

@@ -4,11 +4,14 @@
 #include "drawingtexts.h"
 #include "macrospy.h"
 #include "notices.h"
+#include "pictures.h"
 #include "viewportdata.h"
 
+#include "qt_utils.h"
 #include "zvutilsucscombobox.h"
 
 #include "base/zverror.h"
+#include "db/zvdbhostservice.h"
 
 #include <QSignalSpy>
 
@@ -21,26 +24,31 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
+QImage imageOf(const QIcon &icon)
+{
+    return icon.pixmap(16, 16).toImage();
+}
+
 /// The rows in the order in which they stand.
 struct UcsRow
 {
     int type;
     const char *text;
-    bool hasPicture;
+    const char *picture; ///< Null for none.
     const char *call; ///< What a pick sends, empty for nothing.
 };
 
 const UcsRow kRows[] = {
-    {S::kUcsUnnamed, "未命名", false, ""},
-    {S::kUcsWorld, "世界", true, "_.UCS _World|false"},
-    {S::kUcsPrevious, "上一个", false, "previous"},
-    {S::kUcsTop, "俯视", true, "_.UCS _Top|false"},
-    {S::kUcsBottom, "仰视", true, "_.UCS _Bottom|false"},
-    {S::kUcsLeft, "左视", true, "_.UCS _Left|false"},
-    {S::kUcsRight, "右视", true, "_.UCS _Right|false"},
-    {S::kUcsFront, "前视", true, "_.UCS _Front|false"},
-    {S::kUcsBack, "后视", true, "_.UCS _Back|false"},
-    {S::kUcsNamed, "Roof", false, "_.UCS _Named _Restore Roof;|false"},
+    {S::kUcsUnnamed, "未命名", nullptr, ""},
+    {S::kUcsWorld, "世界", ":/res/view_world.bmp", "_.UCS _World|false"},
+    {S::kUcsPrevious, "上一个", nullptr, "previous"},
+    {S::kUcsTop, "俯视", ":/res/view_top.bmp", "_.UCS _Top|false"},
+    {S::kUcsBottom, "仰视", ":/res/view_bottom.bmp", "_.UCS _Bottom|false"},
+    {S::kUcsLeft, "左视", ":/res/view_left.bmp", "_.UCS _Left|false"},
+    {S::kUcsRight, "右视", ":/res/view_right.bmp", "_.UCS _Right|false"},
+    {S::kUcsFront, "前视", ":/res/view_front.bmp", "_.UCS _Front|false"},
+    {S::kUcsBack, "后视", ":/res/view_back.bmp", "_.UCS _Back|false"},
+    {S::kUcsNamed, "Roof", nullptr, "_.UCS _Named _Restore Roof;|false"},
 };
 
 const ZvGeVector3d kX{1, 0, 0};
@@ -65,6 +73,9 @@ ZvString wide(const QString &text)
 {
     return ZvUtf8String(text.toUtf8().constData()).toWide();
 }
+
+/// What is read in place of a variable that holds the number of an orthographic system; null for the variable itself.
+ZvResBuf *(*readInstead)() = nullptr;
 
 /// An object whose class derives from that of viewport data.
 class ViewportObject : public ZvDbLine
@@ -95,6 +106,15 @@ const ObjectCase kObjects[] = {
 
 } // namespace
 
+// Stands before the kernel's: what cannot be read there can be had in no other way.
+ZvResBuf *ZvDbHostService::readVariable(const ZvString &name, const ZvDbDatabase *database)
+{
+    if (readInstead && (name == L"UCSORTHOVIEW" || name == L"PUCSORTHOVIEW"))
+        return readInstead();
+    return MacroSpy::next<ZvResBuf *(*)(ZvDbHostService *, const ZvString &, const ZvDbDatabase *)>(
+        "_ZN15ZvDbHostService12readVariableERK8ZvStringPK12ZvDbDatabase")(this, name, database);
+}
+
 Q_DECLARE_METATYPE(ZvGePoint3d)
 Q_DECLARE_METATYPE(ZvGeVector3d)
 
@@ -118,9 +138,14 @@ private Q_SLOTS:
     void systemInForceIsRead_data();
     void systemInForceIsRead();
     void unlistedNameIsNoRow();
+    void unreadableNumberIsNone_data();
+    void unreadableNumberIsNone();
     void nothingIsReadWithoutADrawing();
     void paperSpaceValuesDecideOnTheLayout();
     void modelValuesDecideInModelSpace();
+    void modelValuesDecideInAViewportOfTheLayout();
+    void presetOfTheSameNameIsShown();
+    void fillingSendsNothing();
     void viewportWithoutViewportDataThrows();
 
     // picks
@@ -133,10 +158,19 @@ private Q_SLOTS:
     void pickOfARowWithoutTextGoesByItsType_data();
     void pickOfARowWithoutTextGoesByItsType();
     void unhookedPickIsToldAndSendsNothing();
+    void pickGoesByItsRowAndTellsWhatIsShown();
+    void pickEndsTheGuardOfItsHost();
+    void noRowIsNoPick();
     void pickSwitchesTheSystem_data() { ucsRows(); }
     void pickSwitchesTheSystem();
     void previousSystemComesBackAndCanBeUndone();
     void pickDuringACommandIsItsInput();
+
+    // the list opens
+    void blankBoxShowsWhatIsInForceWhenItOpens_data();
+    void blankBoxShowsWhatIsInForceWhenItOpens();
+    void textThatIsGoneGivesWayToWhatIsInForce();
+    void unhookedOpeningReadsNothing();
 
     // notices
     void objectsAreFollowedByTheirClass_data();
@@ -149,6 +183,7 @@ private Q_SLOTS:
     void renamedSystemIsFoundThroughItsId();
     void addedRowHasNoTypeAndGoes();
     void noDrawingIsBlankAndDisabled();
+    void noDocumentIsNotHeardOf();
     void layoutSwitchIsFollowed();
     void systemWithoutARowMovesNothing();
 
@@ -170,6 +205,12 @@ private:
     {
         const ZvDbObjectPointer<ZvDbUCSTable> table(drawing().UCSTableId(), ZvDb::kForRead);
         return table->getIdAt(name);
+    }
+    static void showQuietly(QComboBox &combo, const char *text)
+    {
+        combo.blockSignals(true);
+        combo.setCurrentText(s(text));
+        combo.blockSignals(false);
     }
     static QString shownName(const ZvString &name) { return s(name.toUtf8().c_str()); }
 };
@@ -195,9 +236,12 @@ void TestUcsCombo::rowHasItsTypeAndPicture()
     makeAllRows();
     const ZvUtilsUcsComboBox combo(nullptr);
     QCOMPARE(combo.itemData(row), QVariant(kRows[row].type));
-    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].hasPicture);
-    if (kRows[row].hasPicture)
-        QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
+    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].picture);
+    if (!kRows[row].picture)
+        return;
+    QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
+    const QIcon expected = zvsiQtCreateIcon(QLatin1String(kRows[row].picture), false, 16, 16);
+    COMPARE_PICTURES(imageOf(combo.itemIcon(row)), imageOf(expected));
 }
 
 void TestUcsCombo::rowsOfTheSystemInForce_data()
@@ -287,6 +331,34 @@ void TestUcsCombo::unlistedNameIsNoRow()
     QVERIFY(items.length() > 0);
     QCOMPARE(combo.findText(s("House|Roof")), -1);
     QVERIFY(combo.findText(s("Slope")) >= 0);
+    QCOMPARE(combo.getCurrentName(), s("世界")); // the first, as lists show by themselves
+}
+
+void TestUcsCombo::unreadableNumberIsNone_data()
+{
+    QTest::addColumn<bool>("paper");
+    QTest::addColumn<bool>("text");
+    for (const bool paper : {false, true}) {
+        QTest::newRow(paper ? "nothing, on paper" : "nothing") << paper << false;
+        QTest::newRow(paper ? "a text, on paper" : "a text") << paper << true;
+    }
+}
+
+void TestUcsCombo::unreadableNumberIsNone()
+{
+    QFETCH(bool, paper);
+    QFETCH(bool, text);
+    drawing().setTilemode(!paper);
+    drawing().setUcs({0, 0, 0}, kX, kY, ZvDbObjectId(), 3);
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    QCOMPARE(combo.getCurrentName(), s("前视"));
+    readInstead = text ? +[] { return zvutNewRb(ZvRes::kText); } : +[]() -> ZvResBuf * { return nullptr; };
+    ZvArray<S::ZvsiUcsInfoItem> items;
+    ZvString name;
+    const int type = combo.reload(items, name);
+    readInstead = nullptr;
+    QCOMPARE(type, int(S::kUcsWorld));
+    QCOMPARE(name, ZvString(L"世界"));
 }
 
 void TestUcsCombo::nothingIsReadWithoutADrawing()
@@ -329,6 +401,42 @@ void TestUcsCombo::modelValuesDecideInModelSpace()
     QCOMPARE(combo.reload(items, name), 7);
 }
 
+void TestUcsCombo::modelValuesDecideInAViewportOfTheLayout()
+{
+    drawing().setTilemode(false);
+    drawing().setUcs({4, 5, 6}, kX, kY, ZvDbObjectId(), 0);
+    workInAViewport(drawing());
+    drawing().setUcs({0, 0, 0}, kX, kZ, ZvDbObjectId(), 3);
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    QCOMPARE(combo.getCurrentName(), s("前视"));
+}
+
+void TestUcsCombo::presetOfTheSameNameIsShown()
+{
+    const ZvDbObjectId world = addUcs(drawing(), L"世界");
+    drawing().setUcs({5, 5, 0}, kX, kY, world, 0);
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    ZvArray<S::ZvsiUcsInfoItem> items;
+    ZvString name;
+    QCOMPARE(combo.reload(items, name), int(S::kUcsNamed));
+    QCOMPARE(combo.currentIndex(), 0); // texts decide, and the first of them
+    showQuietly(combo, "前视");
+    endCommand();
+    QCOMPARE(combo.currentIndex(), 0);
+}
+
+void TestUcsCombo::fillingSendsNothing()
+{
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    addUcs(drawing(), L"Roof");
+    drawing().setUcs({0, 0, 0}, kX, kZ, ZvDbObjectId(), 3);
+    combo.init();
+    QCOMPARE(combo.getCurrentName(), s("前视"));
+    QVERIFY(combo.findText(s("Roof")) >= 0);
+    QVERIFY(combo.hooked);
+    QCOMPARE(MacroSpy::take(), QStringList());
+}
+
 void TestUcsCombo::viewportWithoutViewportDataThrows()
 {
     ZvUtilsUcsComboBox combo(true, nullptr);
@@ -349,7 +457,7 @@ void TestUcsCombo::pickSendsItsMacro()
     QFETCH(int, row);
     makeAllRows();
     ZvUtilsUcsComboBox combo(true, nullptr);
-    blankQuietly(combo);
+    showQuietly(combo, kRows[row].type == S::kUcsTop ? "前视" : "俯视"); // not the one that is picked
     combo.show();
     QVERIFY(QTest::qWaitForWindowExposed(&combo));
     QSignalSpy told(&combo, &ZvUtilsUcsComboBox::itemChanged);
@@ -437,6 +545,45 @@ void TestUcsCombo::unhookedPickIsToldAndSendsNothing()
     QCOMPARE(told.size(), 1);
 }
 
+void TestUcsCombo::pickGoesByItsRowAndTellsWhatIsShown()
+{
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    QSignalSpy told(&combo, &ZvUtilsUcsComboBox::itemChanged);
+    combo.curIndexChanged(combo.findText(s("前视")));
+    QCOMPARE(MacroSpy::take(), QStringList{s("_.UCS _Front|false")});
+    QCOMPARE(told, (QList<QVariantList>{{s("世界")}}));
+}
+
+void TestUcsCombo::pickEndsTheGuardOfItsHost()
+{
+    ZvUtilsUcsComboBox combo(nullptr);
+    QSignalSpy told(&combo, &ZvUtilsUcsComboBox::itemChanged);
+    combo.blockSignals(true);
+    combo.curIndexChanged(1);
+    QCOMPARE(told.size(), 1);
+    QVERIFY(!combo.signalsBlocked());
+}
+
+void TestUcsCombo::noRowIsNoPick()
+{
+    QWidget window;
+    QWidget view(&window);
+    view.setFocusPolicy(Qt::StrongFocus);
+    const FocusView focus(&view);
+    ZvUtilsUcsComboBox combo(true, &window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(zevaWaitForActive(&window));
+    combo.setFocus();
+    QSignalSpy told(&combo, &ZvUtilsUcsComboBox::itemChanged);
+    combo.setCurrentIndex(-1);
+    QVERIFY(combo.hasFocus());
+    QCOMPARE(told.size(), 0);
+    QCOMPARE(MacroSpy::take(), QStringList());
+    combo.setCurrentIndex(1);
+    QVERIFY(view.hasFocus());
+}
+
 void TestUcsCombo::pickSwitchesTheSystem()
 {
     QFETCH(int, row);
@@ -490,6 +637,64 @@ void TestUcsCombo::pickDuringACommandIsItsInput()
     QCOMPARE(text, ZvString(L"_.UCS _Front")); // the macro cancels nothing
 }
 
+// ---- the list opens
+
+void TestUcsCombo::blankBoxShowsWhatIsInForceWhenItOpens_data()
+{
+    QTest::addColumn<ZvGePoint3d>("origin");
+    QTest::addColumn<int>("orthographic");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("world") << ZvGePoint3d(0, 0, 0) << 0 << s("世界");
+    QTest::newRow("orthographic") << ZvGePoint3d(0, 0, 0) << 3 << s("前视");
+    QTest::newRow("unnamed") << ZvGePoint3d(1, 2, 3) << 0 << s("未命名");
+}
+
+void TestUcsCombo::blankBoxShowsWhatIsInForceWhenItOpens()
+{
+    QFETCH(ZvGePoint3d, origin);
+    QFETCH(int, orthographic);
+    drawing().setUcs(origin, kX, kY, ZvDbObjectId(), orthographic);
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    for (int opening = 0; opening < 2; ++opening) { // the second finds the list unchanged
+        blankQuietly(combo);
+        QSignalSpy changed(&combo, SIGNAL(currentIndexChanged(int)));
+        combo.showPopup();
+        combo.hidePopup();
+        QTEST(combo.getCurrentName(), "name");
+        QCOMPARE(changed.size(), 0);
+        QVERIFY(!combo.signalsBlocked());
+    }
+    QCOMPARE(MacroSpy::take(), QStringList());
+}
+
+void TestUcsCombo::textThatIsGoneGivesWayToWhatIsInForce()
+{
+    const ZvDbObjectId roof = addUcs(drawing(), L"Roof");
+    drawing().setUcs({0, 0, 0}, kX, kZ, ZvDbObjectId(), 3);
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    showQuietly(combo, "Roof");
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(combo.getCurrentName(), s("Roof"));
+    change<ZvDbUCSTableRecord>(roof, [](ZvDbUCSTableRecord &record) { record.erase(); });
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(combo.findText(s("Roof")), -1);
+    QCOMPARE(combo.getCurrentName(), s("前视"));
+    QCOMPARE(MacroSpy::take(), QStringList());
+}
+
+void TestUcsCombo::unhookedOpeningReadsNothing()
+{
+    ZvUtilsUcsComboBox unhooked(nullptr);
+    ZvUtilsUcsComboBox hooked(true, nullptr);
+    const NoViewportData none;
+    unhooked.showPopup(); // what it would read throws
+    unhooked.hidePopup();
+    QVERIFY_EXCEPTION_THROWN(hooked.showPopup(), ZvError_NotThatKindOfClass);
+    QVERIFY(!hooked.signalsBlocked());
+}
+
 // ---- notices
 
 void TestUcsCombo::objectsAreFollowedByTheirClass_data()
@@ -531,6 +736,8 @@ void TestUcsCombo::commandEndIsFollowed_data()
     QTest::newRow("another layout") << quint64(kNoticeLayoutSwitched);
     QTest::newRow("another selection") << quint64(kNoticePickFirst);
     QTest::newRow("end of a command") << quint64(kNoticeCommandEnded);
+    QTest::newRow("the host's first") << quint64(kNoticeHostFirst);
+    QTest::newRow("the host's second") << quint64(kNoticeHostSecond);
 }
 
 void TestUcsCombo::commandEndIsFollowed()
@@ -544,9 +751,7 @@ void TestUcsCombo::commandEndIsFollowed()
 void TestUcsCombo::unnamedSystemDoesNotMoveTheBox()
 {
     ZvUtilsUcsComboBox combo(true, nullptr);
-    combo.blockSignals(true);
-    combo.setCurrentText(s("前视"));
-    combo.blockSignals(false);
+    showQuietly(combo, "前视");
     drawing().setUcs({1, 2, 3}, kX, kY, ZvDbObjectId(), 0);
     combo.setEnabled(false);
     endCommand();
@@ -595,6 +800,7 @@ void TestUcsCombo::addedRowHasNoTypeAndGoes()
 void TestUcsCombo::noDrawingIsBlankAndDisabled()
 {
     ZvUtilsUcsComboBox combo(true, nullptr);
+    QSignalSpy changed(&combo, SIGNAL(currentIndexChanged(int)));
     ZvDbDatabasePtr none;
     ZvApDocument *first = document();
     zvDocManagerPtr()->addDocument(none, L"");
@@ -607,6 +813,18 @@ void TestUcsCombo::noDrawingIsBlankAndDisabled()
     endCommand();
     QVERIFY(combo.isEnabled());
     QCOMPARE(combo.getCurrentName(), s("世界"));
+    QCOMPARE(changed.size(), 0);
+    QVERIFY(!combo.signalsBlocked());
+}
+
+void TestUcsCombo::noDocumentIsNotHeardOf()
+{
+    ZvUtilsUcsComboBox combo(true, nullptr);
+    showQuietly(combo, "前视");
+    zvDocManagerPtr()->closeDocument(document());
+    combo.acceptUpdateUI(noticeOf(kNoticeCommandEnded));
+    QCOMPARE(combo.getCurrentName(), s("前视"));
+    QVERIFY(combo.isEnabled());
 }
 
 void TestUcsCombo::layoutSwitchIsFollowed()
@@ -627,10 +845,8 @@ void TestUcsCombo::systemWithoutARowMovesNothing()
     openDrawing(kDrawing);
     ZvUtilsUcsComboBox combo(true, nullptr);
     combo.addItem(s(""), 3);
-    combo.blockSignals(true);
-    combo.setCurrentText(s("前视"));
+    showQuietly(combo, "前视");
     combo.setEnabled(false);
-    combo.blockSignals(false);
     drawing().setUcs({1, 2, 0}, kX, kZ, ucsNamed(L"House|Roof"), 0);
     endCommand();
     QCOMPARE(combo.getCurrentName(), s("前视"));

@@ -4,7 +4,9 @@
 #include "drawingtexts.h"
 #include "macrospy.h"
 #include "notices.h"
+#include "pictures.h"
 
+#include "qt_utils.h"
 #include "zvutilsviewcombobox.h"
 
 #include <QSignalSpy>
@@ -16,27 +18,32 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
+QImage imageOf(const QIcon &icon)
+{
+    return icon.pixmap(16, 16).toImage();
+}
+
 struct ViewRow
 {
     const char *text;
     int code;
-    bool hasPicture;
+    const char *picture; ///< Null for none.
     const char *call; ///< What a pick sends, empty for nothing.
 };
 
 const ViewRow kRows[] = {
-    {"当前", 0, false, ""},
-    {"俯视", 1, true, "^C^C_-VIEW _TOP|false"},
-    {"仰视", 2, true, "^C^C_-VIEW _BOTTOM|false"},
-    {"左视", 3, true, "^C^C_-VIEW _LEFT|false"},
-    {"右视", 4, true, "^C^C_-VIEW _RIGHT|false"},
-    {"前视", 5, true, "^C^C_-VIEW _FRONT|false"},
-    {"后视", 6, true, "^C^C_-VIEW _BACK|false"},
-    {"西南等轴测", 7, true, "^C^C_-VIEW _SWISO|false"},
-    {"东南等轴测", 8, true, "^C^C_-VIEW _SEISO|false"},
-    {"东北等轴测", 9, true, "^C^C_-VIEW _NEISO|false"},
-    {"西北等轴测", 10, true, "^C^C_-VIEW _NWISO|false"},
-    {"视图管理器...", 12, false, "^C^C_VIEW|false"},
+    {"当前", 0, nullptr, ""},
+    {"俯视", 1, ":/res/view_top.bmp", "^C^C_-VIEW _TOP|false"},
+    {"仰视", 2, ":/res/view_bottom.bmp", "^C^C_-VIEW _BOTTOM|false"},
+    {"左视", 3, ":/res/view_left.bmp", "^C^C_-VIEW _LEFT|false"},
+    {"右视", 4, ":/res/view_right.bmp", "^C^C_-VIEW _RIGHT|false"},
+    {"前视", 5, ":/res/view_front.bmp", "^C^C_-VIEW _FRONT|false"},
+    {"后视", 6, ":/res/view_back.bmp", "^C^C_-VIEW _BACK|false"},
+    {"西南等轴测", 7, ":/res/view_sw.bmp", "^C^C_-VIEW _SWISO|false"},
+    {"东南等轴测", 8, ":/res/view_se.bmp", "^C^C_-VIEW _SEISO|false"},
+    {"东北等轴测", 9, ":/res/view_ne.bmp", "^C^C_-VIEW _NEISO|false"},
+    {"西北等轴测", 10, ":/res/view_nw.bmp", "^C^C_-VIEW _NWISO|false"},
+    {"视图管理器...", 12, nullptr, "^C^C_VIEW|false"},
 };
 constexpr int kRowCount = 12;
 constexpr int kFirstNamed = 11;
@@ -88,7 +95,11 @@ private Q_SLOTS:
     void nameStandsInTheMacroAsItIs();
     void codeSendsItsMacroOrNothing_data();
     void codeSendsItsMacroOrNothing();
-    void rowOfSomebodyElseIsToldAndSendsNothing();
+    void rowOfSomebodyElseGoesByItsData_data();
+    void rowOfSomebodyElseGoesByItsData();
+    void pickGoesByItsRowAndTellsWhatIsShown();
+    void pickEndsTheGuardOfItsHostWhereItHasACode_data();
+    void pickEndsTheGuardOfItsHostWhereItHasACode();
     void noRowIsNoPick();
     void programmaticChangeIsNoPick();
     void unhookedControlSendsToo();
@@ -96,6 +107,9 @@ private Q_SLOTS:
     void pickIsKept();
     void newViewsComeAtTheNextOpening_data();
     void newViewsComeAtTheNextOpening();
+    void blankBoxShowsTheFirstRowWhenItOpens();
+    void viewThatIsGoneGivesWayToTheFirstRow();
+    void presetsAreThereWithoutADrawing();
     void noNoticeChangesAnything();
     void pickEndsARunningCommand();
 
@@ -123,9 +137,12 @@ void TestViewCombo::rowHasItsCodeAndPicture()
     QFETCH(int, row);
     const ZvUtilsViewComboBox combo(nullptr);
     QCOMPARE(combo.itemData(row), QVariant(kRows[row].code));
-    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].hasPicture);
-    if (kRows[row].hasPicture)
-        QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
+    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].picture);
+    if (!kRows[row].picture)
+        return;
+    QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
+    const QIcon expected = zvsiQtCreateIcon(QLatin1String(kRows[row].picture), false, 16, 16);
+    COMPARE_PICTURES(imageOf(combo.itemIcon(row)), imageOf(expected));
 }
 
 void TestViewCombo::pickSendsItsMacro()
@@ -236,27 +253,83 @@ void TestViewCombo::codeSendsItsMacroOrNothing()
     QCOMPARE(MacroSpy::take(), QStringList{s("^C^C_-VIEW R any name|true")});
 }
 
-void TestViewCombo::rowOfSomebodyElseIsToldAndSendsNothing()
+void TestViewCombo::rowOfSomebodyElseGoesByItsData_data()
 {
+    QTest::addColumn<QVariant>("data");
+    QTest::addColumn<QString>("call");
+    QTest::newRow("no code") << QVariant() << s("");
+    QTest::newRow("a code that nothing has") << QVariant(500) << s("");
+    QTest::newRow("a text that is no number") << QVariant(s("any")) << s("");
+    QTest::newRow("a text that is a number counts as one") << QVariant(s("3")) << s("^C^C_-VIEW _LEFT|false");
+    QTest::newRow("a preset") << QVariant(1) << s("^C^C_-VIEW _TOP|false");
+    QTest::newRow("a named view") << QVariant(11) << s("^C^C_-VIEW R somebody's|true");
+}
+
+void TestViewCombo::rowOfSomebodyElseGoesByItsData()
+{
+    QFETCH(QVariant, data);
     ZvUtilsViewComboBox combo(nullptr);
-    combo.addItem(s("no code"));
-    combo.addItem(s("code 500"), 500);
+    combo.addItem(s("somebody's"), data);
+    combo.setCurrentIndex(kRowCount);
     QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
-    for (const int row : {kRowCount, kRowCount + 1}) {
-        combo.setCurrentIndex(row);
-        combo.activateIndex(row);
-    }
-    QCOMPARE(told, (QList<QVariantList>{{s("no code")}, {s("code 500")}}));
-    QCOMPARE(MacroSpy::take(), QStringList());
+    combo.activateIndex(kRowCount);
+    QCOMPARE(told, (QList<QVariantList>{{s("somebody's")}}));
+    QTEST(MacroSpy::take().join(QLatin1Char('\n')), "call");
+}
+
+void TestViewCombo::pickGoesByItsRowAndTellsWhatIsShown()
+{
+    addView(drawing(), L"Garden");
+    ZvUtilsViewComboBox combo(nullptr);
+    combo.setCurrentIndex(1);
+    QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
+    combo.activateIndex(3);
+    combo.activateIndex(kFirstNamed);
+    combo.activateIndex(1000);
+    QCOMPARE(MacroSpy::take(), (QStringList{s("^C^C_-VIEW _LEFT|false"), s("^C^C_-VIEW R 俯视|true")}));
+    QCOMPARE(told, (QList<QVariantList>{{s("俯视")}, {s("俯视")}, {s("俯视")}}));
+}
+
+void TestViewCombo::pickEndsTheGuardOfItsHostWhereItHasACode_data()
+{
+    QTest::addColumn<QVariant>("data");
+    QTest::addColumn<bool>("ends");
+    QTest::newRow("a preset") << QVariant(1) << true;
+    QTest::newRow("a code that sends nothing") << QVariant(0) << true;
+    QTest::newRow("no code") << QVariant() << false;
+}
+
+void TestViewCombo::pickEndsTheGuardOfItsHostWhereItHasACode()
+{
+    QFETCH(QVariant, data);
+    QFETCH(bool, ends);
+    ZvUtilsViewComboBox combo(nullptr);
+    combo.addItem(s("somebody's"), data);
+    QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
+    combo.blockSignals(true);
+    combo.activateIndex(kRowCount);
+    QCOMPARE(combo.signalsBlocked(), !ends);
+    QCOMPARE(told.size(), ends ? 1 : 0);
 }
 
 void TestViewCombo::noRowIsNoPick()
 {
-    ZvUtilsViewComboBox combo(nullptr);
+    QWidget window;
+    QWidget view(&window);
+    view.setFocusPolicy(Qt::StrongFocus);
+    const FocusView focus(&view);
+    ZvUtilsViewComboBox combo(true, &window);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(zevaWaitForActive(&window));
+    combo.setFocus();
     QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
     combo.activateIndex(-1);
+    QVERIFY(combo.hasFocus());
     QCOMPARE(told.size(), 0);
     QCOMPARE(MacroSpy::take(), QStringList());
+    combo.activateIndex(0);
+    QVERIFY(view.hasFocus());
 }
 
 void TestViewCombo::programmaticChangeIsNoPick()
@@ -316,6 +389,50 @@ void TestViewCombo::newViewsComeAtTheNextOpening()
     QCOMPARE(combo.findText(s("New")), hooked ? kFirstNamed : -1);
     QCOMPARE(combo.currentIndex(), 4);
     QCOMPARE(MacroSpy::take(), QStringList());
+}
+
+void TestViewCombo::blankBoxShowsTheFirstRowWhenItOpens()
+{
+    ZvUtilsViewComboBox combo(true, nullptr);
+    for (int opening = 0; opening < 2; ++opening) { // the second finds the list unchanged
+        blankQuietly(combo);
+        QSignalSpy changed(&combo, SIGNAL(currentIndexChanged(int)));
+        combo.showPopup();
+        combo.hidePopup();
+        QCOMPARE(combo.getCurrentName(), s("当前"));
+        QCOMPARE(changed.size(), 0);
+        QVERIFY(!combo.signalsBlocked());
+    }
+    QCOMPARE(MacroSpy::take(), QStringList());
+}
+
+void TestViewCombo::viewThatIsGoneGivesWayToTheFirstRow()
+{
+    const ZvDbObjectId garden = addView(drawing(), L"Garden");
+    ZvUtilsViewComboBox combo(true, nullptr);
+    combo.setCurrentIndex(kFirstNamed);
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(combo.getCurrentName(), s("Garden"));
+    change<ZvDbViewTableRecord>(garden, [](ZvDbViewTableRecord &record) { record.erase(); });
+    QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(rowsOf(combo), presets());
+    QCOMPARE(combo.getCurrentName(), s("当前"));
+    QCOMPARE(told.size(), 0);
+    QCOMPARE(MacroSpy::take(), QStringList());
+}
+
+void TestViewCombo::presetsAreThereWithoutADrawing()
+{
+    zvDocManagerPtr()->closeDocument(document());
+    ZvUtilsViewComboBox combo(true, nullptr);
+    QCOMPARE(rowsOf(combo), presets());
+    combo.showPopup();
+    combo.hidePopup();
+    QCOMPARE(rowsOf(combo), presets());
+    QCOMPARE(combo.getCurrentName(), s("当前"));
 }
 
 void TestViewCombo::noNoticeChangesAnything()
