@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "paintcount.h"
 #include "pictures.h"
 #include "zevatest.h"
 #include "zvutilsiconpushbutton.h"
@@ -257,32 +258,20 @@ void TestIconPushButton::aChangedStateIsPainted()
 
 void TestIconPushButton::thePointerAsksForNoPainting()
 {
-    class Button : public ZvUtilsIconPushButton
-    {
-    public:
-        using ZvUtilsIconPushButton::ZvUtilsIconPushButton;
-        int paintings = 0;
-
-    protected:
-        void paintEvent(QPaintEvent *event) override
-        {
-            ++paintings;
-            ZvUtilsIconPushButton::paintEvent(event);
-        }
-    };
-    Button button(QString(), QStringLiteral("normal"), true, nullptr);
+    ZvUtilsIconPushButton button(QString(), QStringLiteral("normal"), true, nullptr);
     button.resize(40, 30);
+    const PaintCount painted(&button);
     button.show();
-    QTRY_VERIFY(button.paintings > 0);
+    QTRY_VERIFY(painted.count > 0);
     QCoreApplication::processEvents();
-    const int before = button.paintings;
+    const int before = painted.count;
     for (const bool over : {true, false}) {
         hover(button, over);
         QCoreApplication::processEvents();
-        QCOMPARE(button.paintings, before);
+        QCOMPARE(painted.count, before);
     }
     button.update(); // the count counts
-    QTRY_VERIFY(button.paintings > before);
+    QTRY_VERIFY(painted.count > before);
 }
 
 void TestIconPushButton::clicksLikeAButton()
