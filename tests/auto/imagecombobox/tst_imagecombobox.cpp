@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "metamethods.h"
 #include "pictures.h"
 #include "zevatest.h"
 #include "zvimagecombobox.h"
@@ -118,6 +119,8 @@ class TestImageComboBox : public ZevaTest
 {
     Q_OBJECT
 private Q_SLOTS:
+    void signalsAndSlotsAreFoundByName_data();
+    void signalsAndSlotsAreFoundByName();
     void closedBoxIsLaidOut();
     void listIsTheParentsAndGoesWithTheCombo();
     void comboWithoutParent();
@@ -168,6 +171,26 @@ private Q_SLOTS:
     void keyboardIsSeen();
     void rowsAreReadByTheirNames();
 };
+
+void TestImageComboBox::signalsAndSlotsAreFoundByName_data()
+{
+    QTest::addColumn<MetaType>("type");
+    QTest::addColumn<QStringList>("methods");
+    QTest::newRow("the combo") << MetaType(&ZvImageComboBox::staticMetaObject)
+                               << signaturesOf({"onDraw(QWidget*,QPainter*,QRect,QString&)", "itemChanged(QWidget*)",
+                                                "colorItemSelected(QWidget*)"});
+    QTest::newRow("a row") << MetaType(&ZvImageItem::staticMetaObject)
+                           << signaturesOf({"drawLocalGraphic(QPainter*,QRect,QString&)"});
+    QTest::newRow("the list") << MetaType(&ZvImageVew::staticMetaObject)
+                              << signaturesOf({"colorItemSelected(QWidget*)"});
+}
+
+void TestImageComboBox::signalsAndSlotsAreFoundByName()
+{
+    QFETCH(MetaType, type);
+    QFETCH(QStringList, methods);
+    QCOMPARE(ownMethods(*type), methods);
+}
 
 void TestImageComboBox::closedBoxIsLaidOut()
 {
