@@ -137,6 +137,7 @@ private Q_SLOTS:
     void nullPaletteIsBlack();
     void colourTextsAreRead_data();
     void colourTextsAreRead();
+    void colourTextsGoByThePaletteInForce();
     void colourTextsAreRefused_data();
     void colourTextsAreRefused();
 
@@ -164,6 +165,8 @@ private Q_SLOTS:
     void textIsTheKey();
     void appendedColours();
     void insertedColourHasItsText();
+    void rowsOfCallersGoByThePaletteInForce();
+    void rowsOfCallersHaveNoLayer();
     void placesOutOfRange_data();
     void placesOutOfRange();
     void rowOfAnEmptiedList();
@@ -187,6 +190,8 @@ private Q_SLOTS:
     void currentColourIsShown();
     void unknownColourIsAddedAndKept();
     void byLayerSwatchFollowsTheLayer();
+    void byLayerSwatchIsOfTheLayerGiven();
+    void swatchStaysWhereTheColourStays();
     void statusDecidesWhatIsShown_data();
     void statusDecidesWhatIsShown();
     void selectionIsFollowed();
@@ -200,6 +205,7 @@ private Q_SLOTS:
     void pickIsToldWithItsColour();
     void pickWritesTheCurrentColour();
     void pickWritesTheSelection();
+    void pickOfAForeignRowIsWritten();
     void pickOfAnUnhookedOneWritesNothing();
     void pickIsOneUndoStep();
     void entityOnALockedLayerIsLeftOut();
@@ -224,6 +230,7 @@ private Q_SLOTS:
     void dialogIsAskedAsTold_data();
     void dialogIsAskedAsTold();
     void cancelGoesBack();
+    void cancelGoesBackToTheLastPick();
     void oldColourStandsBehindTheDialog();
     void dialogColourIsPicked_data();
     void dialogColourIsPicked();
@@ -439,6 +446,15 @@ void TestColorComboBox::colourTextsAreRead()
     QCOMPARE(data.name, expected.name);
     QCOMPARE(data.color, expected.color);
     QCOMPARE(data.type, expected.type);
+}
+
+void TestColorComboBox::colourTextsGoByThePaletteInForce()
+{
+    zvsiutSetDisplayBackground(0xFFFFFF); // index 7 is black there
+    ColorData data;
+    QVERIFY(convertColorStrToColorData(L"7", data));
+    QCOMPARE(data.name, QStringLiteral("黑"));
+    QCOMPARE(data.color, QColor(0, 0, 0));
 }
 
 void TestColorComboBox::colourTextsAreRefused_data()
@@ -754,6 +770,32 @@ void TestColorComboBox::insertedColourHasItsText()
     QCOMPARE(dataOf(combo, 1).entityColor.color(), indexWord(5).color());
 }
 
+void TestColorComboBox::rowsOfCallersGoByThePaletteInForce()
+{
+    zvsiutSetDisplayBackground(0xFFFFFF);
+    ZvColorComboBox combo(nullptr);
+    combo.setViewStyle(0);
+    combo.AppendColorItem(colorOf(indexWord(7)));
+    combo.insertColorItem(8, QStringLiteral("mine"), colorOf(indexWord(7)));
+    QCOMPARE(combo.itemText(7), QStringLiteral("黑"));
+    QCOMPARE(dataOf(combo, 7).color, QColor(0, 0, 0));
+    QCOMPARE(dataOf(combo, 8).color, QColor(0, 0, 0));
+}
+
+void TestColorComboBox::rowsOfCallersHaveNoLayer()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(layer,
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(rgbWord(9, 8, 7))); });
+    ZvColorComboBox combo(nullptr);
+    combo.setViewStyle(0);
+    combo.setLayerId(layer);
+    combo.AppendColorItem(colorOf(word(ZvCm::kByLayer)));
+    combo.insertColorItem(8, QStringLiteral("mine"), colorOf(word(ZvCm::kByLayer)));
+    QCOMPARE(dataOf(combo, 7).color, QColor(255, 255, 255)); // the current layer's
+    QCOMPARE(dataOf(combo, 8).color, QColor(255, 255, 255));
+}
+
 void TestColorComboBox::placesOutOfRange_data()
 {
     QTest::addColumn<int>("place");
@@ -790,6 +832,10 @@ void TestColorComboBox::noneIsTheFirstRow()
     QCOMPARE(dataOf(combo, 0).entityColor.colorIndex(), std::uint16_t(257));
     QCOMPARE(combo.count(), kDefaultRows.size() + 1);
     QCOMPARE(spy.size(), 0);
+    ZvColorComboBox plain(nullptr);
+    plain.setViewStyle(0);
+    plain.SetUseColorNone(); // without the dialog's row it is appended
+    QCOMPARE(plain.itemText(7), QStringLiteral("无"));
 }
 
 void TestColorComboBox::onlyTheLastTenCustomColoursStay()
@@ -1008,6 +1054,32 @@ void TestColorComboBox::byLayerSwatchFollowsTheLayer()
     COMPARE_PICTURES(swatchOf(combo, 0), expectedSwatch(swatchSize(combo), qRgb(255, 0, 0)));
 }
 
+void TestColorComboBox::byLayerSwatchIsOfTheLayerGiven()
+{
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    change<ZvDbLayerTableRecord>(layer,
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(rgbWord(9, 8, 7))); });
+    ZvColorComboBox combo(true, nullptr);
+    combo.setLayerId(layer);
+    runMacro(L"_.REGEN ");
+    COMPARE_PICTURES(swatchOf(combo, 0), expectedSwatch(swatchSize(combo), qRgb(9, 8, 7)));
+    QCOMPARE(dataOf(combo, 0).color, QColor(255, 255, 255)); // the record waits for the next refill
+}
+
+void TestColorComboBox::swatchStaysWhereTheColourStays()
+{
+    ZvColorComboBox combo(true, nullptr);
+    runMacro(L"_.REGEN ");
+    QPixmap callers(swatchSize(combo), swatchSize(combo));
+    callers.fill(Qt::yellow);
+    combo.setItemIcon(0, callers);
+    runMacro(L"_.REGEN ");
+    QCOMPARE(swatchOf(combo, 0).pixel(1, 1), qRgb(255, 255, 0)); // the caller's own
+    change<ZvDbLayerTableRecord>(drawing().clayer(),
+                                 [](ZvDbLayerTableRecord &record) { record.setColor(colorOf(indexWord(1))); });
+    QCOMPARE(swatchOf(combo, 0).pixel(1, 1), qRgb(255, 0, 0));
+}
+
 void TestColorComboBox::statusDecidesWhatIsShown_data()
 {
     QTest::addColumn<int>("status");
@@ -1176,6 +1248,20 @@ void TestColorComboBox::pickWritesTheSelection()
     QCOMPARE(colorOfEntity(other).color(), 0xC0000000u);
     QCOMPARE(currentColor().color(), 0xC0000000u);
     QCOMPARE(combo.currentText(), QStringLiteral("红"));
+}
+
+void TestColorComboBox::pickOfAForeignRowIsWritten()
+{
+    ZvColorComboBox combo(true, nullptr);
+    ColorData foreign = formatColor(indexWord(30), zvsiutCurPalette(), ZvDbObjectId());
+    foreign.type = kColorItemForeign;
+    const int row = combo.AppendColorItem(foreign);
+    const QSignalSpy spy(&combo, &ZvColorComboBox::ColorItemChanged);
+    combo.setCurrentIndex(row);
+    QVERIFY(runCommands());
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.at(0).at(0).value<QColor>(), QColor(255, 127, 0));
+    QCOMPARE(currentColor().color(), indexWord(30).color());
 }
 
 void TestColorComboBox::pickOfAnUnhookedOneWritesNothing()
@@ -1605,6 +1691,19 @@ void TestColorComboBox::cancelGoesBack()
     QCOMPARE(spy.size(), 0);
     QCOMPARE(currentColor().color(), indexWord(3).color());
     QVERIFY(!combo.signalsBlocked());
+}
+
+void TestColorComboBox::cancelGoesBackToTheLastPick()
+{
+    // What the drawing has shown in between was not picked: it is not gone back to, and not written over either.
+    ZvColorComboBox combo(true, nullptr);
+    drawing().setCecolor(colorOf(indexWord(5)));
+    runMacro(L"_.REGEN ");
+    QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
+    QCOMPARE(pickFromDialog(combo, [](QDialog *dialog) { dialog->reject(); }), QStringLiteral("ByLayer"));
+    QCOMPARE(currentColor().color(), indexWord(5).color());
+    runMacro(L"_.REGEN ");
+    QCOMPARE(combo.currentText(), QStringLiteral("蓝"));
 }
 
 void TestColorComboBox::oldColourStandsBehindTheDialog()
