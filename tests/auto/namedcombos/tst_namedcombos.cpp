@@ -89,6 +89,33 @@ private:
     QVector<CZvQtControlHelp *> *m_receivers;
 };
 
+/// A window with the drawing's view and a control.
+struct BesideTheView
+{
+    explicit BesideTheView(QComboBox &control) : combo(control)
+    {
+        view.setFocusPolicy(Qt::StrongFocus);
+        combo.setParent(&window);
+    }
+    ~BesideTheView() { combo.setParent(nullptr); }
+    Q_DISABLE_COPY(BesideTheView)
+    /// To the control, in the active window.
+    bool giveKeyboard()
+    {
+        window.show();
+        QApplication::setActiveWindow(&window);
+        if (!zevaWaitForActive(&window))
+            return false;
+        combo.setFocus();
+        return combo.hasFocus();
+    }
+
+    QComboBox &combo;
+    QWidget window;
+    QWidget view {&window};
+    const FocusView focus {&view};
+};
+
 typedef NamedKind Bound; // what a control that follows drawing and selection is bound to
 
 /// What happens to the drawing between two openings of a list.
@@ -122,6 +149,8 @@ private Q_SLOTS:
     void worksWithoutADocument();
     void pickIsToldAndGivesTheKeyboardBack_data() { members(); }
     void pickIsToldAndGivesTheKeyboardBack();
+    void noRowIsNoPick_data();
+    void noRowIsNoPick();
     void openingFillsAnewWhereItShould_data() { members(); }
     void openingFillsAnewWhereItShould();
     void openingKeepsWhatIsShown_data() { members(); }
@@ -323,20 +352,12 @@ void TestNamedCombos::pickIsToldAndGivesTheKeyboardBack()
 {
     QFETCH(const Member *, member);
     addTextStyle(L"Alpha");
-    QWidget window;
-    QWidget view(&window);
-    view.setFocusPolicy(Qt::StrongFocus);
-    const FocusView focus(&view);
     const Combo combo = member->make(false);
-    combo->setParent(&window);
     if (combo->count() < 2)
         combo->addItems({QStringLiteral("one"), QStringLiteral("two")});
     combo->setCurrentIndex(0);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(zevaWaitForActive(&window));
-    combo->setFocus();
-    QVERIFY(combo->hasFocus());
+    BesideTheView desk(*combo);
+    QVERIFY(desk.giveKeyboard());
     QSignalSpy told(combo.get(), member->signal);
     QVERIFY(told.isValid());
     QTest::keyClick(combo.get(), Qt::Key_Down);
@@ -346,9 +367,34 @@ void TestNamedCombos::pickIsToldAndGivesTheKeyboardBack()
         const QVariant argument = told.first().first();
         QVERIFY(argument == QVariant(combo->currentText()) || argument == QVariant(1));
     }
-    QVERIFY(view.hasFocus());
+    QVERIFY(desk.view.hasFocus());
     QVERIFY(!combo->signalsBlocked());
-    combo->setParent(nullptr);
+}
+
+void TestNamedCombos::noRowIsNoPick_data()
+{
+    QTest::addColumn<const Member *>("member");
+    for (const NamedKind &kind : kNamedKinds)
+        QTest::newRow(kind.name) << &memberOf(kind.name);
+    for (const char *name : {"coordinate system", "view"})
+        QTest::newRow(name) << &memberOf(name);
+}
+
+void TestNamedCombos::noRowIsNoPick()
+{
+    QFETCH(const Member *, member);
+    const Combo combo = member->make(true);
+    BesideTheView desk(*combo);
+    QVERIFY(desk.giveKeyboard());
+    QSignalSpy told(combo.get(), member->signal);
+    const char *slot = QByteArray(member->name) == "view" ? "activateIndex" : "curIndexChanged";
+    QVERIFY(QMetaObject::invokeMethod(combo.get(), slot, Q_ARG(int, -1)));
+    QVERIFY(combo->hasFocus());
+    QCOMPARE(told.size(), 0);
+    QVERIFY(!zvedQueueHasInput());
+    QVERIFY(QMetaObject::invokeMethod(combo.get(), slot, Q_ARG(int, 0)));
+    QVERIFY(desk.view.hasFocus());
+    QCOMPARE(told.size(), 1);
 }
 
 void TestNamedCombos::openingFillsAnewWhereItShould()

@@ -160,7 +160,6 @@ private Q_SLOTS:
     void unhookedPickIsToldAndSendsNothing();
     void pickGoesByItsRowAndTellsWhatIsShown();
     void pickEndsTheGuardOfItsHost();
-    void noRowIsNoPick();
     void pickSwitchesTheSystem_data() { ucsRows(); }
     void pickSwitchesTheSystem();
     void previousSystemComesBackAndCanBeUndone();
@@ -562,26 +561,6 @@ void TestUcsCombo::pickEndsTheGuardOfItsHost()
     combo.curIndexChanged(1);
     QCOMPARE(told.size(), 1);
     QVERIFY(!combo.signalsBlocked());
-}
-
-void TestUcsCombo::noRowIsNoPick()
-{
-    QWidget window;
-    QWidget view(&window);
-    view.setFocusPolicy(Qt::StrongFocus);
-    const FocusView focus(&view);
-    ZvUtilsUcsComboBox combo(true, &window);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(zevaWaitForActive(&window));
-    combo.setFocus();
-    QSignalSpy told(&combo, &ZvUtilsUcsComboBox::itemChanged);
-    combo.setCurrentIndex(-1);
-    QVERIFY(combo.hasFocus());
-    QCOMPARE(told.size(), 0);
-    QCOMPARE(MacroSpy::take(), QStringList());
-    combo.setCurrentIndex(1);
-    QVERIFY(view.hasFocus());
 }
 
 void TestUcsCombo::pickSwitchesTheSystem()

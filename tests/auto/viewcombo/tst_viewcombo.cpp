@@ -100,7 +100,6 @@ private Q_SLOTS:
     void pickGoesByItsRowAndTellsWhatIsShown();
     void pickEndsTheGuardOfItsHostWhereItHasACode_data();
     void pickEndsTheGuardOfItsHostWhereItHasACode();
-    void noRowIsNoPick();
     void programmaticChangeIsNoPick();
     void unhookedControlSendsToo();
     void wheelSendsTheMacroOfTheRow();
@@ -310,26 +309,6 @@ void TestViewCombo::pickEndsTheGuardOfItsHostWhereItHasACode()
     combo.activateIndex(kRowCount);
     QCOMPARE(combo.signalsBlocked(), !ends);
     QCOMPARE(told.size(), ends ? 1 : 0);
-}
-
-void TestViewCombo::noRowIsNoPick()
-{
-    QWidget window;
-    QWidget view(&window);
-    view.setFocusPolicy(Qt::StrongFocus);
-    const FocusView focus(&view);
-    ZvUtilsViewComboBox combo(true, &window);
-    window.show();
-    QApplication::setActiveWindow(&window);
-    QVERIFY(zevaWaitForActive(&window));
-    combo.setFocus();
-    QSignalSpy told(&combo, &ZvUtilsViewComboBox::itemChanged);
-    combo.activateIndex(-1);
-    QVERIFY(combo.hasFocus());
-    QCOMPARE(told.size(), 0);
-    QCOMPARE(MacroSpy::take(), QStringList());
-    combo.activateIndex(0);
-    QVERIFY(view.hasFocus());
 }
 
 void TestViewCombo::programmaticChangeIsNoPick()
