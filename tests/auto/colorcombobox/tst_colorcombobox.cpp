@@ -223,6 +223,8 @@ private Q_SLOTS:
     void openingLeavesRowsThatStandAlone();
     void openingKeepsTheRowWithoutWriting();
     void blankStaysBlankOverOpening();
+    void blankShowsTheFirstRowOtherwise_data();
+    void blankShowsTheFirstRowOtherwise();
 
     // the dialog
     void dialogIsAskedForTheOldColour_data();
@@ -1569,6 +1571,36 @@ void TestColorComboBox::blankStaysBlankOverOpening()
     QVERIFY(runCommands());
     QCOMPARE(colorOfEntity(first).color(), 0xC0000000u);
     QCOMPARE(combo.currentText(), QStringLiteral("ByLayer"));
+}
+
+void TestColorComboBox::blankShowsTheFirstRowOtherwise_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<int>("row");
+    QTest::newRow("no document known") << int(ZvGlobalUIReactorHelp::kInfoNoDocument) << 0;
+    QTest::newRow("no selection") << int(ZvGlobalUIReactorHelp::kInfoNoSelection) << 0;
+    QTest::newRow("one colour") << int(ZvGlobalUIReactorHelp::kInfoUniform) << 0;
+    QTest::newRow("entities that differ") << int(ZvGlobalUIReactorHelp::kInfoMixed) << -1;
+}
+
+void TestColorComboBox::blankShowsTheFirstRowOtherwise()
+{
+    QFETCH(int, status);
+    QFETCH(int, row);
+    ZvColorComboBox combo(true, nullptr);
+    combo.show();
+    combo.pickFirstInfo->status = status;
+    {
+        const QSignalBlocker showing(combo);
+        combo.clear(); // as without a document
+    }
+    const QSignalSpy index(&combo, qOverload<int>(&QComboBox::currentIndexChanged));
+    combo.showPopup();
+    QCOMPARE(rowsOf(combo), kDefaultRows);
+    QCOMPARE(combo.currentIndex(), row);
+    combo.hidePopup();
+    QCOMPARE(index.size(), 0);
+    QVERIFY(!combo.signalsBlocked());
 }
 
 // ---- the dialog -----------------------------------------------------------------------------------------------------
