@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "addrecord.h"
 #include "drawingtest.h"
 #include "zvcolorcombobox.h"
 #include "zvqtcontrolhelp.h"
@@ -8,9 +9,12 @@
 #include "core/zvsystem.h"
 
 #include <QComboBox>
+#include <QHash>
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <stdexcept>
 #include <type_traits>
 
@@ -91,6 +95,19 @@ CZvGlobalUIReactorHelp noticeOfKind(std::uint64_t kind)
 
 typedef std::vector<std::uint64_t> Kinds;
 
+/// Records of classes that derive from those that the bus knows.
+class SpecialLayer : public ZvDbLayerTableRecord
+{
+    ZVRX_DECLARE_MEMBERS(SpecialLayer)
+};
+ZVRX_DEFINE_MEMBERS(SpecialLayer, ZvDbLayerTableRecord)
+
+class SpecialViewport : public ZvDbViewportTableRecord
+{
+    ZVRX_DECLARE_MEMBERS(SpecialViewport)
+};
+ZVRX_DEFINE_MEMBERS(SpecialViewport, ZvDbViewportTableRecord)
+
 } // namespace
 
 class TestUpdateBus : public DrawingTest
@@ -129,14 +146,17 @@ private Q_SLOTS:
     void switchedOffOnlyTheEndOfACommandGetsThrough();
     void runningCommandKeepsVariablesAndObjectsOut();
     void activeDialogKeepsVariablesAndObjectsOut();
+    void unreadableCommandStateCountsAsNone();
     void cancelledCommandLetsVariablesThroughAgain();
     void failedCommandKeepsVariablesOutUntilTheNextEnd();
     void firstEndOfNestedCommandsLetsVariablesThrough();
     void deliveryOfAnObjectKeepsOtherNoticesOut();
     void deliveryOfTheSelectionKeepsOtherNoticesOut();
+    void innerDeliveryEndsTheOuterOnesSilence();
     void deliveryOfACommandsEndLetsNestedNoticesThrough();
     void unmodifiedObjectIsNotTold();
     void nullObjectIsNotTold();
+    void viewportRecordIsToldOnlyWithoutASelection_data();
     void viewportRecordIsToldOnlyWithoutASelection();
     void variableNobodySetIsNotTold();
 
@@ -152,6 +172,9 @@ private Q_SLOTS:
     void receiverWithoutSummaryAddsNone();
     void summaryIsResetOnceANotice();
     void sharedSummaryIsKeptOnce();
+    void sharedSummaryGoesWithTheFirstThatLeaves();
+    void leavingKeepsTheOrderOfTheOtherSummaries();
+    void joiningAgainBringsASummaryThatWasMissing();
     void scanOpensEachEntityOnceForAllSummaries_data();
     void scanOpensEachEntityOnceForAllSummaries();
     void foreignSummaryBesideUnchangedOnesOpensEachEntityOnce();
@@ -176,6 +199,8 @@ private Q_SLOTS:
     void busWorksWithoutEditorAndManagers();
     void busSurvivesAnEditorOfAnotherClass();
     void documentOpenBeforeTheBusIsNotHeardOf();
+    void newDocumentJoinsTheCurrentDrawing();
+    void documentsWithoutACurrentDrawingJoinAndLeaveNothing();
     void documentDestroyedWhileAnotherIsCurrentIsHarmless();
 
     // the whole way
@@ -326,6 +351,29 @@ void TestUpdateBus::interfaceStandsInItsOrder()
     const char *bytes = reinterpret_cast<const char *>(static_cast<CZvQtControlHelp *>(&recorder));
     QCOMPARE(reinterpret_cast<const char *>(&recorder.hooked) - bytes, std::ptrdiff_t(sizeof(void *)));
     QCOMPARE(reinterpret_cast<const char *>(&recorder.pickFirstInfo) - bytes, std::ptrdiff_t(2 * sizeof(void *)));
+    // The service that controls find the bus by: its two operations stand behind the eight of every object.
+    ZvRxObject *service = zv_arbitDict_getservice(ZvString(wchar_t(14)));
+    QVERIFY(service);
+    FollowingBox box;
+    CountingInfo lent;
+    box.pickFirstInfo = &lent;
+    typedef void (*ServiceOperation)(ZvRxObject *, CZvQtControlHelp *);
+    reinterpret_cast<ServiceOperation>(slotOf(service, 8))(service, &box);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(lent.resets, 1);
+    reinterpret_cast<ServiceOperation>(slotOf(service, 9))(service, &box);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(lent.resets, 1);
+
+    // The four sides of the reactor, one behind the other.
+    const auto placeOf = [](const ZvRxObject *side) { return reinterpret_cast<const char *>(side); };
+    const ZvMonitorGlobalUISystemVarReactor &reactor = bus();
+    const char *const places[] = {placeOf(static_cast<const ZvEditorReactor *>(&reactor)),
+                                  placeOf(static_cast<const ZvApDocManagerReactor *>(&reactor)),
+                                  placeOf(static_cast<const ZvDbDatabaseReactor *>(&reactor)),
+                                  placeOf(static_cast<const ZvDbLayoutManagerReactor *>(&reactor))};
+    QVERIFY(std::is_sorted(std::begin(places), std::end(places)));
+    QCOMPARE(places[0], reinterpret_cast<const char *>(&reactor));
     // The reactor is nobody's to count or delete.
     static_assert(std::is_base_of_v<ZvStaticRxObject<ZvEditorReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
     static_assert(std::is_base_of_v<ZvStaticRxObject<ZvApDocManagerReactor>, ZvMonitorGlobalUISystemVarReactor>, "");
@@ -468,6 +516,7 @@ void TestUpdateBus::changeAffectsTheSelection_data()
     QTest::newRow("layer, something selected") << true << "layer" << true;
     QTest::newRow("layer, nothing selected") << false << "layer" << false;
     QTest::newRow("text style, something selected") << true << "style" << false;
+    QTest::newRow("of a class derived from the layer's, something selected") << true << "special layer" << false;
 }
 
 void TestUpdateBus::changeAffectsTheSelection()
@@ -475,14 +524,16 @@ void TestUpdateBus::changeAffectsTheSelection()
     QFETCH(bool, hasSelection);
     QFETCH(QString, object);
     const ZvDbObjectId line = addLine();
-    const ZvDbObjectId layer = addLayer(L"Walls");
+    const ZvDbObjectId layer = object.startsWith(QLatin1String("special"))
+        ? addRecord<ZvDbLayerTable, SpecialLayer>(drawing(), L"Walls")
+        : addLayer(L"Walls");
     const ZvDbObjectId style = addTextStyle(L"Small");
     if (hasSelection)
         select({line});
     Recorder recorder(bus());
     if (object == QLatin1String("entity"))
         change<ZvDbEntity>(line, [](ZvDbEntity &entity) { entity.setLineWeight(ZvDb::kLnWt100); });
-    else if (object == QLatin1String("layer"))
+    else if (object.endsWith(QLatin1String("layer")))
         change<ZvDbLayerTableRecord>(layer, [](ZvDbLayerTableRecord &record) { record.setIsLocked(true); });
     else
         change<ZvDbTextStyleTableRecord>(style, [](ZvDbTextStyleTableRecord &record) { record.setXScale(2.0); });
@@ -493,18 +544,27 @@ void TestUpdateBus::changeAffectsTheSelection()
 void TestUpdateBus::noticeLivesOnAsAnEvent()
 {
     const auto type = QEvent::Type(QEvent::registerEventType());
+    const ZvDbLine line;
     CZvGlobalUIReactorHelp notice = noticeOfKind(kNoticeObject);
     notice.name = L"CECOLOR";
+    notice.object = &line;
     notice.database = &drawing();
     notice.affectsSelection = true;
     const ZvUpdateUiEvent event(notice, type);
-    notice.name = L"";
+    notice = CZvGlobalUIReactorHelp();
     QCOMPARE(event.type(), type);
     QCOMPARE(event.kind, std::uint64_t(kNoticeObject));
     QCOMPARE(event.name, ZvString(L"CECOLOR"));
-    QCOMPARE(event.object, nullptr);
+    QCOMPARE(event.object, static_cast<const ZvDbObject *>(&line));
     QCOMPARE(event.database, &drawing());
     QVERIFY(event.affectsSelection);
+    const ZvUpdateUiEvent other(notice, QEvent::User);
+    QCOMPARE(other.type(), QEvent::User);
+    QVERIFY(!other.affectsSelection);
+    // The fields stand in this order behind those of every event.
+    const void *const fields[]
+        = {&event, &event.kind, &event.name, &event.object, &event.database, &event.affectsSelection};
+    QVERIFY(std::is_sorted(std::begin(fields), std::end(fields)));
 }
 
 void TestUpdateBus::layoutManagerNoticesAreEmpty()
@@ -536,10 +596,14 @@ void TestUpdateBus::eventIsDroppedOrNot_data()
         {"command running", true, false, true},
         {"dialog active", true, false, true},
         {"in a notice of an object", true, false, true},
+        {"in a notice of a new object", true, false, true},
+        {"in a notice of an erased object", true, false, true},
         {"in a notice of the selection", true, false, true},
         {"in a notice of a variable", true, true, true},
         {"in a notice of a command's end", true, true, true},
         {"in a notice of a layout", true, true, true},
+        {"in a notice of a document", true, true, true},
+        {"in a notice of the host's", true, true, true},
         {"switched off", false, false, true},
         {"switched off, command running", false, false, true},
     };
@@ -583,12 +647,16 @@ void TestUpdateBus::eventIsDroppedOrNot()
             raise(Event(event), line);
             count = recorder.notices.size() - before;
         };
-        raise(state.endsWith(QLatin1String("an object"))       ? kModified
-                  : state.endsWith(QLatin1String("selection")) ? kSelection
-                  : state.endsWith(QLatin1String("variable"))  ? kVariable
-                  : state.endsWith(QLatin1String("layout"))    ? kLayout
-                                                               : kEnded,
-              other);
+        const QHash<QString, Event> outer = {
+            {QStringLiteral("an object"), kModified},      {QStringLiteral("a new object"), kAppended},
+            {QStringLiteral("an erased object"), kErased}, {QStringLiteral("the selection"), kSelection},
+            {QStringLiteral("a variable"), kVariable},     {QStringLiteral("a command's end"), kEnded},
+            {QStringLiteral("a layout"), kLayout},         {QStringLiteral("a document"), kDocumentCurrent},
+            {QStringLiteral("the host's"), kFromHost},
+        };
+        const QString of = state.mid(int(qstrlen("in a notice of ")));
+        QVERIFY(outer.contains(of));
+        raise(outer.value(of), other);
         QVERIFY(isInside);
     } else {
         raise(Event(event), line);
@@ -731,6 +799,19 @@ void TestUpdateBus::activeDialogKeepsVariablesAndObjectsOut()
     QCOMPARE(recorder.kinds(), Kinds {kNoticeSysVar});
 }
 
+void TestUpdateBus::unreadableCommandStateCountsAsNone()
+{
+    Recorder recorder(bus());
+    zvedDialogStarted();
+    zvedSetVarReadable(L"CMDACTIVE", false);
+    drawing().setCelweight(ZvDb::kLnWt050);
+    addLine();
+    zvedSetVarReadable(L"CMDACTIVE", true);
+    drawing().setCelweight(ZvDb::kLnWt100); // the dialog is still there
+    zvedDialogEnded();
+    QCOMPARE(recorder.kinds(), (Kinds{kNoticeSysVar, kNoticeObject}));
+}
+
 void TestUpdateBus::cancelledCommandLetsVariablesThroughAgain()
 {
     Recorder recorder(bus());
@@ -792,6 +873,20 @@ void TestUpdateBus::deliveryOfTheSelectionKeepsOtherNoticesOut()
     QCOMPARE(recorder.kinds(), (Kinds {kNoticePickFirst, kNoticeSysVar}));
 }
 
+void TestUpdateBus::innerDeliveryEndsTheOuterOnesSilence()
+{
+    Recorder recorder(bus());
+    recorder.react = [this](const CZvGlobalUIReactorHelp &notice) {
+        if (notice.kind != kNoticeObject)
+            return;
+        drawing().setCelweight(ZvDb::kLnWt050);
+        bus().pickfirstModified();
+        drawing().setCelweight(ZvDb::kLnWt100);
+    };
+    addLine();
+    QCOMPARE(recorder.kinds(), (Kinds{kNoticeObject, kNoticePickFirst, kNoticeSysVar}));
+}
+
 void TestUpdateBus::deliveryOfACommandsEndLetsNestedNoticesThrough()
 {
     Recorder recorder(bus());
@@ -822,10 +917,19 @@ void TestUpdateBus::nullObjectIsNotTold()
     QVERIFY(recorder.notices.empty());
 }
 
+void TestUpdateBus::viewportRecordIsToldOnlyWithoutASelection_data()
+{
+    QTest::addColumn<bool>("isDerived");
+    QTest::newRow("a viewport's record") << false;
+    QTest::newRow("of a class derived from it") << true;
+}
+
 void TestUpdateBus::viewportRecordIsToldOnlyWithoutASelection()
 {
+    QFETCH(bool, isDerived);
     const ZvDbObjectId line = addLine();
-    const ZvDbObjectId viewport = drawing().currentViewportId();
+    const ZvDbObjectId viewport = isDerived ? addRecord<ZvDbViewportTable, SpecialViewport>(drawing(), L"Special")
+                                            : drawing().currentViewportId();
     Recorder recorder(bus());
     const auto touch = [&](double height) {
         change<ZvDbViewportTableRecord>(viewport, [=](ZvDbViewportTableRecord &record) { record.setHeight(height); });
@@ -1045,6 +1149,47 @@ void TestUpdateBus::sharedSummaryIsKeptOnce()
     Recorder second(bus(), &info);
     bus().pickfirstModified();
     QCOMPARE(info.resets, 1);
+}
+
+void TestUpdateBus::sharedSummaryGoesWithTheFirstThatLeaves()
+{
+    CountingInfo info;
+    Recorder stays(bus(), &info);
+    {
+        const Recorder leaves(bus(), &info);
+    }
+    bus().pickfirstModified();
+    QCOMPARE(stays.notices.size(), std::size_t(1));
+    QCOMPARE(info.resets, 0);
+}
+
+void TestUpdateBus::leavingKeepsTheOrderOfTheOtherSummaries()
+{
+    QStringList calls;
+    CalledInfo a(QStringLiteral("a"), calls);
+    CalledInfo b(QStringLiteral("b"), calls);
+    CalledInfo c(QStringLiteral("c"), calls);
+    CalledInfo d(QStringLiteral("d"), calls);
+    Recorder first(bus(), &a);
+    auto second = std::make_unique<Recorder>(bus(), &b);
+    Recorder third(bus(), &c);
+    Recorder fourth(bus(), &d);
+    second.reset();
+    bus().commandEnded(L"LINE");
+    QCOMPARE(calls, QStringLiteral("reset a,reset c,reset d").split(QLatin1Char(',')));
+}
+
+void TestUpdateBus::joiningAgainBringsASummaryThatWasMissing()
+{
+    CountingInfo info;
+    Recorder recorder(bus());
+    recorder.pickFirstInfo = &info;
+    bus().commandEnded(L"LINE");
+    QCOMPARE(info.resets, 0);
+    bus().addUpdateUIReceiver(&recorder);
+    bus().commandEnded(L"LINE");
+    QCOMPARE(info.resets, 1);
+    QCOMPARE(recorder.notices.size(), std::size_t(2)); // it is on the bus once
 }
 
 void TestUpdateBus::scanOpensEachEntityOnceForAllSummaries_data()
@@ -1415,6 +1560,44 @@ void TestUpdateBus::documentOpenBeforeTheBusIsNotHeardOf()
     recorder.notices.clear();
     addLine();
     QCOMPARE(recorder.kinds(), Kinds {kNoticeObject});
+}
+
+void TestUpdateBus::newDocumentJoinsTheCurrentDrawing()
+{
+    ZvDbDatabase *first = &drawing();
+    openAnother();
+    ZvMonitorGlobalUISystemVarReactor late;
+    Recorder recorder(late);
+    zvdbSetCurDatabase(first);
+    late.documentCreated(document()); // whose drawing is not the current one
+    zvdbSetCurDatabase(document()->database());
+    late.enableUpdateUI(true);
+    addLine();
+    QVERIFY(recorder.notices.empty());
+    ZvDbObjectId line;
+    QCOMPARE(first->appendEntity(new ZvDbLine({0, 0, 0}, {1, 1, 0}), first->modelSpaceId(), line), Zv::eOk);
+    QCOMPARE(recorder.kinds(), Kinds{kNoticeObject});
+    QCOMPARE(recorder.notices[0].database, first);
+}
+
+void TestUpdateBus::documentsWithoutACurrentDrawingJoinAndLeaveNothing()
+{
+    ZvMonitorGlobalUISystemVarReactor late;
+    Recorder recorder(late);
+    zvdbSetCurDatabase(nullptr);
+    late.documentCreated(document());
+    zvdbSetCurDatabase(document()->database());
+    late.enableUpdateUI(true);
+    addLine();
+    QVERIFY(recorder.notices.empty());
+
+    late.documentCreated(document());
+    zvdbSetCurDatabase(nullptr);
+    late.documentToBeDestroyed(document());
+    zvdbSetCurDatabase(document()->database());
+    late.enableUpdateUI(true);
+    addLine();
+    QCOMPARE(recorder.kinds(), Kinds{kNoticeObject}); // still joined
 }
 
 void TestUpdateBus::documentDestroyedWhileAnotherIsCurrentIsHarmless()
