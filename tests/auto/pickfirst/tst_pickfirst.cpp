@@ -192,7 +192,9 @@ private Q_SLOTS:
     void textStyleIsThatOfFourClasses();
 
     // one property at a time
+    void queryTellsDocumentAndSelection_data();
     void queryTellsDocumentAndSelection();
+    void queryPassesOverWhatCannotBeOpened();
     void queryAgreesWithItsSummary();
     void queryOfMixedEntitiesKeepsTheFirstValue();
     void styleQueriesPassOverOtherClasses();
@@ -424,6 +426,18 @@ void TestPickFirst::nullSummaryMakesTheScanRunToItsEnd()
     QCOMPARE(first.pairs.size(), std::size_t(1));
     QCOMPARE(drawing().openingsCount() - before, std::uint64_t(20));
     QCOMPARE(color.status, int(kInfoUniform));
+
+    // Also when every other one is mixed.
+    Pairs second;
+    second.mixedAfter = 2;
+    second.reset();
+    Infos two;
+    two.append(nullptr);
+    two.append(&second);
+    const std::uint64_t then = drawing().openingsCount();
+    ZevaUISetting::getPickFirstInfos(two);
+    QCOMPARE(second.pairs.size(), std::size_t(2));
+    QCOMPARE(drawing().openingsCount() - then, std::uint64_t(20));
 }
 
 void TestPickFirst::mixedSummaryIsNotGivenFurtherPairs()
@@ -449,13 +463,12 @@ void TestPickFirst::unopenableEntityCountsAsAbsent()
     Infos infos;
     infos.append(&info);
     ZevaUISetting::getPickFirstInfos(infos);
-    if (selection().ids().size() == 3) {
-        QCOMPARE(info.pairs[0].first, ZvDbObjectId());
-        QCOMPARE(info.pairs[0].second, last);
-        QCOMPARE(info.pairs[1].first, middle);
-    } else {
-        QCOMPARE(selection().ids().size(), std::size_t(2)); // an editor that drops what is erased
-    }
+    QCOMPARE(selection().ids().size(), std::size_t(3)); // it stays until a command ends
+    QCOMPARE(info.pairs.size(), std::size_t(2));
+    QCOMPARE(info.pairs[0].first, ZvDbObjectId());
+    QCOMPARE(info.pairs[0].second, last);
+    QCOMPARE(info.pairs[1].first, middle);
+    QCOMPARE(info.pairs[1].second, ZvDbObjectId());
 }
 
 void TestPickFirst::scanLeavesNothingOpen()
@@ -1042,27 +1055,54 @@ void TestPickFirst::otherClassMakesAStyleMixed()
 
 void TestPickFirst::absentFirstEntityMakesAClassStyleMixed_data()
 {
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("isText");
-    QTest::newRow("dimension style") << int(kInfoMixed) << false;
-    QTest::newRow("text style") << int(kInfoUniform) << true;
+    QTest::addColumn<int>("property"); // as in TenOf::infos()
+    QTest::addColumn<bool>("isMixed");
+    const char *const names[] = {"colour",     "line type",   "line weight",     "layer",      "material",
+                                 "plot style", "table style", "dimension style", "text style", "multileader style"};
+    for (int i = 0; i < 10; ++i)
+        QTest::newRow(names[i]) << i << (i == 6 || i == 7 || i == 9);
 }
 
 void TestPickFirst::absentFirstEntityMakesAClassStyleMixed()
 {
-    QFETCH(int, status);
-    QFETCH(bool, isText);
-    const ZvDbObjectId dimension = addDimension(addDimStyle(L"Fine"));
-    const ZvDbObjectId text = addText(addTextStyle(L"Fine"));
-    SDimStyleInfo dim;
-    STextStyleInfo style;
-    dim.reset();
-    style.reset();
-    read<ZvDbEntity>(isText ? text : dimension, [&](const ZvDbEntity &entity) {
-        dim.merge(nullptr, &entity);
-        style.merge(nullptr, &entity);
+    QFETCH(int, property);
+    QFETCH(bool, isMixed);
+    const ZvDbObjectId tableStyle = addTableStyle(L"Fine");
+    const ZvDbObjectId dimStyle = addDimStyle(L"Fine");
+    const ZvDbObjectId textStyle = addTextStyle(L"Fine");
+    const ZvDbObjectId leaderStyle = addMLeaderStyle(L"Fine");
+    const ZvDbObjectId entity = property == 6 ? addTable(tableStyle)
+        : property == 7                       ? addDimension(dimStyle)
+        : property == 9                       ? addMLeader(leaderStyle)
+                                              : addText(textStyle);
+    const ZvDbObjectId layer = addLayer(L"Walls");
+    addLineType(L"HIDDEN");
+    addMaterial(L"Brick");
+    addPlotStyle(L"Fine");
+    change<ZvDbEntity>(entity, [=](ZvDbEntity &changed) {
+        changed.setColor(colorOfIndex(1));
+        changed.setLinetype(L"HIDDEN");
+        changed.setLineWeight(ZvDb::kLnWt050);
+        changed.setLayer(layer);
+        changed.setMaterial(L"Brick");
+        changed.setPlotStyleName(L"Fine");
     });
-    QCOMPARE(isText ? style.status : dim.status, status);
+    for (const bool firstIsAbsent : {true, false}) {
+        Ten ten;
+        SPickFirstInfo *info = ten.infos()[property];
+        info->reset();
+        read<ZvDbEntity>(entity, [&](const ZvDbEntity &there) {
+            info->merge(firstIsAbsent ? nullptr : &there, firstIsAbsent ? &there : nullptr);
+        });
+        const bool hasValue = !(isMixed && firstIsAbsent);
+        QCOMPARE(info->status, int(hasValue ? kInfoUniform : kInfoMixed));
+        const bool values[] = {ten.color.value == colorOfIndex(1),       ten.lineType.value == ZvString(L"HIDDEN"),
+                               ten.lineWeight.value == ZvDb::kLnWt050,   ten.layer.value == layer,
+                               ten.material.value == ZvString(L"Brick"), ten.plotStyle.value == ZvString(L"Fine"),
+                               ten.tableStyle.value == tableStyle,       ten.dimStyle.value == dimStyle,
+                               ten.textStyle.value == textStyle,         ten.mleaderStyle.value == leaderStyle};
+        QCOMPARE(values[property], hasValue);
+    }
 }
 
 void TestPickFirst::absentPairChangesNothing()
@@ -1096,21 +1136,81 @@ void TestPickFirst::textStyleIsThatOfFourClasses()
 
 // ---- one property at a time
 
+namespace {
+
+typedef ZevaUISetting S;
+
+/// Calls a query with a value that is there before; its answer, and whether the value is the empty one afterwards.
+template <class T, int (*query)(T &)> std::pair<int, bool> answerOf(const T &before, const T &empty)
+{
+    T value = before;
+    const int status = query(value);
+    return {status, value == empty};
+}
+
+template <int (*query)(ZvDbObjectId &)> std::pair<int, bool> idAnswer()
+{
+    return answerOf<ZvDbObjectId, query>(ZvDbObjectId::fromInt64(5), ZvDbObjectId());
+}
+
+template <int (*query)(ZvString &)> std::pair<int, bool> nameAnswer()
+{
+    return answerOf<ZvString, query>(L"x", ZvString());
+}
+
+constexpr struct
+{
+    const char *name;
+    std::pair<int, bool> (*answer)();
+} kQueries[] = {
+    {"colour", [] { return answerOf<ZvCmColor, S::getPickFirstEntitiesColor>(colorOfIndex(7), ZvCmColor()); }},
+    {"layer", idAnswer<S::getPickFirstEntitiesLayer>},
+    {"line type", nameAnswer<S::getPickFirstEntitiesLType>},
+    {"line weight",
+     [] { return answerOf<ZvDb::LineWeight, S::getPickFirstEntitiesLWeight>(ZvDb::kLnWt100, ZvDb::kLnWtByLayer); }},
+    {"material", nameAnswer<S::getPickFirstEntitiesMaterial>},
+    {"plot style", nameAnswer<S::getPickFirstEntitiesCPlotStyle>},
+    {"table style", idAnswer<S::getPickFirstTablesStyle>},
+    {"dimension style", idAnswer<S::getPickFirstDimsStyle>},
+    {"text style", idAnswer<S::getPickFirstTextsStyle>},
+    {"multileader style", idAnswer<S::getPickFirstMLeadersStyle>},
+};
+
+} // namespace
+
+void TestPickFirst::queryTellsDocumentAndSelection_data()
+{
+    QTest::addColumn<int>("query");
+    for (const auto &query : kQueries)
+        QTest::newRow(query.name) << int(&query - kQueries);
+}
+
 void TestPickFirst::queryTellsDocumentAndSelection()
 {
-    ZvCmColor color = colorOfIndex(7);
-    QCOMPARE(ZevaUISetting::getPickFirstEntitiesColor(color), int(kInfoNoSelection));
-    QCOMPARE(color, ZvCmColor());
-    ZvDb::LineWeight weight = ZvDb::kLnWt100;
-    QCOMPARE(ZevaUISetting::getPickFirstEntitiesLWeight(weight), int(kInfoNoSelection));
-    QCOMPARE(int(weight), -1);
+    QFETCH(int, query);
+    const auto answer = kQueries[query].answer;
+    QCOMPARE(answer(), std::make_pair(int(kInfoNoSelection), true));
     zvDocManagerPtr()->closeDocument(document());
-    ZvString name = L"x";
-    QCOMPARE(ZevaUISetting::getPickFirstEntitiesLType(name), int(kInfoNoDocument));
-    QVERIFY(name.isEmpty());
-    ZvDbObjectId id = ZvDbObjectId::fromInt64(5);
-    QCOMPARE(ZevaUISetting::getPickFirstDimsStyle(id), int(kInfoNoDocument));
-    QVERIFY(id.isNull());
+    QCOMPARE(answer(), std::make_pair(int(kInfoNoDocument), true));
+}
+
+void TestPickFirst::queryPassesOverWhatCannotBeOpened()
+{
+    const std::vector<ZvDbObjectId> ids{addLine(), addLine(), addLine()};
+    for (const std::size_t end : {1, 2})
+        change<ZvDbEntity>(ids[end], [](ZvDbEntity &entity) { entity.setColor(colorOfIndex(1)); });
+    select(ids);
+    ZvCmColor color;
+    QCOMPARE(ZevaUISetting::getPickFirstEntitiesColor(color), int(kInfoMixed));
+    {
+        const ZvDbObjectPointer<ZvDbEntity> held(ids[0], ZvDb::kForWrite);
+        QCOMPARE(ZevaUISetting::getPickFirstEntitiesColor(color), int(kInfoUniform));
+        QCOMPARE(color, colorOfIndex(1));
+    }
+    const ZvDbObjectPointer<ZvDbEntity> last(ids[2], ZvDb::kForWrite);
+    const ZvDbObjectPointer<ZvDbEntity> middle(ids[1], ZvDb::kForWrite);
+    QCOMPARE(ZevaUISetting::getPickFirstEntitiesColor(color), int(kInfoUniform));
+    QCOMPARE(color, ZvCmColor());
 }
 
 void TestPickFirst::queryAgreesWithItsSummary()
