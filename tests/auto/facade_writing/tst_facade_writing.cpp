@@ -60,6 +60,8 @@ private Q_SLOTS:
     void propertyOfAnotherClassIsNot_data();
     void propertyOfAnotherClassIsNot();
     void nullEntityAndUnknownPropertyChangeNothing();
+    void answerOfTheKernelIsNotRead_data();
+    void answerOfTheKernelIsNotRead();
     void textStyleReachesTextsOnly();
     void subEntitiesFollow_data();
     void subEntitiesFollow();
@@ -68,6 +70,7 @@ private Q_SLOTS:
 
     // the selection
     void selectionIsWrittenInOneStep();
+    void selectionIsWrittenInsideOneFrame();
     void emptySelectionOpensNoFrame();
     void equalEntitiesStayOutOfUndoAndNotices();
     void lockedEntitiesAreLeftOutAndReported();
@@ -243,6 +246,28 @@ void TestFacadeWriting::nullEntityAndUnknownPropertyChangeNothing()
     });
 }
 
+void TestFacadeWriting::answerOfTheKernelIsNotRead_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("line type") << 2;
+    QTest::newRow("layer") << 3;
+    QTest::newRow("material") << 4;
+    QTest::newRow("plot style") << 9;
+}
+
+void TestFacadeWriting::answerOfTheKernelIsNotRead()
+{
+    // A name that the drawing lacks differs, and so it is written as far as this goes.
+    QFETCH(int, number);
+    EntityValue value;
+    value.name = L"no such name";
+    change<ZvDbEntity>(addLine(), [&](ZvDbEntity &entity) {
+        const QString before = property(entity, number);
+        QVERIFY(ZevaUISetting::setProperty(&entity, ZevaUISetting::Entity_Property(number), value));
+        QCOMPARE(property(entity, number), before);
+    });
+}
+
 void TestFacadeWriting::textStyleReachesTextsOnly()
 {
     EntityValue value;
@@ -356,6 +381,22 @@ void TestFacadeWriting::selectionIsWrittenInOneStep()
     for (const ZvDbObjectId line : lines)
         QCOMPARE(colorOf(line), ZvCmColor());
     QVERIFY(!drawing().canUndo());
+}
+
+void TestFacadeWriting::selectionIsWrittenInsideOneFrame()
+{
+    select({addLine(), addLine(), addLine()});
+    Listener listener(drawing());
+    std::vector<int> depths;
+    std::vector<int> open;
+    listener.react = [&] {
+        depths.push_back(drawing().frameDepth());
+        open.push_back(drawing().openObjectCount());
+    };
+    ZevaUISetting::setSelectedProperty(ZevaUISetting::kColor, colorValue(1));
+    QCOMPARE(depths, (std::vector<int>{1, 1, 1}));
+    QCOMPARE(open, (std::vector<int>{0, 0, 0})); // each is closed before the next is opened
+    QCOMPARE(drawing().frameDepth(), 0);
 }
 
 void TestFacadeWriting::emptySelectionOpensNoFrame()
