@@ -6,6 +6,7 @@
 #include "base/zvlog.h"
 #include "base/zvregistry.h"
 #include "core/zvsystem.h"
+#include "db/zvdbdictionary.h"
 #include "db/zvdbhostservice.h"
 
 #include <QFocusEvent>
@@ -140,6 +141,7 @@ private Q_SLOTS:
     void pickDuringACommandFallsIntoIt();
     void pickDuringADialogIsWrittenAtOnce();
     void pickWithUnreadableCommandStateIssuesTheMacro();
+    void macroIsIssuedUnseen_data();
     void macroIsIssuedUnseen();
     void unknownRequestDoesNothing_data();
     void unknownRequestDoesNothing();
@@ -151,6 +153,7 @@ private Q_SLOTS:
     void pickWithoutTheServiceIsLost();
     void pickThrowsWhereTheServiceIsOfAWrongClass();
     void commandFailsWhereTheServiceIsOfAWrongClass();
+    void commandWithoutTheServiceDoesNothing();
     void dimensionStyleBringsItsVariables();
     void unknownDimensionStyleIsTheLastOne();
     void settersFillWhatTheTableSays_data();
@@ -164,9 +167,12 @@ private Q_SLOTS:
     void emptyNameWritesNothingToASelection_data();
     void emptyNameWritesNothingToASelection();
     void styleOfASelectionIsFoundByName();
+    void idOrNameCountsForASelection_data();
+    void idOrNameCountsForASelection();
 
     // the layer
     void layerThatIsCurrentAlreadyIsAccepted();
+    void currentLayerIsAcceptedThoughFrozen();
     void frozenLayerIsRefusedWithAMessage();
     void referencedLayerIsRefusedOnlyWithoutASelection();
     void erasedLayerIsRefused();
@@ -185,6 +191,8 @@ private Q_SLOTS:
     void currentLayerIsSwitchedOffOnlyAfterAQuestion();
     void otherLayersAreNeverAskedFor();
     void currentLayerIsNotFrozen();
+    void currentLayerIsLockedAndColouredUnasked();
+    void layerStatesNeedACurrentDrawing();
     void unknownLayerStateChangesNothing();
     void layerThatCannotBeWrittenIsLeft();
     void layerStateIsUndoable();
@@ -200,6 +208,7 @@ private Q_SLOTS:
     void lineWeightHasItsLabel();
     void unknownLineWeightHasAnEmptyLabel();
     void currentLineTypeName();
+    void currentValuesAreThoseOfTheCurrentDrawing();
     void emptyOperationsDoNothing();
 
     // work block and focus
@@ -351,9 +360,17 @@ void TestFacadeCurrent::validIdComesBeforeTheName()
 {
     QFETCH(int, kind);
     QFETCH(QString, wanted);
-    if (kind == ZevaUISetting::kPlotStyle)
-        return; // goes by the name alone
     makeRecords();
+    if (kind == ZevaUISetting::kPlotStyle) { // goes by the name alone
+        addPlotStyle(L"Other");
+        const ZvDbObjectPointer<ZvDbDictionary> styles(drawing().plotStyleDictionaryId(), ZvDb::kForRead);
+        ZvDbObjectId other;
+        QCOMPARE(styles->getAt(L"Other", other), Zv::eOk);
+        request(kind, other, toZv(wanted));
+        QVERIFY(runCommands());
+        QCOMPARE(drawing().cplotstyle(), toZv(wanted));
+        return;
+    }
     const ZvDbObjectId id = find(kind, toZv(wanted));
     request(kind, id, L"some other name");
     QVERIFY(runCommands());
@@ -484,14 +501,30 @@ void TestFacadeCurrent::pickWithUnreadableCommandStateIssuesTheMacro()
     QCOMPARE(drawing().cecolor(), colorOfIndex(4));
 }
 
+void TestFacadeCurrent::macroIsIssuedUnseen_data()
+{
+    QTest::addColumn<bool>("ofDocument"); // where the state is looked at
+    QTest::addColumn<bool>("documentHasContext");
+    QTest::addColumn<bool>("echo"); // at the time of the macro
+    QTest::newRow("the document's context") << true << true << false;
+    QTest::newRow("the default one beside it") << false << true << true;
+    QTest::newRow("the default one alone") << false << false << false;
+}
+
 void TestFacadeCurrent::macroIsIssuedUnseen()
 {
-    ZvEdDisplayContext *display = document()->editingContext()->displayContext();
+    QFETCH(bool, ofDocument);
+    QFETCH(bool, documentHasContext);
+    QFETCH(bool, echo);
+    ZvEdContext *context = ofDocument ? document()->editingContext() : zvDocManagerPtr()->defaultEditingContext();
+    ZvEdDisplayContext *display = context->displayContext();
+    document()->setEditingContextAvailable(documentHasContext);
     const MacroHost host(display);
     QVERIFY(display->commandEcho());
     ZevaUISetting::setCeColor(colorOfIndex(4));
-    QCOMPARE(host.echoes, std::vector<bool> {false}); // switched off for the macro alone
-    QVERIFY(display->commandEcho());
+    document()->setEditingContextAvailable(true);
+    QCOMPARE(host.echoes, std::vector<bool>{echo});
+    QVERIFY(display->commandEcho()); // switched off for the macro alone
     QVERIFY(runCommands());
 }
 
@@ -543,6 +576,19 @@ void TestFacadeCurrent::commandFailsWhereTheServiceIsOfAWrongClass()
     QVERIFY(!runCommands());
     QCOMPARE(drawing().cecolor(), ZvCmColor());
     QCOMPARE(variable(L"CMDACTIVE"), 0.0);
+}
+
+void TestFacadeCurrent::commandWithoutTheServiceDoesNothing()
+{
+    ZevaUISetting::setCeColor(colorOfIndex(4));
+    const ZvRxObjectPtr service = zv_arbitDict_getservice(L"Dialog/Common");
+    QVERIFY(service);
+    zv_arbitDict_clearservice(L"Dialog/Common");
+    QVERIFY(runCommands());
+    QCOMPARE(drawing().cecolor(), ZvCmColor());
+    zv_arbitDict_regservice(L"Dialog/Common", service);
+    QVERIFY(runMacro(L"GLOBAL_UI_UPDATEDB")); // the request is still there
+    QCOMPARE(drawing().cecolor(), colorOfIndex(4));
 }
 
 void TestFacadeCurrent::dimensionStyleBringsItsVariables()
@@ -735,6 +781,9 @@ void TestFacadeCurrent::emptyNameWritesNothingToASelection()
     auto *dimension = new ZvDbDimension;
     const ZvDbObjectId id = add(dimension);
     select({id});
+    // A request that got as far as the entities would report this one.
+    change<ZvDbLayerTableRecord>(layerNamed(L"0"), [](ZvDbLayerTableRecord &record) { record.setIsLocked(true); });
+    const MessageBoxes boxes;
     drawing().clearUndo();
     if (kind == 3) {
         QVERIFY(!ZevaUISetting::setCLayer(layerNamed(L"Walls"), L""));
@@ -746,6 +795,7 @@ void TestFacadeCurrent::emptyNameWritesNothingToASelection()
     }
     QVERIFY(runCommands());
     QVERIFY(!drawing().canUndo());
+    QVERIFY(boxes.shown().empty());
 }
 
 void TestFacadeCurrent::styleOfASelectionIsFoundByName()
@@ -777,6 +827,79 @@ void TestFacadeCurrent::styleOfASelectionIsFoundByName()
     QVERIFY(!drawing().canUndo());
 }
 
+void TestFacadeCurrent::idOrNameCountsForASelection_data()
+{
+    namedCases();
+}
+
+void TestFacadeCurrent::idOrNameCountsForASelection()
+{
+    QFETCH(int, kind);
+    QFETCH(QString, wanted);
+    makeRecords();
+    addLineType(L"Other");
+    addLayer(L"Other");
+    addMaterial(L"Other");
+    addDimStyle(L"Other");
+    addTextStyle(L"Other");
+    addTableStyle(L"Other");
+    addMLeaderStyle(L"Other");
+    addPlotStyle(L"Other");
+    ZvDbEntity *entity = nullptr;
+    switch (kind) {
+    case 5:
+        entity = new ZvDbDimension;
+        break;
+    case 6:
+        entity = new ZvDbText;
+        break;
+    case 7:
+        entity = new ZvDbTable;
+        break;
+    case 8:
+        entity = new ZvDbMLeader;
+        break;
+    default:
+        entity = new ZvDbLine;
+        break;
+    }
+    const ZvDbObjectId id = add(entity);
+    select({id});
+    const bool isStyle = kind >= 5 && kind <= 8;
+    const ZvDbObjectId other = find(isStyle ? kind : 2, L"Other");
+    QVERIFY(other.isValid());
+    request(kind, other, toZv(wanted));
+    QVERIFY(runCommands());
+    read<ZvDbEntity>(id, [&](const ZvDbEntity &changed) {
+        switch (kind) {
+        case 2:
+            QCOMPARE(changed.linetype(), toZv(wanted));
+            break;
+        case 3:
+            QCOMPARE(changed.layer(), toZv(wanted));
+            break;
+        case 4:
+            QCOMPARE(changed.material(), toZv(wanted));
+            break;
+        case 5:
+            QCOMPARE(zvrxCast<ZvDbDimension>(&changed)->dimensionStyle(), other);
+            break;
+        case 6:
+            QCOMPARE(zvrxCast<ZvDbText>(&changed)->textStyle(), other);
+            break;
+        case 7:
+            QCOMPARE(zvrxCast<ZvDbTable>(&changed)->tableStyle(), other);
+            break;
+        case 8:
+            QCOMPARE(zvrxCast<ZvDbMLeader>(&changed)->MLeaderStyle(), other);
+            break;
+        default:
+            QCOMPARE(changed.plotStyleName(), toZv(wanted));
+            break;
+        }
+    });
+}
+
 // ---- the layer
 
 void TestFacadeCurrent::layerThatIsCurrentAlreadyIsAccepted()
@@ -785,6 +908,16 @@ void TestFacadeCurrent::layerThatIsCurrentAlreadyIsAccepted()
     QVERIFY(ZevaUISetting::setCLayer(ZvDbObjectId(), L"0"));
     QVERIFY(runCommands());
     QVERIFY(!drawing().canUndo());
+}
+
+void TestFacadeCurrent::currentLayerIsAcceptedThoughFrozen()
+{
+    change<ZvDbLayerTableRecord>(layerNamed(L"0"), [](ZvDbLayerTableRecord &record) { record.setIsFrozen(true); });
+    const MessageBoxes boxes;
+    QVERIFY(ZevaUISetting::setCLayer(ZvDbObjectId(), L"0"));
+    QVERIFY(boxes.shown().empty());
+    QVERIFY(zvedQueueHasInput()); // passed on like any other
+    QVERIFY(runCommands());
 }
 
 void TestFacadeCurrent::frozenLayerIsRefusedWithAMessage()
@@ -961,6 +1094,24 @@ void TestFacadeCurrent::currentLayerIsNotFrozen()
     QVERIFY(!ZevaUISetting::getLayInfo(L"0").isFrozen);
 }
 
+void TestFacadeCurrent::currentLayerIsLockedAndColouredUnasked()
+{
+    const MessageBoxes boxes;
+    QVERIFY(ZevaUISetting::changeLayerStatus(ZevaUISetting::kLayerLock, L"0", ZvCmColor()));
+    QVERIFY(!ZevaUISetting::changeLayerStatus(ZevaUISetting::kLayerColor, L"0", colorOfIndex(3)));
+    QVERIFY(boxes.shown().empty());
+    QVERIFY(ZevaUISetting::getLayInfo(L"0").isLocked);
+    QCOMPARE(ZevaUISetting::getLayInfo(L"0").color, colorOfIndex(3));
+}
+
+void TestFacadeCurrent::layerStatesNeedACurrentDrawing()
+{
+    zvdbSetCurDatabase(nullptr);
+    QVERIFY(!ZevaUISetting::changeLayerStatus(ZevaUISetting::kLayerLock, L"0", ZvCmColor()));
+    zvdbSetCurDatabase(document()->database());
+    QVERIFY(!ZevaUISetting::getLayInfo(L"0").isLocked);
+}
+
 void TestFacadeCurrent::unknownLayerStateChangesNothing()
 {
     addLayer(L"Walls");
@@ -1129,6 +1280,27 @@ void TestFacadeCurrent::currentLineTypeName()
     QCOMPARE(ZevaUISetting::getLineTypeName(), ZvString(L"HIDDEN"));
     zvDocManagerPtr()->closeDocument(document());
     QVERIFY(ZevaUISetting::getLineTypeName().isEmpty());
+}
+
+void TestFacadeCurrent::currentValuesAreThoseOfTheCurrentDrawing()
+{
+    // It may be another than the document's.
+    drawing().setCelweight(ZvDb::kLnWt070);
+    drawing().setCeltype(addLineType(L"HIDDEN"));
+    const ZvDbDatabasePtr other = readDrawing(kDrawingWithReference);
+    zvdbSetCurDatabase(other);
+    other->setCecolor(colorOfIndex(5));
+    QCOMPARE(int(ZevaUISetting::getCeColor()), 5);
+    QCOMPARE(ZevaUISetting::getLineTypeName(), ZvString(L"HIDDEN")); // the document's
+    zvedDialogStarted(); // written at once
+    ZevaUISetting::setCeColor(colorOfIndex(4));
+    ZevaUISetting::setCeWeight(ZvDb::kLnWt100);
+    zvedDialogEnded();
+    zvdbSetCurDatabase(document()->database());
+    QCOMPARE(other->cecolor(), colorOfIndex(4));
+    QCOMPARE(other->celweight(), ZvDb::kLnWt100);
+    QCOMPARE(drawing().cecolor(), ZvCmColor());
+    QCOMPARE(drawing().celweight(), ZvDb::kLnWt070);
 }
 
 void TestFacadeCurrent::emptyOperationsDoNothing()
