@@ -10,7 +10,9 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <functional>
+#include <initializer_list>
 
 namespace {
 
@@ -95,6 +97,9 @@ constexpr Reader kReaders[] = {
     {"views", rowsOf<S::ZvsiViewInfoItem, S::getCustomViews>, &ZvDbDatabase::viewTableId},
 };
 
+/// Rows of each reader in kDrawing.
+constexpr int kRowsOfDrawing[] = {4, 4, 2, 2, 2, 2, 0, 3, 2, 8, 1};
+
 void readerRows()
 {
     QTest::addColumn<int>("reader");
@@ -108,9 +113,15 @@ class TestFacadeTables : public DrawingTest
 {
     Q_OBJECT
 private Q_SLOTS:
+    void fieldsOfTheRowsStandInTheirOrder();
+
     // which drawing
     void nullDatabaseIsTheCurrentOne();
     void layersAreThoseOfTheDocument();
+    void readersTakeTheGivenDrawing_data();
+    void readersTakeTheGivenDrawing();
+    void findersTakeTheGivenDrawing_data();
+    void findersTakeTheGivenDrawing();
     void noDatabaseGivesNothing_data();
     void noDatabaseGivesNothing();
     void noDatabaseHasNoRecords();
@@ -121,6 +132,7 @@ private Q_SLOTS:
 
     // layers
     void layersAreSortedAndHiddenOnesLeftOut();
+    void layerWithAStarInItsNameIsLeftOut();
     void namesAreSortedByCodePoint();
     void layerRowTellsItsState();
     void layerIsFoundByNameThoughHidden();
@@ -143,11 +155,14 @@ private Q_SLOTS:
     void cellStylesAreTranslatedAndInFallingOrder();
     void cellStylesOfTheUserStandAmongThem();
     void cellStylesOfNoStyleAreNone();
+    void recordHeldForWriteIsLeftOut_data();
     void recordHeldForWriteIsLeftOut();
+    void recordsWithoutANameAreLeftOut();
 
     // other names
     void blocksThatUsersInsertAreSorted();
     void usedBlocksOnly();
+    void blockInsideAnUnusedOneIsUnused();
     void spacesAreNoBlocks_data();
     void spacesAreNoBlocks();
     void unopenableBlockIsLeftOut();
@@ -189,7 +204,7 @@ private:
         ZevaUISetting::getUcses(items, nullptr);
         return namesOf(items);
     }
-    static ZvDbObjectId find(int finder, const ZvString &name)
+    static ZvDbObjectId find(int finder, const ZvString &name, ZvDbDatabase *database = nullptr)
     {
         typedef ZvDbObjectId (*Finder)(const ZvString &, ZvDbDatabase *);
         constexpr Finder finders[]
@@ -197,7 +212,7 @@ private:
                ZevaUISetting::findMleaderStyleTableRecordByName, ZevaUISetting::findTableStyleTableRecordByName,
                ZevaUISetting::findLineStyleTableRecordByName,    ZevaUISetting::findMaterialByName,
                ZevaUISetting::findLayerTableRecordByName};
-        return finders[finder](name, nullptr);
+        return finders[finder](name, database);
     }
     static void finderRows()
     {
@@ -236,6 +251,27 @@ private:
     }
 };
 
+void TestFacadeTables::fieldsOfTheRowsStandInTheirOrder()
+{
+    // Other modules are compiled against their places.
+    const auto stand = [](std::initializer_list<const void *> fields) {
+        return std::is_sorted(fields.begin(), fields.end(), std::less<const void *>());
+    };
+    const S::SigleLayerData layer;
+    QVERIFY(stand({&layer.name, &layer.color, &layer.isFrozen, &layer.isHidden, &layer.isOff, &layer.isLocked}));
+    const S::ZvsiStyleInfoItem style;
+    QVERIFY(stand({&style.name, &style.objectId}));
+    const S::ZvsiViewInfoItem view;
+    QVERIFY(stand({&view.name, &view.objectId}));
+    const S::ZvsiUcsInfoItem ucs;
+    QVERIFY(stand({&ucs.name, &ucs.objectId, &ucs.type}));
+    const S::ZvsiTextStyleInfoItem text;
+    QVERIFY(stand({&text.name, &text.objectId, &text.isAnnotative, &text.isMatchOrientation, &text.textSize,
+                   &text.xScale, &text.obliquingAngle, &text.firstFlag, &text.secondFlag, &text.isVertical}));
+    const S::EntityValue value;
+    QVERIFY(stand({&value.color, &value.lineWeight, &value.objectId, &value.name}));
+}
+
 // ---- which drawing
 
 void TestFacadeTables::nullDatabaseIsTheCurrentOne()
@@ -264,6 +300,53 @@ void TestFacadeTables::layersAreThoseOfTheDocument()
     zvdbSetCurDatabase(document()->database());
     QCOMPARE(namesOf(layers), (QStringList{s("0"), s("Of the document")}));
     QVERIFY(namesOf(styles).contains(s("Zulu"))); // all other readers take the current database
+}
+
+void TestFacadeTables::readersTakeTheGivenDrawing_data()
+{
+    readerRows();
+}
+
+void TestFacadeTables::readersTakeTheGivenDrawing()
+{
+    QFETCH(int, reader);
+    openDrawing(drawingOf(QByteArray(), hatch("ANSI31")));
+    addFineRecords();
+    addPlotStyle(L"Fine");
+    for (const wchar_t *name : {L"Finer", L"Finest"}) {
+        addDimStyle(name);
+        addMLeaderStyle(name);
+        addTableStyle(name);
+        addPlotStyle(name);
+    }
+    QVERIFY(kReaders[reader].rows(nullptr) != kRowsOfDrawing[reader]);
+    const ZvDbDatabasePtr other = readDrawing(kDrawing);
+    QCOMPARE(kReaders[reader].rows(other), kRowsOfDrawing[reader]);
+}
+
+void TestFacadeTables::findersTakeTheGivenDrawing_data()
+{
+    finderRows();
+}
+
+void TestFacadeTables::findersTakeTheGivenDrawing()
+{
+    QFETCH(int, finder);
+    const ZvDbDatabasePtr other = readDrawing(kDrawing);
+    const wchar_t *const names[] = {L"tall", L"standard", L"RED", L"STRIPED", L"continuous", L"WOOD", L"DOORS"};
+    const ZvDbObjectId id = find(finder, names[finder], other);
+    QVERIFY(id.isValid());
+    QCOMPARE(id.database(), static_cast<ZvDbDatabase *>(other));
+    // Of several that have the name it is the first.
+    const std::uint64_t handles[] = {0, 0, 0xE1, 0xD1, 0, 0xB1, 0};
+    if (handles[finder])
+        QCOMPARE(id, other->idOfHandle(handles[finder]));
+    if (finder == 0)
+        read<ZvDbTextStyleTableRecord>(id, [](const auto &style) { QCOMPARE(style.textSize(), 3.5); });
+    if (finder == 2)
+        QCOMPARE(S::findMleaderStyleTableRecordById(id, other), ZvString(L"red"));
+    if (finder == 3)
+        QCOMPARE(S::findTableStyleTableRecordById(id, other), ZvString(L"striped"));
 }
 
 void TestFacadeTables::noDatabaseGivesNothing_data()
@@ -297,8 +380,7 @@ void TestFacadeTables::arraysAreEmptiedFirst()
     QFETCH(int, reader);
     openDrawing(kDrawing);
     // The left-over rows would show as two more.
-    const int expected[] = {4, 4, 2, 2, 2, 2, 0, 3, 2, 8, 1};
-    QCOMPARE(kReaders[reader].rows(nullptr), expected[reader]);
+    QCOMPARE(kReaders[reader].rows(nullptr), kRowsOfDrawing[reader]);
 }
 
 void TestFacadeTables::tableThatCannotBeOpenedGivesNothing_data()
@@ -331,6 +413,21 @@ void TestFacadeTables::layersAreSortedAndHiddenOnesLeftOut()
     ZevaUISetting::getLayerInfos(layers, nullptr);
     // capitals come before small letters
     QCOMPARE(namesOf(layers), (QStringList{s("0"), s("Doors"), s("House|Walls"), s("walls")}));
+}
+
+void TestFacadeTables::layerWithAStarInItsNameIsLeftOut()
+{
+    // Wherever it stands. Programs cannot make such names.
+    openDrawing("0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n3\n"
+                "0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n"
+                "0\nLAYER\n2\nWalls*\n70\n0\n62\n3\n6\nCONTINUOUS\n"
+                "0\nLAYER\n2\nA*B\n70\n0\n62\n4\n6\nCONTINUOUS\n"
+                "0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
+    ZvArray<S::SigleLayerData> layers;
+    S::getLayerInfos(layers, nullptr);
+    QCOMPARE(namesOf(layers), QStringList{s("0")});
+    QCOMPARE(int(S::getLayInfo(ZvString(L"walls*")).color.colorIndex()), 3);
+    QCOMPARE(int(S::getLayInfo(ZvString(L"a*b")).color.colorIndex()), 4);
 }
 
 /// Names that a quick comparison could take for equal, or for the wrong order.
@@ -633,14 +730,76 @@ void TestFacadeTables::cellStylesOfNoStyleAreNone()
     QVERIFY(names.isEmpty());
 }
 
+void TestFacadeTables::recordHeldForWriteIsLeftOut_data()
+{
+    QTest::addColumn<int>("reader");
+    QTest::addColumn<QString>("record");
+    QTest::newRow("text style") << 1 << s("Tall");
+    QTest::newRow("dimension style") << 2 << s("Zulu");
+    QTest::newRow("coordinate system") << 9 << s("Slope");
+    QTest::newRow("view") << 10 << s("GARDEN");
+}
+
 void TestFacadeTables::recordHeldForWriteIsLeftOut()
 {
-    const ZvDbObjectId style = addDimStyle(L"Fine");
-    const ZvDbObjectPointer<ZvDbDimStyleTableRecord> held(style, ZvDb::kForWrite);
-    ZvArray<ZevaUISetting::ZvsiStyleInfoItem> styles;
-    ZevaUISetting::getDimStyleTableRecords(styles, nullptr);
-    QVERIFY(!namesOf(styles).contains(s("Fine")));
-    QVERIFY(!styles.isEmpty());
+    QFETCH(int, reader);
+    QFETCH(QString, record);
+    openDrawing(kDrawing);
+    ZvDbObjectId (ZvDbDatabase::*const table)() const
+        = reader == 9 ? &ZvDbDatabase::UCSTableId : kReaders[reader].table;
+    ZvDbObjectId id;
+    {
+        const ZvDbObjectPointer<ZvDbSymbolTable> opened(std::invoke(table, drawing()), ZvDb::kForRead);
+        id = opened->getIdAt(ZvString(record.toUtf8().constData()));
+    }
+    const ZvDbObjectPointer<ZvDbObject> held(id, ZvDb::kForWrite);
+    QVERIFY(held);
+    // Of two that have the name the other one steps in.
+    const int expected = kRowsOfDrawing[reader] - (reader == 9 || reader == 10 ? 1 : 0);
+    QCOMPARE(kReaders[reader].rows(nullptr), expected);
+    if (reader == 1) {
+        ZvArray<S::ZvsiTextStyleInfoItem> styles;
+        S::getTextStyleTableRecords(styles, nullptr, false);
+        QCOMPARE(styles[1].textSize, 9.5);
+    }
+    if (reader == 2) {
+        ZvArray<S::ZvsiStyleInfoItem> styles;
+        S::getDimStyleTableRecords(styles, nullptr);
+        QVERIFY(styles[1].objectId != id);
+    }
+}
+
+void TestFacadeTables::recordsWithoutANameAreLeftOut()
+{
+    openDrawing("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n"
+                "0\nSECTION\n2\nTABLES\n"
+                "0\nTABLE\n2\nUCS\n70\n2\n"
+                "0\nUCS\n2\n\n70\n0\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n"
+                "32\n1.0\n"
+                "0\nUCS\n2\nSlope\n70\n0\n10\n1.0\n20\n2.0\n30\n0.0\n11\n1.0\n21\n0.0\n31\n0.0\n12\n0.0\n22\n0.0\n"
+                "32\n1.0\n"
+                "0\nENDTAB\n"
+                "0\nTABLE\n2\nVIEW\n70\n2\n"
+                "0\nVIEW\n2\n\n70\n0\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n"
+                "0\nVIEW\n2\nGARDEN\n70\n0\n40\n10.0\n10\n0.0\n20\n0.0\n41\n10.0\n"
+                "0\nENDTAB\n0\nENDSEC\n"
+                "0\nSECTION\n2\nBLOCKS\n"
+                "0\nBLOCK\n8\n0\n2\n\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\n\n0\nENDBLK\n8\n0\n"
+                "0\nBLOCK\n8\n0\n2\nDoor\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\nDoor\n0\nENDBLK\n8\n0\n"
+                "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
+    const auto recordCount = [](ZvDbObjectId table) {
+        return read<ZvDbSymbolTable>(table, [](const ZvDbSymbolTable &opened) { return opened.count(); });
+    };
+    QCOMPARE(recordCount(drawing().UCSTableId()), 2); // they are there
+    QCOMPARE(recordCount(drawing().viewTableId()), 2);
+    QCOMPARE(recordCount(drawing().blockTableId()), 4); // with the two spaces
+    QCOMPARE(ucsRows().mid(7), QStringList{s("Slope")});
+    ZvArray<S::ZvsiViewInfoItem> views;
+    S::getCustomViews(views, nullptr);
+    QCOMPARE(namesOf(views), QStringList{s("GARDEN")});
+    ZvArray<ZvString> blocks;
+    S::getBlockNames(blocks, nullptr, false);
+    QCOMPARE(listOf(blocks), QStringList{s("Door")});
 }
 
 // ---- other names
@@ -659,6 +818,25 @@ void TestFacadeTables::usedBlocksOnly()
     ZvArray<ZvString> names;
     ZevaUISetting::getBlockNames(names, nullptr, true);
     QCOMPARE(listOf(names), QStringList{s("Door")});
+}
+
+void TestFacadeTables::blockInsideAnUnusedOneIsUnused()
+{
+    const auto block = [](const QByteArray &name, const QByteArray &inside) -> QByteArray {
+        return QByteArrayLiteral("0\nBLOCK\n8\n0\n2\n") + name + "\n70\n0\n10\n0.0\n20\n0.0\n30\n0.0\n3\n" + name + "\n"
+            + inside + "0\nENDBLK\n8\n0\n";
+    };
+    const auto insert = [](const QByteArray &name) -> QByteArray {
+        return QByteArrayLiteral("0\nINSERT\n8\n0\n2\n") + name + "\n10\n0.0\n20\n0.0\n30\n0.0\n";
+    };
+    const ZvDbDatabasePtr database = readDrawing(drawingOf(
+        block("Hinge", "") + block("Handle", "") + block("Window", insert("Hinge")) + block("Door", insert("Handle")),
+        insert("Door")));
+    ZvArray<ZvString> names;
+    S::getBlockNames(names, database, true);
+    QCOMPARE(listOf(names), (QStringList{s("Door"), s("Handle")}));
+    S::getBlockNames(names, database, false);
+    QCOMPARE(listOf(names), (QStringList{s("Door"), s("Handle"), s("Hinge"), s("Window")}));
 }
 
 void TestFacadeTables::spacesAreNoBlocks_data()
@@ -824,6 +1002,10 @@ void TestFacadeTables::previousSystemHasItsRow()
     QCOMPARE(ucsRows().mid(0, 2), (QStringList{s("世界"), s("俯视")}));
     drawing().setUcs({0, 0, 0}, {1, 0, 0}, {0, 0, 1}, ZvDbObjectId(), 3);
     QCOMPARE(ucsRows().mid(0, 3), (QStringList{s("世界"), s("上一个"), s("俯视")}));
+    ZvArray<S::ZvsiUcsInfoItem> items;
+    S::getUcses(items, nullptr);
+    QCOMPARE(items[1].type, 9);
+    QVERIFY(items[1].objectId.isNull());
 }
 
 void TestFacadeTables::fixedRowsComeInOrder()
@@ -913,6 +1095,7 @@ void TestFacadeTables::findersIgnoreCase()
 {
     QFETCH(int, finder);
     addFineRecords();
+    addDimStyle(L"Later"); // the last one is the answer for an unknown name
     const ZvDbObjectId id = find(finder, L"Fine");
     QVERIFY(id.isValid());
     QCOMPARE(find(finder, L"fINE"), id);
