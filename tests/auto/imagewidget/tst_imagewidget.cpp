@@ -433,7 +433,7 @@ void TestImageWidget::borderIsDrawnAroundAll()
     QFETCH(QPoint, at);
     ZvQtImageWidget widget(nullptr);
     widget.resize(60, 60);
-    widget.attachDbEntities(redLine(), &drawing(), nullptr);
+    widget.attachDbEntities(ZvQtImageWidget::Entities(), &drawing(), nullptr);
     const QImage picture = paintedBy(widget);
     QCOMPARE(picture.pixelColor(at), kBorder);
     // The same as a pen of width 3 along the rectangle, antialiased.
@@ -444,8 +444,7 @@ void TestImageWidget::borderIsDrawnAroundAll()
     painter.setPen(QPen(kBorder, 3));
     painter.drawRect(QRect(0, 0, 60, 60));
     painter.end();
-    for (int y = 0; y < 20; ++y)
-        QCOMPARE(picture.pixelColor(y, y), expected.pixelColor(y, y));
+    QCOMPARE(picture, expected);
 }
 
 void TestImageWidget::noRasterLeavesThePixelsAlone_data()
