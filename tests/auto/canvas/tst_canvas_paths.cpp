@@ -86,6 +86,9 @@ private Q_SLOTS:
     void arcsHaveSamplesByTheirAngle();
     void arcToItsStartIsAFullCircle_data();
     void arcToItsStartIsAFullCircle();
+    void arcToNearItsStart_data();
+    void arcToNearItsStart();
+    void smallestRadiusIsACircle();
     void arcsWithoutRadiusAreTwoLines_data();
     void arcsWithoutRadiusAreTwoLines();
     void arcsAreMadeOnTheDevice();
@@ -329,6 +332,28 @@ void TestCanvasPaths::arcToItsStartIsAFullCircle()
     QVERIFY(std::fabs(path.length() - 2 * std::acos(-1.0) * 20.0) < 0.01);
 }
 
+void TestCanvasPaths::arcToNearItsStart_data()
+{
+    QTest::addColumn<double>("away");
+    QTest::addColumn<bool>("isCircle");
+    QTest::newRow("within the tolerance of points") << 5e-11 << true;
+    QTest::newRow("just beyond it") << 2e-10 << false;
+}
+
+void TestCanvasPaths::arcToNearItsStart()
+{
+    QFETCH(double, away);
+    QFETCH(bool, isCircle);
+    // All on a line, so that what is no circle is two lines, there and back.
+    const QPainterPath path = pathOf({0, kArc, 1, 2}, ZvGeMatrix2d(), {0, 0, 40, 0, float(away), 0});
+    QVERIFY(std::fabs(path.length() - (isCircle ? std::acos(-1.0) * 40.0 : 80.0)) < 0.01);
+}
+
+void TestCanvasPaths::smallestRadiusIsACircle()
+{
+    QVERIFY(pathOf({0, kArc, 1, 0}, ZvGeMatrix2d(), {0, 0, 2e-9f, 0}).elementCount() > 500); // of 1e-9
+}
+
 void TestCanvasPaths::arcsWithoutRadiusAreTwoLines_data()
 {
     QTest::addColumn<Floats>("points");
@@ -339,6 +364,8 @@ void TestCanvasPaths::arcsWithoutRadiusAreTwoLines_data()
                                          << QStringLiteral("m(10,10) l(40,10) l(20,10) ");
     QTest::newRow("over its own start") << Floats{10, 10, 10, 10, 40, 40} << QStringLiteral("m(10,10) l(40,40) ");
     QTest::newRow("over its own end") << Floats{10, 10, 40, 40, 40, 40} << QStringLiteral("m(10,10) l(40,40) ");
+    QTest::newRow("a circle of radius 5e-11")
+        << Floats{0, 0, 1e-10f, 0, 0, 0} << QStringLiteral("m(0,0) l(1e-10,0) l(0,0) ");
     QTest::newRow("a circle of no size") << Floats{10, 10, 10, 10, 10, 10} << QStringLiteral("m(10,10) ");
 }
 
@@ -359,6 +386,10 @@ void TestCanvasPaths::arcsAreMadeOnTheDevice()
         QVERIFY(std::fabs(QLineF(QPointF(40, 20), path.elementAt(i)).length() - 20.0) < 1e-6);
     QVERIFY(path.elementCount() > 500);
     // And whether it is a full circle is told by the points before: these two are one on the device only.
+    ZvGeMatrix2d upright;
+    upright.setCoordSystem(ZvGePoint2d(5, 0), ZvGeVector2d(0, 0), ZvGeVector2d(0, 1));
+    QCOMPARE(described(pathOf({0, kArc, 1, 2}, upright, {60, 40, 40, 80, 20, 40})),
+             QStringLiteral("m(5,40) l(5,80) l(5,40) "));
     ZvGeMatrix2d dot;
     dot.setCoordSystem(ZvGePoint2d(5, 5), ZvGeVector2d(0, 0), ZvGeVector2d(0, 0));
     QCOMPARE(described(pathOf({0, kArc, 1, 2}, dot, {60, 40, 40, 80, 20, 40})), QStringLiteral("m(5,5) "));
@@ -488,8 +519,8 @@ void TestCanvasPaths::fillTakesTheCanvassColour()
 
 void TestCanvasPaths::farPointsAreThePaintersMatter()
 {
-    const Floats far {-1e30f, 20, 50, 1e25f, 1e30f, -5e28f, 40, 30};
-    const Words words {0, kLine, 1, 2, kArc, 3, 1, kClose};
+    const Floats far{-1e30f, 20, 50, 1e25f, 1e30f, -5e28f, 40, 30};
+    const Words words{0, kLine, 1, 2, kArc, 3, 1, kClose};
     const QImage byCanvas = canvasSheet([&](ZvQtCanvas &canvas) {
         canvas.setLineStyle(1, 0, kRed, 0, 0);
         canvas.setFillStyle(ZvsiCanvas::kHatchSolid, kBlue);

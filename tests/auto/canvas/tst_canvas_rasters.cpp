@@ -260,8 +260,10 @@ void TestCanvasRasters::otherFormatsDrawNothing_data()
     QTest::newRow("32 bits, no alpha") << 32 << Format{0, 8, 8, 8, 16, 8, 0, 0, 32};
     QTest::newRow("32 bits, alpha of 4 bits") << 32 << Format{0, 8, 8, 8, 16, 8, 24, 4, 32};
     QTest::newRow("32 bits, alpha first") << 32 << Format{8, 8, 16, 8, 24, 8, 0, 8, 32};
+    QTest::newRow("32 bits, red first, alpha at 0") << 32 << Format{0, 8, 8, 8, 16, 8, 0, 8, 32};
     QTest::newRow("32 bits, red of 7 bits") << 32 << Format{0, 7, 8, 8, 16, 8, 24, 8, 32};
     QTest::newRow("16 bits, green of 6 bits") << 16 << Format{11, 5, 5, 6, 0, 5, 0, 0, 16};
+    QTest::newRow("16 bits, places of 5-5-5, green of 4 bits") << 16 << Format{10, 5, 5, 4, 0, 5, 0, 0, 16};
     QTest::newRow("16 bits, blue high") << 16 << Format{0, 5, 5, 5, 10, 5, 0, 0, 16};
     QTest::newRow("2 bits") << 2 << Format{};
     QTest::newRow("48 bits") << 48 << Format{0, 16, 16, 16, 32, 16, 0, 0, 48};

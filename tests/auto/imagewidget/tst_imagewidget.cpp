@@ -378,6 +378,7 @@ void TestImageWidget::frame_data()
     const QColor inside(Qt::black);
     QTest::newRow("none") << 0 << yellow << inside << inside;
     QTest::newRow("below none") << -5 << yellow << inside << inside;
+    QTest::newRow("5 wide") << 5 << yellow << QColor(Qt::yellow) << inside;
     QTest::newRow("6 wide") << 6 << yellow << QColor(Qt::yellow) << inside;
     QTest::newRow("9 wide") << 9 << yellow << QColor(Qt::yellow) << QColor(Qt::yellow);
     QTest::newRow("no colour is transparent") << 6 << QVariant() << QColor(Qt::green) << inside;

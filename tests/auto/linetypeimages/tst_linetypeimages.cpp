@@ -21,6 +21,10 @@ const char kReferences[] = "0\nSECTION\n2\nTABLES\n"
                            "0\nLTYPE\n2\n*Star\n70\n0\n3\n\n72\n65\n73\n2\n40\n3.0\n49\n2.0\n49\n-1.0\n"
                            "0\nENDTAB\n0\nENDSEC\n0\nEOF\n";
 
+const char kNameless[] = "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLTYPE\n70\n1\n"
+                         "0\nLTYPE\n2\n\n70\n0\n3\n\n72\n65\n73\n0\n40\n0.0\n"
+                         "0\nENDTAB\n0\nENDSEC\n0\nEOF\n";
+
 constexpr int kWidth = 80;
 constexpr int kHeight = 25;
 
@@ -144,6 +148,7 @@ private Q_SLOTS:
     void singleIsFoundWithoutRegardToCase();
     void singleLeavesTheImageAlone_data();
     void singleLeavesTheImageAlone();
+    void emptyNameIsNotFoundWhereOneIsNameless();
     void singleReplacesTheImage();
     void singleOfAnErasedOrHeldOne();
     void firstOfTwoNamesIsFound();
@@ -369,6 +374,15 @@ void TestLineTypeImages::singleLeavesTheImageAlone()
     const ZvString wanted = ZvString(name.toUtf8().constData());
     QVERIFY(ZevaUISetting::getLineTypeRasterImage(wanted, width, height, image).isNull());
     QCOMPARE(image.get(), before.get());
+}
+
+void TestLineTypeImages::emptyNameIsNotFoundWhereOneIsNameless()
+{
+    openDrawing(kNameless);
+    QVERIFY(namesOf(readAll()).contains(QString()));
+    ZvGiRasterImagePtr image;
+    QVERIFY(ZevaUISetting::getLineTypeRasterImage(L"", kWidth, kHeight, image).isNull());
+    QVERIFY(!image);
 }
 
 void TestLineTypeImages::singleReplacesTheImage()

@@ -136,6 +136,7 @@ void TestRasterImage::formatFollowsThePixels_data()
     QTest::newRow("32 bits, red first, no alpha") << Format{0, 8, 8, 8, 16, 8, 0, 0, 32} << QImage::Format_RGB888;
     QTest::newRow("32 bits, alpha of 7 bits") << Format{0, 8, 8, 8, 16, 8, 24, 7, 32} << QImage::Format_RGB888;
     QTest::newRow("32 bits, alpha first") << Format{8, 8, 16, 8, 24, 8, 0, 8, 32} << QImage::Format_RGB888;
+    QTest::newRow("32 bits, red first, alpha at 0") << Format{0, 8, 8, 8, 16, 8, 0, 8, 32} << QImage::Format_RGB888;
     QTest::newRow("32 bits, green of 7 bits") << Format{0, 8, 8, 7, 16, 8, 24, 8, 32} << QImage::Format_RGB888;
     QTest::newRow("24 bits, blue first, red of 7 bits") << Format{16, 7, 8, 8, 0, 8, 0, 0, 24} << QImage::Format_RGB888;
     QTest::newRow("16 bits") << Format{10, 5, 5, 5, 0, 5, 0, 0, 16} << QImage::Format_RGB888;
