@@ -129,6 +129,7 @@ private Q_SLOTS:
     void noPenDrawsNothing();
     void clipIsThePaintersOwn_data();
     void clipIsThePaintersOwn();
+    void clipIsClosed();
     void clipsNarrowEachOther();
     void clipWithoutPointsStays_data();
     void clipWithoutPointsStays();
@@ -789,6 +790,17 @@ void TestCanvas::clipIsThePaintersOwn()
     });
     QCOMPARE(byCanvas, byPainter);
     QCOMPARE(isBlank(byCanvas), points.size() < 3);
+}
+
+void TestCanvas::clipIsClosed()
+{
+    const Points points{{2, 3}, {34, 9}, {14, 27}};
+    paintedSheet([&points](QPainter &painter) {
+        const CanvasPtr canvas = makeCanvas();
+        canvas->attachPainter(&painter);
+        canvas->setClipRgn(makeRegion(points));
+        QCOMPARE(painter.clipPath(), closedPath(onDevice(points, ZvGeMatrix2d())));
+    });
 }
 
 void TestCanvas::clipsNarrowEachOther()
