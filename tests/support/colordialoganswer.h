@@ -3,14 +3,12 @@
 #define COLORDIALOGANSWER_H
 
 #include "dialogbag.h"
-#include "modulesession.h"
-#include "zevaqt.h"
+#include "dialogstandin.h"
 
 #include <QStringList>
 
 /// A colour dialog of the host's in the place of the library's: the next one that a control asks for is not shown, but
-/// notes what it was asked for and answers at once. The library's service is back from then on, since what controls
-/// write travels through it.
+/// notes what it was asked for and answers at once.
 class ColorDialogAnswer
 {
 public:
@@ -25,69 +23,34 @@ public:
 
     /// With \a result 0 it answers nothing at all.
     ColorDialogAnswer(int result, int method, int value)
-        : m_result(result), m_method(method), m_value(value), m_own(ModuleSession::dialogService())
+        : m_standIn([=](const ZvJsonPtr &params) {
+              note(params);
+              if (result != 0) {
+                  params->SetDataI("clrMethod", method);
+                  params->SetDataI("selectClr", value);
+              }
+              return result;
+          })
     {
-        zv_arbitDict_regservice(kServiceName, ZvRxObjectPtr::adopt(new ZvRxObjectImpl<Service>(*this)));
     }
-    ~ColorDialogAnswer() { giveBack(); }
     ColorDialogAnswer(const ColorDialogAnswer &) = delete;
     ColorDialogAnswer &operator=(const ColorDialogAnswer &) = delete;
 
     Asked asked;
 
 private:
-    static constexpr const wchar_t *kServiceName = L"Dialog/Common";
-
-    class Dialog : public ZvQtUIModeDialogBase
+    void note(const ZvJsonPtr &params)
     {
-    public:
-        explicit Dialog(ColorDialogAnswer &answer) : m_answer(answer) { }
-        int doModal() override
-        {
-            m_answer.giveBack();
-            m_answer.asked.hasHelper = !m_pHelper.isNull();
-            for (int i = 0; i < m_pParams->elementCount(); ++i)
-                m_answer.asked.params << QStringLiteral("%1=%2")
-                                             .arg(QString::fromUtf8(m_pParams->keyAt(i).c_str()))
-                                             .arg(m_pParams->element(i)->asInteger());
-            if (m_answer.m_result == 0)
-                return kDialogUndecided;
-            m_pParams->SetDataI("clrMethod", m_answer.m_method);
-            m_pParams->SetDataI("selectClr", m_answer.m_value);
-            m_pResult->SetDataI("result", m_answer.m_result);
-            return m_answer.m_result;
-        }
-
-    private:
-        ColorDialogAnswer &m_answer;
-    };
-
-    class Service : public ZvUiService
-    {
-    public:
-        explicit Service(ColorDialogAnswer &answer) : m_answer(answer) { }
-        ZvUiDialogBasePtr createDialog(const ZvString &name, void *parent) override
-        {
-            m_answer.asked.name = name;
-            m_answer.asked.parent = parent;
-            return ZvUiDialogBasePtr::adopt(new ZvQtRxObjectImpl<Dialog>(m_answer));
-        }
-
-    private:
-        ColorDialogAnswer &m_answer;
-    };
-
-    void giveBack()
-    {
-        if (!m_own.isNull())
-            zv_arbitDict_regservice(kServiceName, m_own);
-        m_own = nullptr;
+        asked.name = m_standIn.name();
+        asked.parent = m_standIn.parent();
+        asked.hasHelper = m_standIn.hasHelper();
+        for (int i = 0; i < params->elementCount(); ++i)
+            asked.params << QStringLiteral("%1=%2")
+                                .arg(QString::fromUtf8(params->keyAt(i).c_str()))
+                                .arg(params->element(i)->asInteger());
     }
 
-    int m_result;
-    int m_method;
-    int m_value;
-    ZvRxObjectPtr m_own;
+    DialogStandIn m_standIn;
 };
 
 #endif
