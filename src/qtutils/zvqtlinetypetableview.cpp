@@ -164,11 +164,12 @@ void ZvQtLinetypeTableView::keyPressEvent(QKeyEvent *event)
 void ZvQtLinetypeTableView::mousePressEvent(QMouseEvent *event)
 {
     QAbstractItemView::mousePressEvent(event); // NOLINT(bugprone-parent-virtual-call)
-    m_blankClicked = !indexAt(event->localPos().toPoint()).isValid();
-    if (!m_blankClicked)
-        return;
-    clearSelection();
-    Q_EMIT clickBlankArea();
+    const bool isBlank = !indexAt(event->localPos().toPoint()).isValid();
+    if (isBlank) {
+        clearSelection();
+        Q_EMIT clickBlankArea();
+    }
+    m_blankClicked = isBlank; // last: a host that hears of the press can still read the row that was current
 }
 
 void ZvQtLinetypeTableView::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -34,6 +34,8 @@ public:
     /// A menu came, and the entry was pressed.
     bool finished() const { return m_isPressed; }
     QStringList entries() const { return m_entries; }
+    /// Of the menu's top left corner, on the desktop.
+    QPoint place() const { return m_place; }
 
     /// What the right button does to a widget.
     static void openContextMenu(QWidget *widget, const QPoint &pos)
@@ -50,6 +52,7 @@ private:
         if (!menu)
             return;
         m_poll.stop();
+        m_place = menu->pos();
         QAction *wanted = nullptr;
         const QList<QAction *> actions = menu->actions();
         for (QAction *action : actions) {
@@ -66,6 +69,7 @@ private:
 
     QString m_text;
     QStringList m_entries;
+    QPoint m_place;
     QTimer m_poll;
     QTimer m_watchdog;
     bool m_isPressed = false;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "dialogbag.h"
+#include "dialogstandin.h"
 #include "drawingtest.h"
 #include "menudriver.h"
 #include "modaldriver.h"
@@ -109,6 +111,7 @@ private Q_SLOTS:
     void loadingAgainReplacesTheRows();
     void xrefRowsByMode_data();
     void xrefRowsByMode();
+    void onlyAnXrefOfOneIsLeftOut();
 
     void sortingLeavesTheFirstTwoRowsOnTop_data();
     void sortingLeavesTheFirstTwoRowsOnTop();
@@ -117,22 +120,32 @@ private Q_SLOTS:
 
     void clicksAndMovesTellTheirRow();
     void aDoubleClickTellsBothIndexes();
-    void modeZeroTellsNothingOfTheMouse();
+    void otherModesTellNothingOfTheMouse_data();
+    void otherModesTellNothingOfTheMouse();
+    void aHostMayWireThemItself();
     void aPressInTheBlankSpace();
+    void aPressBetweenTwoPixels_data();
+    void aPressBetweenTwoPixels();
+    void theHostHearsOfABlankPressBeforeItCounts();
     void afterABlankPressTheDataIsRefused();
+    void theMessageOfARefusal();
     void keyboardMovesDoNotForgetTheBlankPress();
     void ctrlASelectsAll_data();
     void ctrlASelectsAll();
+    void allAreSelectedAsTheClassDoes();
     void keysGoPastTheTable();
     void theRowMenu_data();
     void theRowMenu();
     void theRowMenuNeedsARow();
     void theHeaderMenuWidensTheColumns();
-    void modeZeroHasNoMenus();
+    void theMenusComeWhereThePointerIs();
+    void otherModesHaveNoMenus_data();
+    void otherModesHaveNoMenus();
     void noCellShowsTheFocus();
 
     void theCurrentRow();
     void noCurrentRow();
+    void anEmptyRowHoldsNoRecord();
     void theSelectedRows();
     void selectingByName_data();
     void selectingByName();
@@ -149,6 +162,8 @@ private Q_SLOTS:
     void settingTheNameOfTheCurrentRow();
     void settingTheNameByModelIndex();
     void theOldNameKeepsItsPicture();
+    void aNewNameTakesThePictureOver();
+    void aNewNameWithoutAPictureIsDrawn();
     void settingTheComments();
 
     void picturesAreDrawnOncePerName();
@@ -394,6 +409,7 @@ void tst_linetypetableview::xrefRowsByMode_data()
     QTest::newRow("mode 0 leaves an empty row") << 0 << QStringList{"ByLayer", "ByBlock", "B", ""};
     QTest::newRow("mode 1 lists them") << 1 << all;
     QTest::newRow("another mode lists them") << 2 << all;
+    QTest::newRow("so does one below 0") << -1 << all;
 }
 
 void tst_linetypetableview::xrefRowsByMode()
@@ -407,6 +423,13 @@ void tst_linetypetableview::xrefRowsByMode()
     QCOMPARE(view.getLtypeDataByModelIdx(source().index(3, 0)).idx, 3);
     QCOMPARE(view.getLtypeDataByModelIdx(source().index(2, 0)).idx, mode == 0 ? -1 : 2);
     QVERIFY(!view.grab().isNull());
+}
+
+void tst_linetypetableview::onlyAnXrefOfOneIsLeftOut()
+{
+    View &view = show(View::kPlain, bagOf({{0, "a", "", 0}, {1, "b", "", 2}, {2, "c", "", -1}, {3, "d", "", 1}}));
+    QCOMPARE(names(), (QStringList{"a", "b", "c"}));
+    QCOMPARE(view.getLtypeDataByModelIdx(source().index(1, 0)).xref, 2);
 }
 
 // ---- sorting
@@ -521,9 +544,18 @@ void tst_linetypetableview::aDoubleClickTellsBothIndexes()
     QVERIFY(!view.viewport()->findChild<QLineEdit *>());
 }
 
-void tst_linetypetableview::modeZeroTellsNothingOfTheMouse()
+void tst_linetypetableview::otherModesTellNothingOfTheMouse_data()
 {
-    View &view = show(View::kPlain, bagOf(sixRows()));
+    QTest::addColumn<int>("mode");
+    QTest::newRow("0") << 0;
+    QTest::newRow("2") << 2;
+    QTest::newRow("-1") << -1;
+}
+
+void tst_linetypetableview::otherModesTellNothingOfTheMouse()
+{
+    QFETCH(int, mode);
+    View &view = show(mode, bagOf(sixRows()));
     const QSignalSpy selected(&view, &View::ltypeItemSelect);
     const QSignalSpy doubled(&view, &View::ltypeItemDoubleClicked);
     click(2, 0);
@@ -531,6 +563,21 @@ void tst_linetypetableview::modeZeroTellsNothingOfTheMouse()
     QCOMPARE(selected.size(), 0);
     QCOMPARE(doubled.size(), 0);
     QCOMPARE(view.getCurrLtypeData().name, QStringLiteral("ANGLE")); // the table itself works
+}
+
+void tst_linetypetableview::aHostMayWireThemItself()
+{
+    View &view = show(View::kPlain, bagOf(sixRows()));
+    view.resConnect();
+    const QSignalSpy selected(&view, &View::ltypeItemSelect);
+    const QSignalSpy doubled(&view, &View::ltypeItemDoubleClicked);
+    click(2, 0);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, cell(2, 0));
+    QVERIFY(selected.size() >= 2);
+    QCOMPARE(doubled.size(), 1);
+    const MenuDriver menu(QString{});
+    MenuDriver::openContextMenu(view.viewport(), cell(2, 0));
+    QVERIFY(menu.finished());
 }
 
 void tst_linetypetableview::aPressInTheBlankSpace()
@@ -547,6 +594,51 @@ void tst_linetypetableview::aPressInTheBlankSpace()
         QTest::mouseRelease(view.viewport(), Qt::LeftButton, Qt::NoModifier, blank());
         QCOMPARE(spy.size(), 1);
     }
+}
+
+void tst_linetypetableview::aPressBetweenTwoPixels_data()
+{
+    QTest::addColumn<double>("below"); // the last pixel of the last row
+    QTest::addColumn<bool>("isBlank");
+    QTest::newRow("rounded to the row") << 0.4 << false;
+    QTest::newRow("rounded to the blank space") << 0.6 << true;
+}
+
+void tst_linetypetableview::aPressBetweenTwoPixels()
+{
+    QFETCH(double, below);
+    QFETCH(bool, isBlank);
+    View &view = show(View::kInteractive, bagOf(sixRows()));
+    const QSignalSpy spy(&view, &View::clickBlankArea);
+    const QPointF place(20, view.rowViewportPosition(5) + view.rowHeight(5) - 1 + below);
+    QMouseEvent press(QEvent::MouseButtonPress, place, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &press);
+    QCOMPARE(spy.size(), isBlank ? 1 : 0);
+    QCOMPARE(view.selectionModel()->isRowSelected(5, QModelIndex()), !isBlank);
+}
+
+/// While it is told, the row that was current can still be read, and nothing is selected any more.
+void tst_linetypetableview::theHostHearsOfABlankPressBeforeItCounts()
+{
+    View &view = show(View::kInteractive, bagOf(sixRows()));
+    click(2, 0);
+    int told = 0;
+    bool wasSelected = true;
+    bool wasGiven = false;
+    QString name;
+    connect(&view, &View::clickBlankArea, this, [&] {
+        ++told;
+        wasSelected = view.selectionModel()->hasSelection();
+        const DialogStandIn message([](const ZvJsonPtr &) { return 1; }); // not to be asked for
+        int idx = 0;
+        ZvDbObjectId id;
+        wasGiven = view.getLtypeData(idx, name, id);
+    });
+    QTest::mousePress(view.viewport(), Qt::LeftButton, Qt::NoModifier, blank());
+    QCOMPARE(told, 1);
+    QVERIFY(!wasSelected);
+    QVERIFY(wasGiven);
+    QCOMPARE(name, QStringLiteral("ANGLE"));
 }
 
 void tst_linetypetableview::afterABlankPressTheDataIsRefused()
@@ -585,6 +677,32 @@ void tst_linetypetableview::afterABlankPressTheDataIsRefused()
     QCOMPARE(idx, 12);
     QCOMPARE(name, QStringLiteral("Continuous"));
     QVERIFY(id.isNull());
+}
+
+void tst_linetypetableview::theMessageOfARefusal()
+{
+    View &view = show(View::kInteractive, bagOf(sixRows()));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, blank());
+    ZvString title;
+    ZvString text;
+    int buttons = 0;
+    int icon = 0;
+    const DialogStandIn message([&](const ZvJsonPtr &params) {
+        params->GetDataSW("title", title);
+        params->GetDataSW("msg", text);
+        buttons = intOf(params, "flag");
+        icon = intOf(params, "dlgtype");
+        return 1;
+    });
+    int idx = 0;
+    QString name;
+    ZvDbObjectId id;
+    QVERIFY(!view.getLtypeData(idx, name, id));
+    QCOMPARE(message.name(), ZvString(L"MessageBox"));
+    QCOMPARE(title, ZvString(L"Zevara"));
+    QCOMPARE(text, ZvString(L"请选择单个线型。"));
+    QCOMPARE(buttons, 3);
+    QCOMPARE(icon, 64);
 }
 
 void tst_linetypetableview::keyboardMovesDoNotForgetTheBlankPress()
@@ -626,6 +744,38 @@ void tst_linetypetableview::ctrlASelectsAll()
     QTest::keyClick(&view, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
     QCOMPARE(view.selectionModel()->selectedRows().size(), rows);
     QCOMPARE(spy.size(), rows > 0 ? 1 : 0);
+}
+
+/// A host's class may have its own idea of all rows.
+void tst_linetypetableview::allAreSelectedAsTheClassDoes()
+{
+    class Own : public View
+    {
+    public:
+        using View::View;
+        void selectAll() override { ++asked; }
+        int asked = 0;
+    };
+    auto own = std::make_unique<Own>(View::kInteractive, nullptr);
+    Own &view = *own;
+    m_view = std::move(own);
+    view.loadLtypeData(bagOf(sixRows()));
+    view.resize(700, 400);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const QSignalSpy spy(&view, &View::clearSignals);
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier);
+    event.accept();
+    QApplication::sendEvent(&view, &event);
+    QVERIFY(!event.isAccepted()); // left to the host all the same
+    QCOMPARE(view.asked, 1);
+    QCOMPARE(spy.size(), 1);
+    const MenuDriver menu(QStringLiteral("全部选择(&S)"));
+    MenuDriver::openContextMenu(view.viewport(), cell(2, 0));
+    QVERIFY(menu.finished());
+    QCOMPARE(view.asked, 2);
+    QCOMPARE(spy.size(), 2);
+    QVERIFY(!view.selectionModel()->hasSelection());
 }
 
 void tst_linetypetableview::keysGoPastTheTable()
@@ -692,14 +842,41 @@ void tst_linetypetableview::theHeaderMenuWidensTheColumns()
     QVERIFY(view.columnWidth(0) >= view.fontMetrics().horizontalAdvance(view.model()->index(1, 0).data().toString()));
 }
 
-void tst_linetypetableview::modeZeroHasNoMenus()
+/// Which need not be where the event says that it is: keys ask for menus too.
+void tst_linetypetableview::theMenusComeWhereThePointerIs()
 {
-    View &view = show(View::kPlain, bagOf(sixRows()));
-    MenuDriver menu(QString{});
-    MenuDriver::openContextMenu(view.viewport(), cell(2, 0));
-    MenuDriver::openContextMenu(view.horizontalHeader()->viewport(), {20, 5});
-    QCoreApplication::processEvents();
-    QVERIFY(!menu.finished());
+    View &view = show(View::kInteractive, bagOf(sixRows()));
+    view.move(50, 50);
+    QPoint place = view.mapToGlobal(QPoint(230, 170));
+    for (QWidget *part : {view.viewport(), view.horizontalHeader()->viewport()}) {
+        place += QPoint(30, 20);
+        QCursor::setPos(place);
+        const MenuDriver menu(QString{});
+        const QPoint asked(20, 5);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, asked, part->mapToGlobal(asked));
+        QApplication::sendEvent(part, &event);
+        QVERIFY(menu.finished());
+        QCOMPARE(menu.place(), place);
+    }
+}
+
+void tst_linetypetableview::otherModesHaveNoMenus_data()
+{
+    otherModesTellNothingOfTheMouse_data();
+}
+
+void tst_linetypetableview::otherModesHaveNoMenus()
+{
+    QFETCH(int, mode);
+    View &view = show(mode, bagOf(sixRows()));
+    const QPair<QWidget *, QPoint> places[]
+        = {{view.viewport(), cell(2, 0)}, {view.horizontalHeader()->viewport(), {20, 5}}};
+    for (const auto &place : places) {
+        const MenuDriver menu(QString{}); // for each, or a menu that comes stays
+        MenuDriver::openContextMenu(place.first, place.second);
+        QCoreApplication::processEvents();
+        QVERIFY(!menu.finished());
+    }
 }
 
 void tst_linetypetableview::noCellShowsTheFocus()
@@ -757,6 +934,30 @@ void tst_linetypetableview::noCurrentRow()
     view.setCurrLtypeComments(false, QStringLiteral("X"));
     view.setCurrSelLtypeName(QStringLiteral("X"));
     QCOMPARE(view.model()->rowCount(), 0);
+}
+
+void tst_linetypetableview::anEmptyRowHoldsNoRecord()
+{
+    View &view = show(View::kPlain, bagOf({{0, "a", "", 0}, {1, "b", "", 0}, {2, "c|d", "x", 1}, {3, "e", "", 0}}));
+    const int row = names().indexOf(QString());
+    QVERIFY(row >= 2);
+    click(row, 0);
+    int idx = 5;
+    QString name = QStringLiteral("before");
+    ZvDbObjectId id;
+    QVERIFY(!view.getLtypeData(idx, name, id));
+    QCOMPARE(idx, 5);
+    QCOMPARE(name, QStringLiteral("before"));
+    QCOMPARE(view.getCurrLtypeData().idx, -1);
+    QCOMPARE(view.getCurrLtypeDatas().size(), 1);
+    QCOMPARE(view.getCurrLtypeDatas().first().idx, -1);
+    for (const bool textOnly : {false, true}) {
+        view.setCurrLtypeName(textOnly, QStringLiteral("X"));
+        view.setLtypeNameByModelIdx(source().index(2, 0), textOnly, QStringLiteral("X"));
+        view.setCurrLtypeComments(textOnly, QStringLiteral("X"));
+    }
+    for (int column = 0; column < 3; ++column)
+        QVERIFY(!source().item(2, column));
 }
 
 void tst_linetypetableview::theSelectedRows()
@@ -980,6 +1181,32 @@ void tst_linetypetableview::theOldNameKeepsItsPicture()
     view.grab();
     QCOMPARE(view.createLineTypeImage(QStringLiteral("OLD"), 200, 30).toImage(), before); // of a name that is gone
     QCOMPARE(zvsiutEntityImagesDrawn(), drawn);
+}
+
+/// Also where there was another one of that name.
+void tst_linetypetableview::aNewNameTakesThePictureOver()
+{
+    addPattern(L"OLD", {5, -5});
+    addPattern(L"NEW", {1, -9});
+    View &view = show(View::kInteractive, bagOf({{0, "ByLayer", "", 0}, {1, "ByBlock", "", 0}, {2, "OLD", "", 0}}));
+    click(2, 0);
+    const QImage old = view.createLineTypeImage(QStringLiteral("OLD"), 200, 30).toImage();
+    QVERIFY(view.createLineTypeImage(QStringLiteral("NEW"), 200, 30).toImage() != old);
+    view.setCurrLtypeName(true, QStringLiteral("NEW")); // the text alone
+    QVERIFY(view.createLineTypeImage(QStringLiteral("NEW"), 200, 30).toImage() != old);
+    view.setCurrLtypeName(false, QStringLiteral("NEW"));
+    QCOMPARE(view.createLineTypeImage(QStringLiteral("NEW"), 200, 30).toImage(), old);
+    QCOMPARE(view.createLineTypeImage(QStringLiteral("OLD"), 200, 30).toImage(), old);
+}
+
+void tst_linetypetableview::aNewNameWithoutAPictureIsDrawn()
+{
+    addPattern(L"NEW", {1, -9});
+    View &view = show(View::kInteractive, bagOf({{0, "ByLayer", "", 0}, {1, "ByBlock", "", 0}, {2, "NONE", "", 0}}));
+    const QImage picture = view.createLineTypeImage(QStringLiteral("NEW"), 200, 30).toImage();
+    QVERIFY(!picture.isNull());
+    view.setLtypeNameByModelIdx(source().index(2, 0), false, QStringLiteral("NEW")); // from a name that has no picture
+    QCOMPARE(view.createLineTypeImage(QStringLiteral("NEW"), 200, 30).toImage(), picture);
 }
 
 void tst_linetypetableview::settingTheComments()
@@ -1231,6 +1458,9 @@ void tst_linetypetableview::withoutADocument()
     View fresh(View::kInteractive, nullptr);
     QVERIFY(fresh.createLineTypeImage(QStringLiteral("Continuous"), 250, 30).isNull());
     QVERIFY(!view.createLineTypeImage(QStringLiteral("Continuous"), 250, 30).isNull()); // kept
+    zvDocManagerPtr()->addDocument(ZvDbDatabasePtr(), L"");
+    QVERIFY(document() && !document()->database());
+    QVERIFY(fresh.createLineTypeImage(QStringLiteral("Continuous"), 250, 30).isNull());
     CHcSystem::setInstanceAvailable(false);
     QVERIFY(fresh.createLineTypeImage(QStringLiteral("Continuous"), 250, 30).isNull());
 }
