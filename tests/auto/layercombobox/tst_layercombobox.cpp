@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "colordialogrun.h"
 #include "combodriver.h"
+#include "dialogstandin.h"
 #include "drawingtest.h"
 #include "noticecases.h"
+#include "notices.h"
 #include "stranger.h"
 
 #include "zvcolorbutton.h"
@@ -24,6 +26,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -53,9 +56,24 @@ QString iconPath(int icon)
         + QStringLiteral(".ico");
 }
 
+/// As the control shows it: 16 by 16, whatever the file has.
 QImage iconImage(int icon)
 {
-    return QImage(iconPath(icon)).convertToFormat(QImage::Format_ARGB32);
+    return QImage(iconPath(icon))
+        .scaled(16, 16, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+/// Two halves with a line between them, in a format that the file's name does not tell.
+bool drawIconFile(const QString &path, const QSize &size, const QColor &left, const QColor &right)
+{
+    QImage image(size, QImage::Format_ARGB32);
+    image.fill(left);
+    QPainter painter(&image);
+    painter.fillRect(QRect(QPoint(size.width() / 3, 0), size), right);
+    painter.fillRect(QRect(0, size.height() / 2, size.width(), 1), Qt::black);
+    painter.end();
+    return image.save(path, "PNG");
 }
 
 QImage imageOf(const QIcon &icon, int size = 16)
@@ -169,6 +187,17 @@ public:
     QTableWidget *const table;
 };
 
+/// The host's service, counting.
+class CountingBus : public ZvQtUpdateBusService
+{
+public:
+    void addReceiver(CZvQtControlHelp *receiver) override { joined << receiver; }
+    void removeReceiver(CZvQtControlHelp *receiver) override { left << receiver; }
+
+    static inline QVector<CZvQtControlHelp *> joined;
+    static inline QVector<CZvQtControlHelp *> left;
+};
+
 const QColor kWhite(255, 255, 255);
 const QColor kRed(255, 0, 0);
 const QColor kGreen(0, 255, 0);
@@ -197,10 +226,14 @@ private Q_SLOTS:
     void tableBeforeTheFirstOpening();
     void iconsOfTheFolder();
     void missingIconFiles();
+    void iconsFollowTheirFiles();
+    void iconFilesOfOtherSizes();
     void fullPathIsBesideTheExecutable();
     void metaObjectFindsTheReceiver();
     void worksWithoutTheBus();
     void busOfAWrongClassThrows();
+    void joinsTheBusAndLeavesIt_data();
+    void joinsTheBusAndLeavesIt();
 
     // rows
     void rowsAreSortedAndShowTheirStates();
@@ -214,6 +247,7 @@ private Q_SLOTS:
     void refillWithAnotherPalette();
     void refillWithAnotherDrawing();
     void refillTellsNothing();
+    void errorWhileFillingGetsOut();
     void withoutDocumentThereAreNoRows();
     void layerByLayerFollowsTheCurrentOne();
     void addedRowStandsForNoLayer();
@@ -233,6 +267,7 @@ private Q_SLOTS:
     void refusedRowLeavesAll_data();
     void refusedRowLeavesAll();
     void erasedLayerIsRefused();
+    void closedBoxWithoutItsLabel();
     void lostLayerIsShownWithoutItsState_data();
     void lostLayerIsShownWithoutItsState();
 
@@ -242,6 +277,7 @@ private Q_SLOTS:
     void selectionIsFollowed();
     void layerNamesAreMatchedWithoutCase();
     void newLayerIsPaintedAndTheIndexStays();
+    void newLayerLeavesABlankBoxBlank();
     void starInAnAbsentNameLeavesTheBox();
     void listWithoutRowsLeavesTheBox();
     void currentLayerThatCannotBeRead_data();
@@ -249,6 +285,8 @@ private Q_SLOTS:
     void noticesAreFiltered_data();
     void noticesAreFiltered();
     void frozenInAViewportIsANotice();
+    void unhookedHearsNoNotice();
+    void errorWhileShowingIsAnAssertion();
     void withoutDocumentNothingHappens();
     void showingTellsNothing();
 
@@ -260,6 +298,9 @@ private Q_SLOTS:
     void listIsWideEnough();
     void listOpensAtTheShownLayer();
     void lostNameOpensWithoutARow();
+    void shownNameIsFoundByItsCase();
+    void withoutLabelOrTableTheListIsNotRead_data();
+    void withoutLabelOrTableTheListIsNotRead();
     void keyboardGoesBackToTheDrawing();
     void listOpensAgainWhereItWouldBeFoundAnew_data();
     void listOpensAgainWhereItWouldBeFoundAnew();
@@ -289,12 +330,18 @@ private Q_SLOTS:
     // colours
     void dialogIsAskedForTheLayersColour_data();
     void dialogIsAskedForTheLayersColour();
+    void dialogIsGivenItsKeys_data();
+    void dialogIsGivenItsKeys();
+    void dialogIsAskedForTheColourOfTheList();
+    void answersOfAnotherDialog_data();
+    void answersOfAnotherDialog();
     void dialogColourIsWritten_data();
     void dialogColourIsWritten();
     void dismissedDialogChangesNothing();
     void missingDialogChangesNothing();
     void listOpensAgainAfterTheDialog();
     void recolouredCurrentRowIsPaintedWithTheStatesItWasMadeWith();
+    void recolouredOtherRowLeavesTheBox();
     void deletedWhileTheDialogRuns();
     void drawingClosedWhileTheDialogRuns();
 
@@ -303,6 +350,7 @@ private Q_SLOTS:
     void pressMovesTheSelection();
     void pressOnAnUnhookedOneChangesThePictureOnly();
     void pressOnAFrozenLayerIsRefused();
+    void pressClosesTheListAsTheClassDoes();
 
     // a day at work
     void journeyThroughTheList();
@@ -442,6 +490,49 @@ void TestLayerComboBox::missingIconFiles()
     QVERIFY2(process.exitCode() == 0, process.readAll().constData());
 }
 
+/// Runs beside the folder of icons, and in a copy of the program with files of other sizes, which it may draw anew.
+void TestLayerComboBox::iconsFollowTheirFiles()
+{
+    addTwo();
+    Box box;
+    QVERIFY(box.show());
+    for (const int row : {0, 2}) {
+        const bool isB = row == 2; // which is off, frozen and locked
+        const int expected[] = {switchIcon(isB), freezeIcon(isB), lockIcon(isB)};
+        for (int column = 0; column < 3; ++column)
+            QCOMPARE(imageOf(box.button(row, column)->icon()), iconImage(expected[column]));
+        box.combo.drawSectionView(isB, isB, isB, kRed, QStringLiteral("A"));
+        COMPARE_PICTURES(box.picture(), box.expected(isB, isB, isB, kRed, QStringLiteral("A")));
+    }
+    if (QImage(iconPath(0)).size() == QSize(16, 16))
+        return;
+    // The closed box reads its files each time; the rows have what they were made with.
+    const QImage before = iconImage(0);
+    QVERIFY(drawIconFile(iconPath(0), QSize(50, 10), Qt::cyan, Qt::magenta));
+    QVERIFY(iconImage(0) != before);
+    box.combo.drawSectionView(false, false, false, kRed, QStringLiteral("A"));
+    COMPARE_PICTURES(box.picture(), box.expected(false, false, false, kRed, QStringLiteral("A")));
+    QCOMPARE(imageOf(box.button(0, kSwitch)->icon()), before);
+}
+
+void TestLayerComboBox::iconFilesOfOtherSizes()
+{
+    const QTemporaryDir folder;
+    const QString program = folder.filePath(QStringLiteral("other_icons"));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("ico_zeva")));
+    for (int icon = 0; icon < 6; ++icon)
+        QVERIFY(drawIconFile(folder.filePath(QStringLiteral("ico_zeva/%1.ico").arg(kIconNames[icon])), QSize(31, 20),
+                             QColor(40 * icon, 200, 20), QColor(250, 10, 40 * icon)));
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, {QStringLiteral("iconsFollowTheirFiles")});
+    QVERIFY(process.waitForFinished(60000));
+    QVERIFY2(process.exitCode() == 0, process.readAll().constData());
+    const QImage drawnAnew(folder.filePath(QStringLiteral("ico_zeva/layer_on.ico")));
+    QCOMPARE(drawnAnew.size(), QSize(50, 10)); // it came to its end
+}
+
 void TestLayerComboBox::fullPathIsBesideTheExecutable()
 {
     ZvLayerUltralComboBox combo(nullptr);
@@ -469,6 +560,35 @@ void TestLayerComboBox::busOfAWrongClassThrows()
     const ZvRxObjectPtr bus = zv_arbitDict_getservice(key);
     zv_arbitDict_regservice(key, Stranger::make());
     QVERIFY_EXCEPTION_THROWN(ZvLayerUltralComboBox(true, nullptr), ZvError_NotThatKindOfClass);
+    zv_arbitDict_regservice(key, bus);
+}
+
+void TestLayerComboBox::joinsTheBusAndLeavesIt_data()
+{
+    QTest::addColumn<bool>("hooked");
+    QTest::addColumn<bool>("isHookedAtTheEnd");
+    QTest::newRow("hooked") << true << true;
+    QTest::newRow("hooked, cleared by a failed filling") << true << false;
+    QTest::newRow("not hooked") << false << false;
+}
+
+void TestLayerComboBox::joinsTheBusAndLeavesIt()
+{
+    QFETCH(bool, hooked);
+    QFETCH(bool, isHookedAtTheEnd);
+    CountingBus::joined.clear();
+    CountingBus::left.clear();
+    const ZvString key(wchar_t(ZvQtUpdateBusService::kKey));
+    const ZvRxObjectPtr bus = zv_arbitDict_getservice(key);
+    zv_arbitDict_regservice(key, ZvRxObjectPtr::adopt(new ZvRxObjectImpl<CountingBus>));
+    auto combo = std::make_unique<ZvLayerUltralComboBox>(hooked, nullptr);
+    const QVector<CZvQtControlHelp *> expected(hooked ? 1 : 0, combo.get());
+    QCOMPARE(CountingBus::joined, expected);
+    QVERIFY(CountingBus::left.isEmpty());
+    combo->hooked = isHookedAtTheEnd;
+    combo.reset();
+    QCOMPARE(CountingBus::left, expected);
+    QCOMPARE(CountingBus::joined, expected);
     zv_arbitDict_regservice(key, bus);
 }
 
@@ -630,6 +750,24 @@ void TestLayerComboBox::refillTellsNothing()
     QCOMPARE(index.size(), 0);
     QVERIFY(box.combo.hooked);
     QVERIFY(!box.combo.signalsBlocked());
+}
+
+void TestLayerComboBox::errorWhileFillingGetsOut()
+{
+    addTwo();
+    Box box;
+    const auto failing = connect(box.table->model(), &QAbstractItemModel::dataChanged, this,
+                                 [] { throw ZvError("it cannot be shown"); });
+    addLayer(L"C");
+    QVERIFY_EXCEPTION_THROWN(box.combo.init(), ZvError);
+    QVERIFY(box.combo.signalsBlocked());
+    QVERIFY(!box.combo.hooked);
+    disconnect(failing);
+    box.combo.init();
+    QCOMPARE(box.names(),
+             QStringList({QStringLiteral("0"), QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
+    QVERIFY(!box.combo.signalsBlocked());
+    QVERIFY(!box.combo.hooked); // nobody has put it back
 }
 
 void TestLayerComboBox::withoutDocumentThereAreNoRows()
@@ -874,6 +1012,23 @@ void TestLayerComboBox::erasedLayerIsRefused()
     QCOMPARE(box.combo.currentIndex(), 0);
 }
 
+void TestLayerComboBox::closedBoxWithoutItsLabel()
+{
+    addTwo();
+    Box box;
+    QVERIFY(box.show());
+    delete box.label();
+    box.combo.resize(300, 40);
+    box.combo.setCurrentIndexEx(1, false);
+    QCOMPARE(box.combo.currentIndex(), 1);
+    box.combo.SetNullItem();
+    box.combo.drawSectionView(true, true, true, kRed, QStringLiteral("B"));
+    drawing().setClayer(m_b);
+    notifyCommandEnded();
+    QCOMPARE(box.combo.currentIndex(), 2);
+    QVERIFY(!box.combo.signalsBlocked());
+}
+
 void TestLayerComboBox::lostLayerIsShownWithoutItsState_data()
 {
     QTest::addColumn<bool>("isErased");
@@ -988,6 +1143,18 @@ void TestLayerComboBox::newLayerIsPaintedAndTheIndexStays()
     QCOMPARE(box.combo.currentIndex(), 1);
 }
 
+void TestLayerComboBox::newLayerLeavesABlankBoxBlank()
+{
+    Box box;
+    QVERIFY(box.show());
+    drawing().setClayer(addLayerWith(L"New", 3, true));
+    box.combo.SetNullItem();
+    box.combo.setEnabled(false);
+    notifyCommandEnded();
+    QVERIFY(box.label()->isHidden());
+    QVERIFY(box.combo.isEnabled());
+}
+
 void TestLayerComboBox::starInAnAbsentNameLeavesTheBox()
 {
     QVERIFY(openDrawingWithReference());
@@ -1098,6 +1265,37 @@ void TestLayerComboBox::frozenInAViewportIsANotice()
     QVERIFY(drawing().undo());
     QVERIFY(!box.label()->isHidden());
     QVERIFY(!read<ZvDbViewport>(viewport, [this](const ZvDbViewport &entity) { return entity.isLayerFrozen(m_a); }));
+}
+
+void TestLayerComboBox::unhookedHearsNoNotice()
+{
+    addTwo();
+    Box box(false);
+    QVERIFY(box.show());
+    box.combo.setCurrentIndexEx(1, false);
+    const QImage before = box.picture();
+    drawing().setClayer(m_b);
+    notifyCommandEnded();
+    select({addLine()});
+    COMPARE_PICTURES(box.picture(), before);
+    QCOMPARE(box.combo.currentIndex(), 1);
+    QVERIFY(box.combo.isEnabled());
+}
+
+void TestLayerComboBox::errorWhileShowingIsAnAssertion()
+{
+    addTwo();
+    Box box;
+    QVERIFY(box.show());
+    notifyCommandEnded();
+    drawing().setClayer(m_b);
+    const FailingControl failing(box.combo);
+    const Assertions assertions;
+    notifyCommandEnded();
+    QCOMPARE(assertions.list(), QStringList{QStringLiteral("false, zvlayerultralcombobox, 694")});
+    QVERIFY(!box.combo.signalsBlocked());
+    QVERIFY(box.combo.hooked);
+    QCOMPARE(box.combo.currentIndex(), 0);
 }
 
 void TestLayerComboBox::withoutDocumentNothingHappens()
@@ -1232,6 +1430,53 @@ void TestLayerComboBox::lostNameOpensWithoutARow()
     QCOMPARE(box.combo.currentIndex(), -1);
     QVERIFY(!box.table->selectionModel()->isRowSelected(2, QModelIndex()));
     bus().enableUpdateUI(true);
+}
+
+void TestLayerComboBox::shownNameIsFoundByItsCase()
+{
+    addTwo();
+    Box box;
+    drawing().setClayer(m_a);
+    notifyCommandEnded();
+    QVERIFY(box.open());
+    QCOMPARE(box.combo.currentIndex(), 1);
+    box.combo.hidePopup();
+    bus().enableUpdateUI(false);
+    change<ZvDbLayerTableRecord>(m_a, [](ZvDbLayerTableRecord &layer) { layer.setName(L"a"); });
+    QVERIFY(box.open());
+    const int row = box.names().indexOf(QStringLiteral("a"));
+    QVERIFY(row > 0);
+    QCOMPARE(box.combo.currentIndex(), -1); // the box shows "A"
+    QVERIFY(!box.table->selectionModel()->isRowSelected(row, QModelIndex()));
+    box.combo.hidePopup();
+    bus().enableUpdateUI(true);
+}
+
+void TestLayerComboBox::withoutLabelOrTableTheListIsNotRead_data()
+{
+    QTest::addColumn<bool>("isTable");
+    QTest::newRow("without its label") << false;
+    QTest::newRow("without its table") << true;
+}
+
+void TestLayerComboBox::withoutLabelOrTableTheListIsNotRead()
+{
+    QFETCH(bool, isTable);
+    addTwo();
+    Box box;
+    QVERIFY(box.show());
+    if (isTable)
+        delete box.table;
+    else
+        delete box.label();
+    const int rows = box.combo.count();
+    QCOMPARE(rows, isTable ? 0 : 3);
+    addLayer(L"C");
+    const ListOpener opener(box.combo);
+    QVERIFY(runMacro(L"_.OPENLIST ")); // in a command too
+    QCOMPARE(opener.wasOpen(), !isTable); // an empty list does not open
+    QCOMPARE(box.combo.count(), rows);
+    QVERIFY(!box.combo.signalsBlocked());
 }
 
 void TestLayerComboBox::keyboardGoesBackToTheDrawing()
@@ -1764,6 +2009,116 @@ void TestLayerComboBox::dialogIsAskedForTheLayersColour()
     QVERIFY(isChild);
 }
 
+void TestLayerComboBox::dialogIsGivenItsKeys_data()
+{
+    dialogIsAskedForTheLayersColour_data();
+}
+
+void TestLayerComboBox::dialogIsGivenItsKeys()
+{
+    QFETCH(ZvCmColor, colour);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    addTwo();
+    change<ZvDbLayerTableRecord>(m_a, [&colour](ZvDbLayerTableRecord &layer) { layer.setColor(colour); });
+    Box box;
+    QVERIFY(box.open());
+    int keys[3] = {};
+    bool wasEnabled = true;
+    bool wasBlocked = false;
+    const DialogStandIn dialog([&](const ZvJsonPtr &params) {
+        keys[0] = intOf(params, "clrMethod");
+        keys[1] = intOf(params, "selectClr");
+        keys[2] = intOf(params, "backgroundColor");
+        wasEnabled = box.combo.isEnabled();
+        wasBlocked = box.combo.signalsBlocked();
+        return 2;
+    });
+    box.click(1, kColour);
+    QCOMPARE(dialog.name(), ZvString(L"ColorDialog"));
+    QCOMPARE(dialog.parent(), static_cast<void *>(static_cast<QWidget *>(&box.combo)));
+    QCOMPARE(keys[0], method);
+    QCOMPARE(keys[1], value);
+    QCOMPARE(keys[2], int(0xff30281e));
+    QVERIFY(!wasEnabled);
+    QVERIFY(wasBlocked);
+}
+
+/// That of the row's record, as old as the list; of the row that was made current since, as old as that.
+void TestLayerComboBox::dialogIsAskedForTheColourOfTheList()
+{
+    addTwo();
+    Box box(false);
+    for (const ZvDbObjectId &id : {m_a, m_b})
+        change<ZvDbLayerTableRecord>(id, [](ZvDbLayerTableRecord &layer) { layer.setColor(indexColour(5)); });
+    box.combo.setCurrentIndexEx(1, false);
+    const int expected[] = {5, 3};
+    for (const int row : {1, 2}) {
+        int asked = -1;
+        const DialogStandIn dialog([&](const ZvJsonPtr &params) {
+            asked = intOf(params, "selectClr");
+            return 2;
+        });
+        box.button(row, kColour)->click();
+        QCOMPARE(asked, expected[row - 1]);
+    }
+    QCOMPARE(imageOf(box.button(1, kColour)->icon(), 24).pixelColor(12, 12), kRed); // stays as it was drawn
+}
+
+void TestLayerComboBox::answersOfAnotherDialog_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("method");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<ZvCmColor>("written");
+    QTest::addColumn<QColor>("swatch"); // invalid: as before
+    ZvCmColor black;
+    black.setRGB(0, 0, 0);
+    ZvCmColor dark;
+    dark.setRGB(10, 20, 30);
+    const QColor none;
+    QTest::newRow("by layer, whatever the value") << 1 << 192 << 5 << black << QColor(0, 0, 0);
+    QTest::newRow("by block, whatever the value") << 1 << 193 << 5 << black << QColor(0, 0, 0);
+    QTest::newRow("a method unknown") << 1 << 200 << 5 << black << QColor(0, 0, 0);
+    QTest::newRow("an index is cut to 16 bits") << 1 << 195 << 0x10005 << indexColour(5) << QColor(0, 0, 255);
+    QTest::newRow("bits above a true colour are cut") << 1 << 194 << 0x7F1E140A << dark << QColor(10, 20, 30);
+    QTest::newRow("a true colour without a value") << 1 << 194 << kMissing << black << QColor(0, 0, 0);
+    QTest::newRow("cancelled with a colour") << 2 << 195 << 5 << indexColour(3) << none;
+    QTest::newRow("undecided with a colour") << -1 << 195 << 5 << indexColour(3) << none;
+    QTest::newRow("another result") << 6 << 195 << 5 << indexColour(3) << none;
+    QTest::newRow("no result at all") << 0 << 195 << 5 << indexColour(3) << none;
+}
+
+void TestLayerComboBox::answersOfAnotherDialog()
+{
+    QFETCH(int, result);
+    QFETCH(int, method);
+    QFETCH(int, value);
+    QFETCH(ZvCmColor, written);
+    QFETCH(QColor, swatch);
+    addTwo();
+    Box box;
+    QVERIFY(box.open());
+    QImage expected = imageOf(box.button(2, kColour)->icon(), 24);
+    if (swatch.isValid())
+        expected.fill(swatch);
+    const DialogStandIn dialog([&](const ZvJsonPtr &params) {
+        params->SetDataI("clrMethod", method);
+        if (value == kMissing)
+            params->SetDataJ("selectClr", nullptr);
+        else
+            params->SetDataI("selectClr", value);
+        return result;
+    });
+    box.click(2, kColour);
+    QCOMPARE(dialog.name(), ZvString(L"ColorDialog"));
+    QCOMPARE(colourOf(m_b), written);
+    QCOMPARE(imageOf(box.button(2, kColour)->icon(), 24), expected);
+    QVERIFY(box.combo.isEnabled());
+    QVERIFY(!box.combo.signalsBlocked());
+    QVERIFY(box.table->isVisible());
+}
+
 void TestLayerComboBox::dialogColourIsWritten_data()
 {
     QTest::addColumn<QString>("typed");
@@ -1896,6 +2251,24 @@ void TestLayerComboBox::recolouredCurrentRowIsPaintedWithTheStatesItWasMadeWith(
     COMPARE_PICTURES(box.picture(), box.expected(false, false, true, kGreen, QStringLiteral("A")));
 }
 
+void TestLayerComboBox::recolouredOtherRowLeavesTheBox()
+{
+    addTwo();
+    Box box;
+    QVERIFY(box.open());
+    box.combo.setCurrentIndexEx(1, false);
+    const QImage before = box.picture();
+    bus().enableUpdateUI(false); // only what the button itself does
+    const DialogStandIn dialog([](const ZvJsonPtr &params) {
+        params->SetDataI("selectClr", 5);
+        return 1;
+    });
+    box.click(2, kColour);
+    QCOMPARE(colourOf(m_b), indexColour(5));
+    COMPARE_PICTURES(box.picture(), before);
+    bus().enableUpdateUI(true);
+}
+
 void TestLayerComboBox::deletedWhileTheDialogRuns()
 {
     addTwo();
@@ -1983,6 +2356,34 @@ void TestLayerComboBox::pressOnAFrozenLayerIsRefused()
     QCOMPARE(boxes.shown().front().text, kRefused);
     QVERIFY(runCommands());
     COMPARE_PICTURES(box.picture(), box.expected(false, false, false, kWhite, QStringLiteral("0")));
+}
+
+/// A host's class may do more when its list closes.
+void TestLayerComboBox::pressClosesTheListAsTheClassDoes()
+{
+    class Own : public ZvLayerUltralComboBox
+    {
+    public:
+        using ZvLayerUltralComboBox::ZvLayerUltralComboBox;
+        void hidePopup() override
+        {
+            rowWhenHidden = currentIndex();
+            ZvLayerUltralComboBox::hidePopup();
+        }
+        int rowWhenHidden = -1;
+    };
+    addTwo();
+    Own combo(false, nullptr);
+    combo.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&combo));
+    combo.showPopup();
+    auto *table = combo.findChild<QTableWidget *>();
+    QTRY_VERIFY(table->isVisible());
+    combo.rowWhenHidden = -1;
+    QTest::mousePress(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      table->visualRect(table->model()->index(2, kName)).center());
+    QCOMPARE(combo.rowWhenHidden, 2);
+    QVERIFY(!table->isVisible());
 }
 
 // ---- a day at work --------------------------------------------------------------------------------------------------
