@@ -94,6 +94,14 @@ inline QByteArray drawingOf(const QByteArray &blocks, const QByteArray &entities
         + QByteArrayLiteral("0\nENDSEC\n0\nEOF\n");
 }
 
+/// A drawing of one table.
+inline QByteArray drawingOfTable(const QByteArray &name, const QByteArray &records)
+{
+    return QByteArrayLiteral(
+               "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n0\nTABLE\n2\n")
+        + name + QByteArrayLiteral("\n70\n9\n") + records + QByteArrayLiteral("0\nENDTAB\n0\nENDSEC\n0\nEOF\n");
+}
+
 inline QByteArray hatch(const QByteArray &pattern, bool onPaper = false)
 {
     return QByteArrayLiteral("0\nHATCH\n100\nAcDbEntity\n") + (onPaper ? "67\n1\n" : "")

@@ -2,6 +2,9 @@
 #include "combodriver.h"
 #include "drawingtest.h"
 #include "namedkinds.h"
+#include "notices.h"
+#include "recordedbus.h"
+#include "stranger.h"
 
 #include "zvqtcontrolhelp.h"
 #include "zvutilmaterialcombobox.h"
@@ -22,9 +25,11 @@
 #include "zvutilsucscombobox.h"
 #include "zvutilsviewcombobox.h"
 
+#include "base/zverror.h"
 
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <iterator>
 
 using namespace ZvGlobalUIReactorHelp;
@@ -41,6 +46,7 @@ struct Member
     const char *signal; ///< Told of a pick, normalized.
     bool isHeard; ///< Unless it is sent with signals blocked.
     bool refills; ///< Fills its list anew when it opens.
+    bool takesNone; ///< No row is a pick like others.
 };
 
 template <class T> Combo make(bool hook)
@@ -56,37 +62,29 @@ template <class T> Combo makeCell(bool hook)
 
 const Member kMembers[] = {
     {"text style", [](bool hook) -> Combo { return std::make_unique<ZvUtilsTextStyleComboBox>(hook, nullptr, false); },
-     SIGNAL(textStyleTableItemChanged(QString)), true, true},
-    {"dimension style", make<ZvUtilsDimStyleComboBox>, SIGNAL(itemChanged(QString)), true, true},
-    {"multileader style", make<ZvUtilsMleaderStyleComboBox>, SIGNAL(itemChanged(QString)), true, true},
-    {"table style", make<ZvUtilsTableStyleComboBox>, SIGNAL(styleItemChanged(QString)), true, true},
-    {"cell style", makeCell<ZvUtilsTableCellStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
-    {"cell style of a row", makeCell<ZvUtilsTableCellRowStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
-    {"cell style of a column", makeCell<ZvUtilsTableCellColStyleComboBox>, SIGNAL(itemChanged(QString)), false, false},
+     SIGNAL(textStyleTableItemChanged(QString)), true, true, false},
+    {"dimension style", make<ZvUtilsDimStyleComboBox>, SIGNAL(itemChanged(QString)), true, true, false},
+    {"multileader style", make<ZvUtilsMleaderStyleComboBox>, SIGNAL(itemChanged(QString)), true, true, false},
+    {"table style", make<ZvUtilsTableStyleComboBox>, SIGNAL(styleItemChanged(QString)), true, true, false},
+    {"cell style", makeCell<ZvUtilsTableCellStyleComboBox>, SIGNAL(itemChanged(QString)), false, false, true},
+    {"cell style of a row", makeCell<ZvUtilsTableCellRowStyleComboBox>, SIGNAL(itemChanged(QString)), false, false,
+     true},
+    {"cell style of a column", makeCell<ZvUtilsTableCellColStyleComboBox>, SIGNAL(itemChanged(QString)), false, false,
+     true},
     {"layer", [](bool hook) -> Combo { return std::make_unique<ZvUtilsLayerComboBox>(hook, 0, nullptr); },
-     SIGNAL(layerItemChanged(int)), true, true},
-    {"material", make<ZvUtilsMaterialComboBox>, SIGNAL(itemChanged(QString)), true, true},
-    {"plot style name", make<ZvUtilsPlotStyleNameComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), true, true},
+     SIGNAL(layerItemChanged(int)), true, true, false},
+    {"material", make<ZvUtilsMaterialComboBox>, SIGNAL(itemChanged(QString)), true, true, false},
+    {"plot style name", make<ZvUtilsPlotStyleNameComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), true, true,
+     false},
     {"block", [](bool hook) -> Combo { return std::make_unique<ZvUtilsBlockComboBox>(hook, nullptr, false); },
-     SIGNAL(itemChanged(QString)), true, false},
-    {"block unit", make<ZvUtilsBlockUnitComboBox>, SIGNAL(itemChanged(QString)), true, false},
-    {"hatch name", make<ZvUtilsHatchNameComboBox>, SIGNAL(styleTableItemChanged(QString)), true, false},
-    {"plot style table", make<ZvUtilsPlotStyleTableComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), false, false},
-    {"shade plot", make<ZvUtilsShadePlotComboBox>, SIGNAL(ItemChanged(QString)), true, true},
-    {"coordinate system", make<ZvUtilsUcsComboBox>, SIGNAL(itemChanged(QString)), true, true},
-    {"view", make<ZvUtilsViewComboBox>, SIGNAL(itemChanged(QString)), true, true},
-};
-
-/// Notes who is on the bus.
-class ReceiverList : public ZvQtUpdateBusService
-{
-public:
-    explicit ReceiverList(QVector<CZvQtControlHelp *> *receivers) : m_receivers(receivers) { }
-    void addReceiver(CZvQtControlHelp *receiver) override { m_receivers->append(receiver); }
-    void removeReceiver(CZvQtControlHelp *receiver) override { m_receivers->removeAll(receiver); }
-
-private:
-    QVector<CZvQtControlHelp *> *m_receivers;
+     SIGNAL(itemChanged(QString)), true, false, true},
+    {"block unit", make<ZvUtilsBlockUnitComboBox>, SIGNAL(itemChanged(QString)), true, false, true},
+    {"hatch name", make<ZvUtilsHatchNameComboBox>, SIGNAL(styleTableItemChanged(QString)), true, false, true},
+    {"plot style table", make<ZvUtilsPlotStyleTableComboBox>, SIGNAL(plotStyleTableItemChanged(QString)), false, false,
+     true},
+    {"shade plot", make<ZvUtilsShadePlotComboBox>, SIGNAL(ItemChanged(QString)), true, true, true},
+    {"coordinate system", make<ZvUtilsUcsComboBox>, SIGNAL(itemChanged(QString)), true, true, false},
+    {"view", make<ZvUtilsViewComboBox>, SIGNAL(itemChanged(QString)), true, true, false},
 };
 
 /// A window with the drawing's view and a control.
@@ -143,6 +141,12 @@ private Q_SLOTS:
     void joinsTheBusWhenHookedAlone();
     void leavesTheBusWhenItDies_data() { members(); }
     void leavesTheBusWhenItDies();
+    void strangerForABusIsRefused_data() { members(); }
+    void strangerForABusIsRefused();
+    void constructionWritesNothing_data() { members(); }
+    void constructionWritesNothing();
+    void summaryIsLentByThoseThatFollowTheSelection_data() { members(); }
+    void summaryIsLentByThoseThatFollowTheSelection();
     void worksWithoutTheBus_data() { members(); }
     void worksWithoutTheBus();
     void worksWithoutADocument_data() { members(); }
@@ -151,6 +155,12 @@ private Q_SLOTS:
     void pickIsToldAndGivesTheKeyboardBack();
     void noRowIsNoPick_data();
     void noRowIsNoPick();
+    void firstFillingGivesTheKeyboardBack_data() { members(); }
+    void firstFillingGivesTheKeyboardBack();
+    void noRowIsAPickOfPickers_data() { pickers(); }
+    void noRowIsAPickOfPickers();
+    void pickEndsTheGuardOfItsCaller_data();
+    void pickEndsTheGuardOfItsCaller();
     void openingFillsAnewWhereItShould_data() { members(); }
     void openingFillsAnewWhereItShould();
     void openingKeepsWhatIsShown_data() { members(); }
@@ -161,6 +171,8 @@ private Q_SLOTS:
     void listOpensInEveryCommandState();
     void noticeNeverMakesASignal_data() { members(); }
     void noticeNeverMakesASignal();
+    void pickersHearNoNotice_data() { pickers(); }
+    void pickersHearNoNotice();
     void rowsAreChangedAsInAPlainList_data();
     void rowsAreChangedAsInAPlainList();
 
@@ -177,14 +189,20 @@ private Q_SLOTS:
     void mixedSelectionIsBlankAndEnabled();
     void noDrawingIsBlankAndDisabled_data() { bounds(); }
     void noDrawingIsBlankAndDisabled();
+    void noticeWithoutADocumentIsIgnored_data() { bounds(); }
+    void noticeWithoutADocumentIsIgnored();
     void otherDrawingIsFollowed_data() { bounds(); }
     void otherDrawingIsFollowed();
     void missingRowIsAddedUntilTheNextRefill_data() { bounds(); }
     void missingRowIsAddedUntilTheNextRefill();
     void emptyListStaysAsItIs_data() { bounds(); }
     void emptyListStaysAsItIs();
+    void invalidIdMovesNothing_data();
+    void invalidIdMovesNothing();
     void rowsMatchWithoutCase_data() { bounds(); }
     void rowsMatchWithoutCase();
+    void firstOfSeveralMatchesIsShown_data() { bounds(); }
+    void firstOfSeveralMatchesIsShown();
     void variableIsFollowedWhereItIsTheOnlyOne_data() { bounds(); }
     void variableIsFollowedWhereItIsTheOnlyOne();
     void pickWritesTheCurrentValue_data() { bounds(); }
@@ -215,6 +233,8 @@ private Q_SLOTS:
 private:
     static const Step kSteps[12];
     static void members();
+    static void members(const QStringList &names);
+    static void pickers();
     static void bounds();
     static const Member &memberOf(const char *name);
     static CZvQtControlHelp &helpOf(QComboBox &combo) { return *qobject_cast<CZvQtControlHelp *>(&combo); }
@@ -245,6 +265,23 @@ void TestNamedCombos::members()
     QTest::addColumn<const Member *>("member");
     for (const Member &member : kMembers)
         QTest::newRow(member.name) << &member;
+}
+
+void TestNamedCombos::members(const QStringList &names)
+{
+    QTest::addColumn<const Member *>("member");
+    for (const QString &name : names)
+        QTest::newRow(qPrintable(name)) << &memberOf(qPrintable(name));
+}
+
+void TestNamedCombos::pickers()
+{
+    QStringList names;
+    for (const Member &member : kMembers) {
+        if (member.takesNone)
+            names << QString::fromLatin1(member.name);
+    }
+    members(names);
 }
 
 void TestNamedCombos::bounds()
@@ -290,18 +327,14 @@ void TestNamedCombos::rowsHaveNoPictureAndNoDataButTheirOwn()
 void TestNamedCombos::joinsTheBusWhenHookedAlone()
 {
     QFETCH(const Member *, member);
-    QVector<CZvQtControlHelp *> receivers;
-    const ZvString key(wchar_t(ZvQtUpdateBusService::kKey));
-    const ZvRxObjectPtr service = zv_arbitDict_getservice(key);
-    zv_arbitDict_regservice(key, ZvRxObjectPtr::adopt(new ZvRxObjectImpl<ReceiverList>(&receivers)));
+    const RecordedBus recorded;
     {
         const Combo unhooked = member->make(false);
-        QVERIFY(receivers.isEmpty());
+        QCOMPARE(recorded.receivers().size(), std::size_t(0));
         const Combo hooked = member->make(true);
-        QCOMPARE(receivers, QVector<CZvQtControlHelp *>{&helpOf(*hooked)});
+        QCOMPARE(recorded.receivers(), std::vector<CZvQtControlHelp *>{&helpOf(*hooked)});
     }
-    QVERIFY(receivers.isEmpty());
-    zv_arbitDict_regservice(key, service);
+    QCOMPARE(recorded.receivers().size(), std::size_t(0));
 }
 
 void TestNamedCombos::leavesTheBusWhenItDies()
@@ -311,6 +344,36 @@ void TestNamedCombos::leavesTheBusWhenItDies()
     endCommand(); // the sanitizers see a receiver that is gone
     const Combo unhooked = member->make(false);
     endCommand();
+}
+
+void TestNamedCombos::strangerForABusIsRefused()
+{
+    QFETCH(const Member *, member);
+    const RecordedBus replaced; // puts the host's back
+    zv_arbitDict_regservice(ZvString(wchar_t(ZvQtUpdateBusService::kKey)), Stranger::make());
+    QVERIFY_EXCEPTION_THROWN(member->make(true), ZvError_NotThatKindOfClass);
+    QVERIFY(!helpOf(*member->make(false)).hooked);
+}
+
+void TestNamedCombos::constructionWritesNothing()
+{
+    QFETCH(const Member *, member);
+    for (const Bound &bound : kNamedKinds)
+        bound.add(drawing(), L"Alpha");
+    const std::uint64_t before = drawing().changeStamp();
+    const Combo combo = member->make(true);
+    QVERIFY(!zvedQueueHasInput());
+    QCOMPARE(drawing().changeStamp(), before);
+    QVERIFY(helpOf(*combo).hooked);
+}
+
+void TestNamedCombos::summaryIsLentByThoseThatFollowTheSelection()
+{
+    QFETCH(const Member *, member);
+    const auto isOfMember = [member](const Bound &bound) { return qstrcmp(bound.name, member->name) == 0; };
+    const bool follows = std::any_of(std::begin(kNamedKinds), std::end(kNamedKinds), isOfMember);
+    QCOMPARE(bool(helpOf(*member->make(true)).pickFirstInfo), follows);
+    QVERIFY(!helpOf(*member->make(false)).pickFirstInfo);
 }
 
 void TestNamedCombos::worksWithoutTheBus()
@@ -395,6 +458,59 @@ void TestNamedCombos::noRowIsNoPick()
     QVERIFY(QMetaObject::invokeMethod(combo.get(), slot, Q_ARG(int, 0)));
     QVERIFY(desk.view.hasFocus());
     QCOMPARE(told.size(), 1);
+}
+
+void TestNamedCombos::firstFillingGivesTheKeyboardBack()
+{
+    // The control hears of its rows from the first on, and the row that a filled list shows by itself is a pick.
+    QFETCH(const Member *, member);
+    QComboBox other;
+    BesideTheView desk(other);
+    QVERIFY(desk.giveKeyboard());
+    const Combo combo = member->make(false);
+    const bool takesActivationsOnly = qstrcmp(member->name, "view") == 0;
+    QCOMPARE(desk.view.hasFocus(), combo->count() > 0 && !takesActivationsOnly);
+}
+
+void TestNamedCombos::noRowIsAPickOfPickers()
+{
+    QFETCH(const Member *, member);
+    const Combo combo = member->make(false);
+    if (combo->count() == 0)
+        combo->addItem(QStringLiteral("one"));
+    BesideTheView desk(*combo);
+    QVERIFY(desk.giveKeyboard());
+    QSignalSpy told(combo.get(), member->signal);
+    combo->setCurrentIndex(-1);
+    QCOMPARE(told, (member->isHeard ? QList<QVariantList>{{QString()}} : QList<QVariantList>()));
+    QVERIFY(desk.view.hasFocus());
+    QVERIFY(!combo->signalsBlocked());
+}
+
+void TestNamedCombos::pickEndsTheGuardOfItsCaller_data()
+{
+    QTest::addColumn<const Member *>("member");
+    QTest::addColumn<bool>("ends");
+    for (const Member &member : kMembers) {
+        const QByteArray name = member.name;
+        if (name != "view") // takes picks in another slot
+            QTest::newRow(member.name) << &member << (name != "shade plot");
+    }
+}
+
+void TestNamedCombos::pickEndsTheGuardOfItsCaller()
+{
+    QFETCH(const Member *, member);
+    QFETCH(bool, ends);
+    const Combo combo = member->make(false);
+    if (combo->count() < 2)
+        combo->addItems({QStringLiteral("one"), QStringLiteral("two")});
+    combo->setCurrentIndex(0);
+    QSignalSpy told(combo.get(), member->signal);
+    combo->blockSignals(true);
+    QVERIFY(QMetaObject::invokeMethod(combo.get(), "curIndexChanged", Q_ARG(int, 1)));
+    QCOMPARE(combo->signalsBlocked(), !ends);
+    QCOMPARE(told.size(), ends && member->isHeard ? 1 : 0);
 }
 
 void TestNamedCombos::openingFillsAnewWhereItShould()
@@ -495,6 +611,21 @@ void TestNamedCombos::noticeNeverMakesASignal()
     QCOMPARE(told.size(), 0);
     QCOMPARE(changed.size(), 0);
     QVERIFY(!zvedQueueHasInput());
+}
+
+void TestNamedCombos::pickersHearNoNotice()
+{
+    QFETCH(const Member *, member);
+    const Combo combo = member->make(true);
+    combo->addItems({QStringLiteral("one"), QStringLiteral("two")});
+    combo->setEnabled(false);
+    const QStringList rows = rowsOf(*combo);
+    endCommand();
+    for (const std::uint64_t kind : {kNoticeDocumentCurrent, kNoticeLayoutSwitched, kNoticeSysVar, kNoticeObject,
+                                     kNoticePickFirst, kNoticeHostFirst, kNoticeHostSecond, kNoticeCommandEnded})
+        QVERIFY(!isFollowed(*combo, noticeOf(kind, L"PSTYLEMODE")));
+    QCOMPARE(rowsOf(*combo), rows);
+    QVERIFY(!combo->isEnabled());
 }
 
 /// What callers do to the rows of a drop-down by themselves.
@@ -678,6 +809,22 @@ void TestNamedCombos::noDrawingIsBlankAndDisabled()
     QVERIFY(!combo->isEnabled());
 }
 
+void TestNamedCombos::noticeWithoutADocumentIsIgnored()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+    zvDocManagerPtr()->closeDocument(document());
+    for (const int status : {kInfoNoDocument, kInfoNoSelection, kInfoUniform, kInfoMixed}) {
+        helpOf(*combo).pickFirstInfo->status = status;
+        helpOf(*combo).acceptUpdateUI(noticeOf(kNoticeCommandEnded));
+        QCOMPARE(combo->currentText(), QStringLiteral("Beta"));
+        QVERIFY(combo->isEnabled());
+    }
+}
+
 void TestNamedCombos::otherDrawingIsFollowed()
 {
     QFETCH(const Bound *, bound);
@@ -722,10 +869,44 @@ void TestNamedCombos::emptyListStaysAsItIs()
     QFETCH(const Bound *, bound);
     const Combo combo = makeBound(*bound);
     combo->clear();
+    combo->setEnabled(false);
     bound->set(drawing(), beta, L"Beta");
     endCommand();
     // A material is known by its name alone, and gets its row.
-    QCOMPARE(combo->count(), QByteArray(bound->name) == "material" ? 1 : 0);
+    const bool isMaterial = QByteArray(bound->name) == "material";
+    QCOMPARE(combo->count(), isMaterial ? 1 : 0);
+    QCOMPARE(combo->isEnabled(), isMaterial);
+}
+
+void TestNamedCombos::invalidIdMovesNothing_data()
+{
+    QTest::addColumn<const Bound *>("bound");
+    QTest::addColumn<bool>("isNull");
+    for (const Bound &bound : kNamedKinds) {
+        const QByteArray name = bound.name;
+        if (name == "material" || name == "plot style name") // known by their names
+            continue;
+        QTest::addRow("%s, null", bound.name) << &bound << true;
+        QTest::addRow("%s, of a drawing that is gone", bound.name) << &bound << false;
+    }
+}
+
+void TestNamedCombos::invalidIdMovesNothing()
+{
+    QFETCH(const Bound *, bound);
+    QFETCH(bool, isNull);
+    const Combo combo = makeBound(*bound);
+    const int rows = combo->count();
+    auto &info = static_cast<SPropertyInfo<ZvDbObjectId> &>(*helpOf(*combo).pickFirstInfo);
+    info.status = kInfoUniform;
+    info.value = isNull ? ZvDbObjectId() : ZvDbDatabase::create()->clayer();
+    QCOMPARE(info.value.isNull(), isNull);
+    QVERIFY(!info.value.isValid());
+    combo->setEnabled(false);
+    QVERIFY(!isFollowed(*combo, noticeOf(kNoticeCommandEnded)));
+    QCOMPARE(combo->count(), rows);
+    QVERIFY(!combo->isEnabled());
+    QVERIFY(!combo->signalsBlocked());
 }
 
 void TestNamedCombos::rowsMatchWithoutCase()
@@ -737,6 +918,20 @@ void TestNamedCombos::rowsMatchWithoutCase()
     endCommand();
     const bool isExact = QByteArray(bound->name) == "material";
     QCOMPARE(combo->currentText(), isExact ? QStringLiteral("Beta") : QStringLiteral("BETA"));
+}
+
+void TestNamedCombos::firstOfSeveralMatchesIsShown()
+{
+    QFETCH(const Bound *, bound);
+    const Combo combo = makeBound(*bound);
+    combo->blockSignals(true);
+    combo->insertItem(0, QStringLiteral("BETA"));
+    combo->addItem(QStringLiteral("Beta"));
+    combo->blockSignals(false);
+    bound->set(drawing(), beta, L"Beta");
+    endCommand();
+    const bool isExact = QByteArray(bound->name) == "material";
+    QCOMPARE(combo->currentIndex(), isExact ? combo->findText(QStringLiteral("Beta")) : 0);
 }
 
 void TestNamedCombos::variableIsFollowedWhereItIsTheOnlyOne()

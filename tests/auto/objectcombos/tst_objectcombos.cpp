@@ -168,24 +168,31 @@ private Q_SLOTS:
     // layers
     void layersAreListedByMode_data();
     void layersAreListedByMode();
+    void layersWithoutANameAreLeftOut();
+    void frozenLayerLeavesTheListOfUseCurrent();
     void anyPickWithUseCurrentWritesNothing();
     void layerPickTellsItsRow();
     void layerNames();
     void frozenLayerFallsBack_data();
     void frozenLayerFallsBack();
     void frozenLayerIsGuardedAgainstTheUserOnly();
+    void openingNotesTheRowToFallBackTo_data();
+    void openingNotesTheRowToFallBackTo();
 
     // materials
     void materialIsTheNameExactly();
     void currentMaterialIsToldByNameAndId();
     void unreadableMaterialMovesNothing();
+    void commonMaterialWithoutANameHasItsRow();
 
     // plot style names
     void normalIsShownAsUsersKnowIt_data();
     void normalIsShownAsUsersKnowIt();
+    void normalKeepsItsPlace();
     void normalIsWrittenAsTheDrawingNamesIt();
     void firstMatchingPlotStyleRowIsShown_data();
     void firstMatchingPlotStyleRowIsShown();
+    void unreadPlotStyleMovesNothing_data();
     void unreadPlotStyleMovesNothing();
 
     void errorIsSwallowedWithAnAssertion_data();
@@ -268,6 +275,32 @@ void TestObjectCombos::layersAreListedByMode()
     QCOMPARE(rowsOf(hooked), rows);
 }
 
+void TestObjectCombos::layersWithoutANameAreLeftOut()
+{
+    openDrawing(drawingOfTable("LAYER",
+                               "0\nLAYER\n2\n0\n70\n0\n62\n7\n6\nCONTINUOUS\n"
+                               "0\nLAYER\n2\n\n70\n0\n62\n7\n6\nCONTINUOUS\n"
+                               "0\nLAYER\n2\nDoors\n70\n0\n62\n7\n6\nCONTINUOUS\n"));
+    ZvUtilsLayerComboBox combo(true, 0, nullptr);
+    QCOMPARE(rowsOf(combo), (QStringList{s("0"), s("Doors")}));
+    const ZvDbObjectPointer<ZvDbLayerTableRecord> held(layerNamed(L"Doors"), ZvDb::kForWrite);
+    combo.init(); // nor has one that cannot be read
+    QCOMPARE(rowsOf(combo), QStringList{s("0")});
+}
+
+void TestObjectCombos::frozenLayerLeavesTheListOfUseCurrent()
+{
+    const ZvDbObjectId alpha = addLayer(L"Alpha");
+    ZvUtilsLayerComboBox combo(true, ZvUtilsLayerComboBox::kWithUseCurrent, nullptr);
+    for (const bool frozen : {false, true, false}) {
+        change<ZvDbLayerTableRecord>(alpha, [frozen](ZvDbLayerTableRecord &layer) { layer.setIsFrozen(frozen); });
+        combo.showPopup();
+        combo.hidePopup();
+        QCOMPARE(combo.findText(s("Alpha")) < 0, frozen);
+        QCOMPARE(combo.itemText(0), s("使用当前项"));
+    }
+}
+
 void TestObjectCombos::anyPickWithUseCurrentWritesNothing()
 {
     addLayer(L"Alpha");
@@ -347,6 +380,33 @@ void TestObjectCombos::frozenLayerIsGuardedAgainstTheUserOnly()
     QCOMPARE(combo.currentIndex(), 0);
 }
 
+void TestObjectCombos::openingNotesTheRowToFallBackTo_data()
+{
+    QTest::addColumn<bool>("hooked");
+    QTest::newRow("hooked") << true;
+    QTest::newRow("not hooked") << false;
+}
+
+void TestObjectCombos::openingNotesTheRowToFallBackTo()
+{
+    QFETCH(bool, hooked);
+    addLayer(L"Alpha");
+    addFrozenLayer(L"Ice");
+    ZvUtilsLayerComboBox combo(hooked, 0, nullptr);
+    const auto showQuietly = [&combo](int row) {
+        combo.blockSignals(true);
+        combo.setCurrentIndex(row);
+        combo.blockSignals(false);
+    };
+    showQuietly(1);
+    combo.showPopup();
+    combo.hidePopup();
+    showQuietly(2);
+    QCOMPARE(combo.currentText(), s("Ice"));
+    combo.activatedIndexChanged(2);
+    QCOMPARE(combo.currentText(), s("Alpha"));
+}
+
 // ---- materials
 
 void TestObjectCombos::materialIsTheNameExactly()
@@ -374,6 +434,9 @@ void TestObjectCombos::currentMaterialIsToldByNameAndId()
     combo.setCurrentIndex(-1);
     QCOMPARE(combo.getCurrentMaterialName(), s(""));
     QVERIFY(combo.getCurrentMaterialId().isNull());
+    combo.addItem(s("of somebody else"));
+    combo.setCurrentIndex(combo.count() - 1);
+    QVERIFY(combo.getCurrentMaterialId().isNull());
 }
 
 void TestObjectCombos::unreadableMaterialMovesNothing()
@@ -390,6 +453,19 @@ void TestObjectCombos::unreadableMaterialMovesNothing()
     }
     QCOMPARE(combo.currentText(), s("Brick"));
     QCOMPARE(combo.count(), rows);
+}
+
+void TestObjectCombos::commonMaterialWithoutANameHasItsRow()
+{
+    ZvUtilsMaterialComboBox combo(true, nullptr);
+    const int rows = combo.count();
+    auto &info = static_cast<ZvGlobalUIReactorHelp::SMaterialInfo &>(*combo.pickFirstInfo);
+    info.status = ZvGlobalUIReactorHelp::kInfoUniform;
+    info.value = ZvString();
+    combo.acceptUpdateUI(noticeOf(kNoticeCommandEnded));
+    QCOMPARE(combo.count(), rows + 1); // an empty name is one
+    QCOMPARE(combo.currentIndex(), rows);
+    QCOMPARE(combo.currentText(), s(""));
 }
 
 // ---- plot style names
@@ -431,6 +507,18 @@ void TestObjectCombos::normalIsShownAsUsersKnowIt()
     shown.sort();
     rows.sort();
     QCOMPARE(shown, rows);
+}
+
+void TestObjectCombos::normalKeepsItsPlace()
+{
+    openDrawing(kDrawing);
+    QCOMPARE(rowsOf(ZvUtilsPlotStyleNameComboBox(nullptr)),
+             (QStringList{s("ByLayer"), s("ByBlock"), s("thick"), s("普通")}));
+    addPlotStyle(L"Zulu");
+    QStringList rows = rowsOf(ZvUtilsPlotStyleNameComboBox(nullptr));
+    QCOMPARE(rows.size(), 5);
+    QVERIFY(rows.removeOne(s("Zulu")));
+    QCOMPARE(rows, (QStringList{s("ByLayer"), s("ByBlock"), s("thick"), s("普通")}));
 }
 
 void TestObjectCombos::normalIsWrittenAsTheDrawingNamesIt()
@@ -482,18 +570,36 @@ void TestObjectCombos::firstMatchingPlotStyleRowIsShown()
     QCOMPARE(combo.count(), qMax(row + 1, rows.size()));
 }
 
+void TestObjectCombos::unreadPlotStyleMovesNothing_data()
+{
+    QTest::addColumn<bool>("isSelected");
+    QTest::newRow("of the selection") << true;
+    QTest::newRow("the current one") << false;
+}
+
 void TestObjectCombos::unreadPlotStyleMovesNothing()
 {
+    QFETCH(bool, isSelected);
+    addPlotStyle(L"Late");
     ZvUtilsPlotStyleNameComboBox combo(true, nullptr);
-    drawing().setCplotstyle(L"ByBlock");
+    drawing().setCplotstyle(L"Late");
     endCommand();
-    QCOMPARE(combo.currentText(), s("ByBlock"));
+    QCOMPARE(combo.currentText(), s("Late"));
+    const int rows = combo.count();
     combo.setEnabled(false);
     auto &info = static_cast<ZvGlobalUIReactorHelp::SPlotStyleInfo &>(*combo.pickFirstInfo);
-    info.status = ZvGlobalUIReactorHelp::kInfoUniform;
-    info.value = ZvString();
+    if (isSelected) {
+        info.status = ZvGlobalUIReactorHelp::kInfoUniform;
+        info.value = ZvString();
+    } else {
+        change<ZvDbDictionary>(drawing().plotStyleDictionaryId(true),
+                               [](ZvDbDictionary &styles) { styles.remove(L"Late"); });
+        QCOMPARE(drawing().cplotstyle(), ZvString());
+        QCOMPARE(int(info.status), int(ZvGlobalUIReactorHelp::kInfoNoSelection));
+    }
     combo.acceptUpdateUI(noticeOf(kNoticeCommandEnded));
-    QCOMPARE(combo.currentText(), s("ByBlock"));
+    QCOMPARE(combo.currentText(), s("Late"));
+    QCOMPARE(combo.count(), rows);
     QVERIFY(!combo.isEnabled());
 }
 

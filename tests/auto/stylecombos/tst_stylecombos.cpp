@@ -147,9 +147,12 @@ private Q_SLOTS:
     void editedStylesAreListedAnew();
     void fillingIsHeard();
     void unreadableCurrentStyleMovesNothing();
+    void styleWithoutANameMovesNothing();
+    void openingReadsTheRecordsAnew();
 
     // the other drawing styles
     void dimensionStylesLeaveReferencesOut();
+    void dimensionStyleWithoutANameIsListed();
     void dictionaryStylesAreAllListed();
     void unknownDimensionStyleIsTheLast();
     void currentStyleIdIsThatOfTheName();
@@ -302,6 +305,7 @@ void TestStyleCombos::recordTellsTheStyle()
     QCOMPARE(item.xScale, 0.8);
     QVERIFY(item.isVertical);
     QVERIFY(!item.isAnnotative);
+    QCOMPARE(combo.itemData(0).typeName(), "ZevaUISetting::ZvsiTextStyleInfoItem");
 }
 
 void TestStyleCombos::rowIsFoundByExactlyItsName_data()
@@ -408,13 +412,57 @@ void TestStyleCombos::unreadableCurrentStyleMovesNothing()
     endCommand();
     QCOMPARE(combo.currentText(), s("Alpha"));
     blankQuietly(combo);
+    combo.setEnabled(false);
     {
         const ZvDbObjectPointer<ZvDbTextStyleTableRecord> held(alpha, ZvDb::kForWrite);
         endCommand();
     }
     QCOMPARE(combo.currentIndex(), -1);
     QCOMPARE(combo.count(), 3);
+    QVERIFY(combo.isEnabled()); // there is one
     QVERIFY(!combo.signalsBlocked());
+}
+
+void TestStyleCombos::styleWithoutANameMovesNothing()
+{
+    openDrawing(kDrawing);
+    ZvDbObjectId nameless;
+    {
+        ZvDbTextStyleTable *table = nullptr;
+        QCOMPARE(drawing().getSymbolTable(table, ZvDb::kForRead), Zv::eOk);
+        ZvDbSymbolTableIterator *made = nullptr;
+        QCOMPARE(table->newIterator(made), Zv::eOk);
+        table->close();
+        const std::unique_ptr<ZvDbSymbolTableIterator> walk(made);
+        for (; !walk->done(); walk->step()) {
+            const ZvDbObjectPointer<ZvDbTextStyleTableRecord> record(walk->getRecordId(), ZvDb::kForRead);
+            if (record && record->name().isEmpty())
+                nameless = walk->getRecordId();
+        }
+    }
+    QVERIFY(!nameless.isNull());
+    ZvUtilsTextStyleComboBox combo(true, nullptr, false);
+    endCommand();
+    blankQuietly(combo);
+    combo.setEnabled(false);
+    select({add(new ZvDbText({0, 0, 0}, L"text", nameless, 2.5, 0.0))});
+    QCOMPARE(rowsOf(combo), (QStringList{s("STANDARD"), s("Tall")}));
+    QCOMPARE(combo.currentIndex(), -1);
+    QVERIFY(combo.isEnabled());
+}
+
+void TestStyleCombos::openingReadsTheRecordsAnew()
+{
+    const ZvDbObjectId alpha = addTextStyle(L"Alpha");
+    ZvUtilsTextStyleComboBox combo(true, nullptr, false);
+    S::ZvsiTextStyleInfoItem item;
+    for (const double size : {7.0, 9.0}) {
+        change<ZvDbTextStyleTableRecord>(alpha, [size](ZvDbTextStyleTableRecord &record) { record.setTextSize(size); });
+        combo.showPopup();
+        combo.hidePopup();
+        QVERIFY(combo.getTextStyleInfo(item, combo.findItemByTextStyle(s("Alpha"))));
+        QCOMPARE(item.textSize, size);
+    }
 }
 
 // ---- the other drawing styles
@@ -429,6 +477,14 @@ void TestStyleCombos::dimensionStylesLeaveReferencesOut()
     endCommand();
     QCOMPARE(combo.currentText(), s("House|Fine"));
     QCOMPARE(combo.count(), 3);
+}
+
+void TestStyleCombos::dimensionStyleWithoutANameIsListed()
+{
+    openDrawing(drawingOfTable("DIMSTYLE",
+                               "0\nDIMSTYLE\n2\nSTANDARD\n70\n0\n0\nDIMSTYLE\n2\n\n70\n0\n"
+                               "0\nDIMSTYLE\n2\nZulu\n70\n0\n"));
+    QCOMPARE(rowsOf(ZvUtilsDimStyleComboBox(nullptr)), (QStringList{s("STANDARD"), s(""), s("Zulu")}));
 }
 
 void TestStyleCombos::dictionaryStylesAreAllListed()
@@ -466,6 +522,12 @@ void TestStyleCombos::currentStyleIdIsThatOfTheName()
     QCOMPARE(dimensions.getCurrentStyleId(), dimension);
     QCOMPARE(leaders.getCurrentStyleId(), leader);
     QCOMPARE(tables.getCurrentStyleId(), table);
+    for (QComboBox *combo : {static_cast<QComboBox *>(&leaders), static_cast<QComboBox *>(&tables)}) {
+        combo->addItem(s("of somebody else"));
+        combo->setCurrentIndex(combo->count() - 1);
+    }
+    QVERIFY(leaders.getCurrentStyleId().isNull());
+    QVERIFY(tables.getCurrentStyleId().isNull());
     leaders.setCurrentIndex(-1);
     tables.setCurrentIndex(-1);
     QVERIFY(leaders.getCurrentStyleId().isNull());
