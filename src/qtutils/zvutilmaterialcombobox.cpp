@@ -31,7 +31,7 @@ ZvUtilsMaterialComboBox::ZvUtilsMaterialComboBox(QWidget *parent) : ZvUtilsMater
 ZvUtilsMaterialComboBox::ZvUtilsMaterialComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

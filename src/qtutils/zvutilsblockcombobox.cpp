@@ -11,7 +11,7 @@ ZvUtilsBlockComboBox::ZvUtilsBlockComboBox(QWidget *parent, bool usedOnly)
 ZvUtilsBlockComboBox::ZvUtilsBlockComboBox(bool hook, QWidget *parent, bool usedOnly)
     : QComboBox(parent), CZvQtControlHelp(hook), m_usedOnly(usedOnly)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

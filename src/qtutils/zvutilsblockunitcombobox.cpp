@@ -34,7 +34,7 @@ ZvUtilsBlockUnitComboBox::ZvUtilsBlockUnitComboBox(QWidget *parent) : ZvUtilsBlo
 ZvUtilsBlockUnitComboBox::ZvUtilsBlockUnitComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     init();
 }
 

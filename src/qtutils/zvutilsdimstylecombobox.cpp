@@ -31,7 +31,7 @@ ZvUtilsDimStyleComboBox::ZvUtilsDimStyleComboBox(QWidget *parent) : ZvUtilsDimSt
 ZvUtilsDimStyleComboBox::ZvUtilsDimStyleComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

@@ -8,7 +8,7 @@ ZvUtilsHatchNameComboBox::ZvUtilsHatchNameComboBox(QWidget *parent) : ZvUtilsHat
 ZvUtilsHatchNameComboBox::ZvUtilsHatchNameComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     init();
 }
 

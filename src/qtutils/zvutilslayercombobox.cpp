@@ -41,7 +41,7 @@ ZvUtilsLayerComboBox::ZvUtilsLayerComboBox(int mode, QWidget *parent) : ZvUtilsL
 ZvUtilsLayerComboBox::ZvUtilsLayerComboBox(bool hook, int mode, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr), m_mode(mode)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateRows(this, "ZvUtilsLayerComboBox", {kUseCurrent});
     init();

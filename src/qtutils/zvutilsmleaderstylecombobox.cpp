@@ -37,7 +37,7 @@ ZvUtilsMleaderStyleComboBox::ZvUtilsMleaderStyleComboBox(QWidget *parent) : ZvUt
 ZvUtilsMleaderStyleComboBox::ZvUtilsMleaderStyleComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

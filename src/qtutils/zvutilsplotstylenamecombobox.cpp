@@ -66,7 +66,7 @@ ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(QWidget *parent)
 ZvUtilsPlotStyleNameComboBox::ZvUtilsPlotStyleNameComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateRows(this, "ZvUtilsPlotStyleNameComboBox", {kNormalText});
     init();

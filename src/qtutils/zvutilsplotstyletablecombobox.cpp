@@ -31,7 +31,7 @@ ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(QWidget *parent)
 ZvUtilsPlotStyleTableComboBox::ZvUtilsPlotStyleTableComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateRows(this, "ZvUtilsPlotStyleTableComboBox", {kNoTable});
     init();

@@ -12,7 +12,7 @@ ZvUtilsShadePlotComboBox::ZvUtilsShadePlotComboBox(QWidget *parent) : ZvUtilsSha
 ZvUtilsShadePlotComboBox::ZvUtilsShadePlotComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

@@ -19,7 +19,7 @@ ZvUtilsTableCellColStyleComboBox::ZvUtilsTableCellColStyleComboBox(bool hook, co
                                                                    QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateCellStyles(*this);
     zvTranslateRows(this, "ZvUtilsTableCellColStyleComboBox", {kNoStyle});

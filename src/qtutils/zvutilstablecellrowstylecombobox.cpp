@@ -12,7 +12,7 @@ ZvUtilsTableCellRowStyleComboBox::ZvUtilsTableCellRowStyleComboBox(bool hook, co
                                                                    QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateCellStyles(*this);
     init(tableStyle);

@@ -18,7 +18,7 @@ ZvUtilsTableCellStyleComboBox::ZvUtilsTableCellStyleComboBox(const ZvDbObjectId 
 ZvUtilsTableCellStyleComboBox::ZvUtilsTableCellStyleComboBox(bool hook, const ZvDbObjectId &tableStyle, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateCellStyles(*this);
     zvTranslateRows(this, "ZvUtilsTableCellStyleComboBox", {kByRowOrColumn});

@@ -30,7 +30,7 @@ ZvUtilsTableStyleComboBox::ZvUtilsTableStyleComboBox(QWidget *parent) : ZvUtilsT
 ZvUtilsTableStyleComboBox::ZvUtilsTableStyleComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

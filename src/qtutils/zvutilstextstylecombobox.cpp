@@ -41,7 +41,7 @@ ZvUtilsTextStyleComboBox::ZvUtilsTextStyleComboBox(QWidget *parent, bool sorted)
 ZvUtilsTextStyleComboBox::ZvUtilsTextStyleComboBox(bool hook, QWidget *parent, bool sorted)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_info : nullptr), m_sorted(sorted)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     init();
 }

@@ -7,6 +7,7 @@
 #include "stranger.h"
 
 #include "zvqtcontrolhelp.h"
+#include "zvqtplotservice.h"
 #include "zvutilmaterialcombobox.h"
 #include "zvutilsblockcombobox.h"
 #include "zvutilsblockunitcombobox.h"
@@ -143,6 +144,8 @@ private Q_SLOTS:
     void leavesTheBusWhenItDies();
     void strangerForABusIsRefused_data() { members(); }
     void strangerForABusIsRefused();
+    void failedConstructionLeavesTheBus_data();
+    void failedConstructionLeavesTheBus();
     void constructionWritesNothing_data() { members(); }
     void constructionWritesNothing();
     void summaryIsLentByThoseThatFollowTheSelection_data() { members(); }
@@ -353,6 +356,48 @@ void TestNamedCombos::strangerForABusIsRefused()
     zv_arbitDict_regservice(ZvString(wchar_t(ZvQtUpdateBusService::kKey)), Stranger::make());
     QVERIFY_EXCEPTION_THROWN(member->make(true), ZvError_NotThatKindOfClass);
     QVERIFY(!helpOf(*member->make(false)).hooked);
+}
+
+/// The services that lists are read from are of another class, for the life of the object.
+class WrongServices
+{
+public:
+    WrongServices() : m_before(zvrxGetService(3)), m_stranger(Stranger::make())
+    {
+        zvrxSetService(3, m_stranger.get());
+        zv_arbitDict_regservice(ZvString(ZvQtPlotService::kKey), m_stranger);
+    }
+    ~WrongServices()
+    {
+        zvrxSetService(3, m_before);
+        zv_arbitDict_clearservice(ZvString(ZvQtPlotService::kKey));
+    }
+    Q_DISABLE_COPY(WrongServices)
+
+private:
+    ZvRxObject *const m_before;
+    const ZvRxObjectPtr m_stranger;
+};
+
+void TestNamedCombos::failedConstructionLeavesTheBus_data()
+{
+    // The others are read without a service.
+    members({QStringLiteral("text style"), QStringLiteral("multileader style"), QStringLiteral("table style"),
+             QStringLiteral("material"), QStringLiteral("plot style name"), QStringLiteral("block"),
+             QStringLiteral("hatch name"), QStringLiteral("shade plot")});
+}
+
+void TestNamedCombos::failedConstructionLeavesTheBus()
+{
+    QFETCH(const Member *, member);
+    const RecordedBus recorded;
+    {
+        const WrongServices wrong;
+        QVERIFY_EXCEPTION_THROWN(member->make(true), ZvError_NotThatKindOfClass);
+    }
+    QCOMPARE(recorded.receivers().size(), std::size_t(0));
+    const Combo combo = member->make(true);
+    QCOMPARE(recorded.receivers().size(), std::size_t(1));
 }
 
 void TestNamedCombos::constructionWritesNothing()
