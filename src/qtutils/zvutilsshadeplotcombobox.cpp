@@ -53,8 +53,14 @@ QString ZvUtilsShadePlotComboBox::getCurrentName() const
 
 void ZvUtilsShadePlotComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-        QComboBox::showPopup();
+    if (hooked) {
+        // Not as in lists that show a selection: what is blank here had no modes before, and shows the first of them.
+        const ZvQtBlockSignalUtil block(this);
+        const QString text = currentText();
+        init();
+        setCurrentText(text);
+    }
+    QComboBox::showPopup();
 }
 
 void ZvUtilsShadePlotComboBox::curIndexChanged(int)

@@ -218,6 +218,8 @@ private Q_SLOTS:
     void shadePlotWithoutADocument();
     void shadePlotRefillsWhenHooked_data();
     void shadePlotRefillsWhenHooked();
+    void blankShadePlotShowsItsFirstModeWhenItOpens_data();
+    void blankShadePlotShowsItsFirstModeWhenItOpens();
 
 private:
     void endCommand() { bus().commandEnded(L"LINE"); }
@@ -822,6 +824,36 @@ void TestObjectCombos::shadePlotRefillsWhenHooked()
     QCOMPARE(combo.count(), hooked ? 3 : 2);
     QCOMPARE(combo.getCurrentName(), s("b"));
     QCOMPARE(told.size(), 0);
+}
+
+void TestObjectCombos::blankShadePlotShowsItsFirstModeWhenItOpens_data()
+{
+    QTest::addColumn<bool>("hooked");
+    QTest::addColumn<bool>("isServiceLate");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("no service before") << true << true << s("a");
+    QTest::newRow("no row before") << true << false << s("a");
+    QTest::newRow("not hooked, no service before") << false << true << s("");
+    QTest::newRow("not hooked, no row before") << false << false << s("");
+}
+
+void TestObjectCombos::blankShadePlotShowsItsFirstModeWhenItOpens()
+{
+    QFETCH(bool, hooked);
+    QFETCH(bool, isServiceLate);
+    std::unique_ptr<ZvUtilsShadePlotComboBox> combo;
+    if (isServiceLate)
+        combo = std::make_unique<ZvUtilsShadePlotComboBox>(hooked, nullptr);
+    const PlotService service(arrayOf({mode("a"), mode("b")}));
+    if (!combo)
+        combo = std::make_unique<ZvUtilsShadePlotComboBox>(hooked, nullptr);
+    combo->setCurrentIndex(-1);
+    QSignalSpy told(combo.get(), &ZvUtilsShadePlotComboBox::ItemChanged);
+    combo->showPopup();
+    combo->hidePopup();
+    QTEST(combo->getCurrentName(), "shown");
+    QCOMPARE(told.size(), 0);
+    QVERIFY(!combo->signalsBlocked());
 }
 
 ZEVA_TEST_MAIN(TestObjectCombos)
