@@ -42,6 +42,9 @@ public Q_SLOTS:
     /// What a change of the current row does: a hooked control writes the row's name, and itemChanged() is emitted.
     void curIndexChanged(int index);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     ZvGlobalUIReactorHelp::SDimStyleInfo m_info;
 };

@@ -33,6 +33,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// What a change of the current row does: the signal above, while signals are blocked.
     void curIndexChanged(int index);
+
+protected:
+    bool event(QEvent *event) override;
 };
 
 #endif

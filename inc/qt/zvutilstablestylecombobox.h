@@ -42,6 +42,9 @@ public Q_SLOTS:
     /// emitted.
     void curIndexChanged(int index);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     ZvGlobalUIReactorHelp::STableStyleInfo m_info;
 };

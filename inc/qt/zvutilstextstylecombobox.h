@@ -58,6 +58,9 @@ public Q_SLOTS:
     /// is emitted.
     void curIndexChanged(int index);
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
     const bool m_sorted;
     ZvGlobalUIReactorHelp::STextStyleInfo m_info;

@@ -71,6 +71,11 @@ void ZvUtilsDimStyleComboBox::showPopup()
     QComboBox::showPopup();
 }
 
+bool ZvUtilsDimStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsDimStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
 {
     if (!zvNoticeConcerns(noticeFilter(), notice))

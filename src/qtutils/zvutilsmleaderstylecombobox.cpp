@@ -77,6 +77,11 @@ void ZvUtilsMleaderStyleComboBox::showPopup()
     QComboBox::showPopup();
 }
 
+bool ZvUtilsMleaderStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsMleaderStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
 {
     if (!zvNoticeConcerns(noticeFilter(), notice))

@@ -45,4 +45,9 @@ void ZvUtilsTableCellColStyleComboBox::curIndexChanged(int)
     zvTellPickUnheard(*this, [this](const QString &name) { Q_EMIT itemChanged(name); });
 }
 
+bool ZvUtilsTableCellColStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsTableCellColStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -36,4 +36,9 @@ void ZvUtilsTableCellRowStyleComboBox::curIndexChanged(int)
     zvTellPickUnheard(*this, [this](const QString &name) { Q_EMIT itemChanged(name); });
 }
 
+bool ZvUtilsTableCellRowStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsTableCellRowStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

@@ -44,4 +44,9 @@ void ZvUtilsTableCellStyleComboBox::curIndexChanged(int)
     zvTellPickUnheard(*this, [this](const QString &name) { Q_EMIT itemChanged(name); });
 }
 
+bool ZvUtilsTableCellStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsTableCellStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &) { }

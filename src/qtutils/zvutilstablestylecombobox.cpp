@@ -70,6 +70,11 @@ void ZvUtilsTableStyleComboBox::showPopup()
     QComboBox::showPopup();
 }
 
+bool ZvUtilsTableStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsTableStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
 {
     if (!zvNoticeConcerns(noticeFilter(), notice))

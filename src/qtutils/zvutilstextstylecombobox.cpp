@@ -116,6 +116,11 @@ void ZvUtilsTextStyleComboBox::showPopup()
     QComboBox::showPopup();
 }
 
+bool ZvUtilsTextStyleComboBox::event(QEvent *event)
+{
+    return QComboBox::event(event);
+}
+
 void ZvUtilsTextStyleComboBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
 {
     if (!zvNoticeConcerns(noticeFilter(), notice))
