@@ -365,6 +365,7 @@ void TestPrintPreview::windowIsAFullScreenDialog()
     QVERIFY(!(preview.dialog->windowFlags() & Qt::WindowContextHelpButtonHint));
     QCOMPARE(preview.dialog->windowState(), Qt::WindowStates(Qt::WindowFullScreen));
     QCOMPARE(preview.dialog->minimumSize(), QSize(100, 100));
+    QCOMPARE(preview.dialog->size(), QGuiApplication::primaryScreen()->availableGeometry().size());
     QVERIFY(preview.dialog->isModal());
     preview.dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(preview.dialog));
@@ -437,8 +438,12 @@ void TestPrintPreview::zoomBoxListsItsFactors()
 {
     const Preview preview(kA4);
     QStringList texts;
-    for (int i = 0; i < preview.box()->count(); ++i)
+    QVector<int> halves;
+    for (int i = 0; i < preview.box()->count(); ++i) {
         texts << preview.box()->itemText(i);
+        halves << preview.box()->itemData(i).toInt();
+    }
+    QCOMPARE(halves, (QVector<int>{25, 50, 100, 200, 250, 300, 400, 800, 1600}));
     QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("12.5% 25% 50% 100% 125% 150% 200% 400% 800%"));
     QVERIFY(preview.box()->isEditable());
     QCOMPARE(preview.box()->minimumContentsLength(), 7);
