@@ -327,6 +327,7 @@ private Q_SLOTS:
     void typedZoom_data();
     void typedZoom();
     void refusedZoomGoesBackToTheLastGoodOne();
+    void boxThatNobodyTypedIntoTellsTheView();
     void zoomOutOfRangeIsClamped_data();
     void zoomOutOfRangeIsClamped();
     void pickFromTheListCountsWhenTheBoxIsLeft();
@@ -338,6 +339,7 @@ private Q_SLOTS:
     void secondClickOnAFitFitsAgain();
     void wheelKeepsThePointUnderThePointer_data();
     void wheelKeepsThePointUnderThePointer();
+    void wheelTakesTheWholePixelUnderThePointer();
     void wheelStopsAtTheClamp_data();
     void wheelStopsAtTheClamp();
     void dragMovesTheSheet_data();
@@ -367,6 +369,7 @@ void TestPrintPreview::windowIsAFullScreenDialog()
     QCOMPARE(preview.dialog->minimumSize(), QSize(100, 100));
     QCOMPARE(preview.dialog->size(), QGuiApplication::primaryScreen()->availableGeometry().size());
     QVERIFY(preview.dialog->isModal());
+    QCOMPARE(preview.dialog->focusWidget(), preview.sheet());
     preview.dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(preview.dialog));
     const QSize screen = QGuiApplication::primaryScreen()->size();
@@ -778,6 +781,21 @@ void TestPrintPreview::refusedZoomGoesBackToTheLastGoodOne()
     QCOMPARE(preview.picture(), picture);
 }
 
+void TestPrintPreview::boxThatNobodyTypedIntoTellsTheView()
+{
+    Preview preview(kA4);
+    preview.show();
+    preview.typeZoom(QStringLiteral("1%"));
+    QTest::keyClick(preview.edit(), Qt::Key_Return);
+    preview.wheel(QPointF(250, 200), -120);
+    QCOMPARE(preview.zoom(), QStringLiteral("0.8%")); // too little to be typed, but it is what is shown
+    const QImage picture = preview.picture();
+    QVERIFY(preview.edit()->hasFocus());
+    QTest::keyClick(preview.edit(), Qt::Key_Tab);
+    QCOMPARE(preview.zoom(), QStringLiteral("0.8%"));
+    QCOMPARE(preview.picture(), picture);
+}
+
 void TestPrintPreview::zoomOutOfRangeIsClamped_data()
 {
     QTest::addColumn<QString>("text");
@@ -957,6 +975,22 @@ void TestPrintPreview::wheelKeepsThePointUnderThePointer()
         QVERIFY2((after - fixed).manhattanLength() <= 4.0, qPrintable(QString::number(after.x() - fixed.x())));
         QVERIFY(std::abs(preview.percent() / percent - (delta > 0 ? 1.25 : 0.8)) < 0.01);
     }
+}
+
+void TestPrintPreview::wheelTakesTheWholePixelUnderThePointer()
+{
+    Preview whole(kA4);
+    whole.show();
+    for (int turn = 0; turn < 5; ++turn)
+        whole.wheel(QPointF(130, 370), 120);
+    const QImage expected = whole.picture();
+    whole.dialog->hide();
+    Preview between(kA4);
+    between.show();
+    for (int turn = 0; turn < 5; ++turn)
+        between.wheel(QPointF(129.6, 370.4), 120);
+    QVERIFY(paperIn(expected) != expected.rect()); // an edge to see the place by
+    QCOMPARE(between.picture(), expected);
 }
 
 void TestPrintPreview::wheelStopsAtTheClamp_data()
