@@ -21,7 +21,8 @@ inline QByteArray littleEndian(quint32 value, int size = 4)
     return bytes;
 }
 
-/// A bitmap without file header, all of one colour: 1, 4 or 8 bits by a full table, or 16, 24 or 32 bits.
+/// A bitmap without file header, all of one colour: 1, 4 or 8 bits by the last row of a table that is black otherwise,
+/// or 16, 24 or 32 bits.
 inline QByteArray bitmap(int width, int height, int bits = 8, const QColor &color = QColor(0x33, 0x33, 0x33))
 {
     const QByteArray bgr
@@ -30,8 +31,8 @@ inline QByteArray bitmap(int width, int height, int bits = 8, const QColor &colo
     QByteArray table;
     QByteArray pixels;
     if (bits <= 8) {
-        table = QByteArray(bgr + '\0').repeated(1 << bits);
-        pixels = QByteArray(row, '\x05');
+        table = QByteArray(4 * ((1 << bits) - 1), '\0') + bgr + '\0';
+        pixels = QByteArray(row, '\xFF');
     } else if (bits == 16) {
         const int word = (color.red() >> 3) << 10 | (color.green() >> 3) << 5 | color.blue() >> 3;
         pixels = littleEndian(quint32(word), 2).repeated(row / 2);

@@ -43,11 +43,6 @@ public:
     }
     bool isEmpty() const { return label->text().isEmpty() && label->pixmap(Qt::ReturnByValue).isNull(); }
     QSize picture() const { return label->pixmap(Qt::ReturnByValue).size(); }
-    QColor color() const
-    {
-        const QImage image = label->pixmap(Qt::ReturnByValue).toImage();
-        return image.isNull() ? QColor() : image.pixelColor(image.width() / 2, image.height() / 2);
-    }
 
     QGroupBox *group;
     QWidget *host;
@@ -390,6 +385,9 @@ void TestQtFileDialogPreview::thumbnailOfADrawing_data()
     QTest::newRow("PNG only") << drawing({{6, png(40, 30, color)}}) << color;
     QTest::newRow("the bitmap comes before the PNG")
         << drawing({{6, png(20, 20, Qt::green)}, {2, bitmap(40, 30, 24, color)}}) << color;
+    QTest::newRow("bitmap with a longer header")
+        << drawing({{2, littleEndian(108) + bitmap(40, 30, 24, color).mid(4).insert(36, QByteArray(68, '\0'))}})
+        << color;
     QTest::newRow("bitmap upside down") << drawing(
         {{2, bitmap(40, 30, 24, color).replace(8, 4, littleEndian(quint32(-30)))}})
                                         << color;
@@ -404,9 +402,12 @@ void TestQtFileDialogPreview::thumbnailOfADrawing()
     Q_EMIT box.dialog->currentChanged(m_tree->addFile(QStringLiteral("平面图.dwg"), file));
     const Pane pane(box);
     QCOMPARE(pane.picture(), kSize);
-    const QColor seen = pane.color();
-    QVERIFY(qAbs(seen.red() - color.red()) < 8 && qAbs(seen.green() - color.green()) < 8
-            && qAbs(seen.blue() - color.blue()) < 8);
+    const QImage seen = pane.label->pixmap(Qt::ReturnByValue).toImage();
+    for (const QPoint &pos : {QPoint(0, 0), seen.rect().center(), seen.rect().bottomRight()}) {
+        const QColor pixel = seen.pixelColor(pos);
+        QVERIFY(qAbs(pixel.red() - color.red()) < 8 && qAbs(pixel.green() - color.green()) < 8
+                && qAbs(pixel.blue() - color.blue()) < 8);
+    }
     QVERIFY(s_log.isEmpty());
 }
 
