@@ -1319,6 +1319,8 @@ void TestFacadeCurrent::workBlockIsModelSpaceWithTiles()
 {
     QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().modelSpaceId());
     QVERIFY(ZevaUISetting::getWorkBlockRecId(nullptr).isNull());
+    const LayoutLink link(nullptr); // no layout is asked for
+    QCOMPARE(ZevaUISetting::getWorkBlockRecId(&drawing()), drawing().modelSpaceId());
 }
 
 void TestFacadeCurrent::workBlockIsThePaperOnALayout()
