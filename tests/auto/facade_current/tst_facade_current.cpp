@@ -845,25 +845,11 @@ void TestFacadeCurrent::idOrNameCountsForASelection()
     addTableStyle(L"Other");
     addMLeaderStyle(L"Other");
     addPlotStyle(L"Other");
-    ZvDbEntity *entity = nullptr;
-    switch (kind) {
-    case 5:
-        entity = new ZvDbDimension;
-        break;
-    case 6:
-        entity = new ZvDbText;
-        break;
-    case 7:
-        entity = new ZvDbTable;
-        break;
-    case 8:
-        entity = new ZvDbMLeader;
-        break;
-    default:
-        entity = new ZvDbLine;
-        break;
-    }
-    const ZvDbObjectId id = add(entity);
+    const ZvDbObjectId id = kind == 5 ? add(new ZvDbDimension)
+        : kind == 6                   ? add(new ZvDbText)
+        : kind == 7                   ? add(new ZvDbTable)
+        : kind == 8                   ? add(new ZvDbMLeader)
+                                      : addLine();
     select({id});
     const bool isStyle = kind >= 5 && kind <= 8;
     const ZvDbObjectId other = find(isStyle ? kind : 2, L"Other");
