@@ -22,8 +22,8 @@ QT_END_NAMESPACE
 class ZvColorDialog;
 class ZvColorLabel;
 
-/// Red, green and blue 0 to 255; hue 0 to 360 degrees, saturation and lightness 0 to 100 per cent, rounded. Red and grey
-/// have hue 0; 360 is the result where the rounding gives it alone.
+/// Red, green and blue 0 to 255; hue 0 to 360 degrees, saturation and lightness 0 to 100 per cent, rounded. Red and
+/// grey have hue 0; 360 is the result where the rounding gives it alone.
 ZV_EXPORT void rgbToHsl(short r, short g, short b, short &h, short &s, short &l);
 /// The inverse, to within the rounding.
 ZV_EXPORT void hslToRgb(short h, short s, short l, short &r, short &g, short &b);

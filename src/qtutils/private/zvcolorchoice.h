@@ -18,8 +18,8 @@ struct ZvColorChoice
     std::uint32_t value = 0;
 };
 
-/// By layer, by block and by index as an index, everything else as a packed colour: by its red, green and blue, or by the
-/// bytes of the word.
+/// By layer, by block and by index as an index, everything else as a packed colour: by its red, green and blue, or by
+/// the bytes of the word.
 template <class Color> ZvColorChoice zvColorChoiceOf(const Color &color);
 
 /// Parameters of a dialog that shows this colour.

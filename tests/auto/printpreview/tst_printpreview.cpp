@@ -2,8 +2,8 @@
 #include "mainwindowhost.h"
 #include "modaldriver.h"
 #include "modulesession.h"
-#include "zevatest.h"
 #include "stranger.h"
+#include "zevatest.h"
 #include "zvqtcanvas.h"
 
 #include "base/zverror.h"
