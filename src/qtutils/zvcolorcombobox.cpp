@@ -175,7 +175,7 @@ ZvColorComboBox::~ZvColorComboBox()
 
 void ZvColorComboBox::setUp()
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvNameForReaders(this);
     Initialize();
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvColorComboBox::on_activated);
@@ -510,15 +510,8 @@ bool ZvColorComboBox::event(QEvent *event)
 
 void ZvColorComboBox::showPopup()
 {
-    if (!zvRefillForOpening(*this, *this, ZvOpening::kNotDuringCommand,
-                            [this] { init(ZvCmColor(), false, m_layerId); }))
-        return;
-    // It stays blank for entities that differ. One that was empty for want of a drawing shows what its filling shows.
-    if (hooked && currentIndex() < 0 && m_colorInfo.status != ZvGlobalUIReactorHelp::kInfoMixed) {
-        const ZvQtBlockSignalUtil block(this);
-        setCurrentIndex(0);
-    }
-    QComboBox::showPopup();
+    if (zvRefillForOpening(*this, *this, [this] { init(ZvCmColor(), false, m_layerId); }))
+        QComboBox::showPopup();
 }
 
 void ZvColorComboBox::on_activated(int)

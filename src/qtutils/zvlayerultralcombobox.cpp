@@ -92,7 +92,7 @@ ZvLayerUltralComboBox::ZvLayerUltralComboBox(QWidget *parent) : QComboBox(parent
 ZvLayerUltralComboBox::ZvLayerUltralComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, hook ? &m_layerInfo : nullptr)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     m_joinedBus = hook;
     setMaxVisibleItems(kMostVisible);
     initializeData();

@@ -129,7 +129,7 @@ ZvLineTypeComboBox::ZvLineTypeComboBox(QWidget *parent, bool noPendingItem, bool
 ZvLineTypeComboBox::ZvLineTypeComboBox(bool hook, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, &m_lineTypeInfo), m_filled(std::make_unique<FilledRows>())
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     init();
     zvTranslateRows(this, "ZvLineTypeComboBox", {kPendingName});
     zvNameForReaders(this);
@@ -355,7 +355,7 @@ void ZvLineTypeComboBox::wheelEvent(QWheelEvent *event)
 
 void ZvLineTypeComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kNotDuringCommand, [this] { init(); }))
+    if (zvRefillForOpening(*this, *this, [this] { init(); }))
         QComboBox::showPopup();
 }
 

@@ -64,7 +64,7 @@ ZvLineWidthComboBox::ZvLineWidthComboBox(QWidget *parent)
 ZvLineWidthComboBox::ZvLineWidthComboBox(bool hook, int mask, QWidget *parent)
     : QComboBox(parent), CZvQtControlHelp(hook, &m_lineWeightInfo), m_itemMask(mask)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     init(false);
     zvNameForReaders(this);
     zvTranslateRows(this, "ZvLineWidthComboBox", {kUseObjects});
@@ -217,7 +217,7 @@ void ZvLineWidthComboBox::resizeEvent(QResizeEvent *event)
 
 void ZvLineWidthComboBox::showPopup()
 {
-    if (zvRefillForOpening(*this, *this, ZvOpening::kNotDuringCommand, [this] { init(false); }))
+    if (zvRefillForOpening(*this, *this, [this] { init(false); }))
         QComboBox::showPopup();
 }
 

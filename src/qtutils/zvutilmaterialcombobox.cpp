@@ -19,9 +19,9 @@ ZvString currentMaterialName(const ZvDbDatabase &drawing)
     return material ? material->name() : ZvString();
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.materialDictionaryId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.materialDictionaryId(); });
 }
 
 } // namespace
@@ -68,7 +68,7 @@ void ZvUtilsMaterialComboBox::curIndexChanged(int index)
 
 void ZvUtilsMaterialComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -19,9 +19,9 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.dimStyleTableId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.dimStyleTableId(); });
 }
 
 } // namespace
@@ -67,7 +67,7 @@ void ZvUtilsDimStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsDimStyleComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -26,9 +26,9 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.layerTableId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.layerTableId(); });
 }
 
 } // namespace
@@ -105,7 +105,7 @@ void ZvUtilsLayerComboBox::activatedIndexChanged(int index)
 void ZvUtilsLayerComboBox::showPopup()
 {
     m_savedIndex = currentIndex();
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

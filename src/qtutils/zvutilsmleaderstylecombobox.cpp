@@ -23,9 +23,9 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.mleaderStyleDictionaryId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.mleaderStyleDictionaryId(); });
 }
 
 } // namespace
@@ -73,7 +73,7 @@ void ZvUtilsMleaderStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsMleaderStyleComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

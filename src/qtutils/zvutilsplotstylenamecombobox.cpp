@@ -51,9 +51,9 @@ int findShown(const QComboBox &combo, const ZvString &name)
     return -1;
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.plotStyleDictionaryId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.plotStyleDictionaryId(); });
 }
 
 } // namespace
@@ -111,7 +111,7 @@ void ZvUtilsPlotStyleNameComboBox::curIndexChanged(int index)
 
 void ZvUtilsPlotStyleNameComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

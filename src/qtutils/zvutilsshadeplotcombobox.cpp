@@ -53,13 +53,8 @@ QString ZvUtilsShadePlotComboBox::getCurrentName() const
 
 void ZvUtilsShadePlotComboBox::showPopup()
 {
-    if (hooked) {
-        // Not as in lists that show a selection: what is blank here had no modes before, and shows the first of them.
-        const ZvQtBlockSignalUtil block(this);
-        const QString text = currentText();
-        init();
-        setCurrentText(text);
-    }
+    if (hooked)
+        zvRefillKeepingText(*this, *this, [this] { init(); });
     QComboBox::showPopup();
 }
 

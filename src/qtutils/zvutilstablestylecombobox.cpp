@@ -18,9 +18,9 @@ const ZvNoticeFilter &noticeFilter()
     return filter;
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.tableStyleDictionaryId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.tableStyleDictionaryId(); });
 }
 
 } // namespace
@@ -66,7 +66,7 @@ void ZvUtilsTableStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsTableStyleComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -26,9 +26,9 @@ bool isOfExternalReference(ZvDbObjectId style)
     return record && record->isDependent();
 }
 
-ZvDbObjectId listedTable(const ZvDbDatabase &drawing)
+ZvListSource listSource()
 {
-    return drawing.textStyleTableId();
+    return zvListSource([](const ZvDbDatabase &drawing) { return drawing.textStyleTableId(); });
 }
 
 } // namespace
@@ -68,7 +68,7 @@ void ZvUtilsTextStyleComboBox::init()
 
 void ZvUtilsTextStyleComboBox::updateTextStyle()
 {
-    zvRefillKeepingText(*this, [this] { init(); });
+    zvRefillKeepingText(*this, *this, [this] { init(); });
 }
 
 void ZvUtilsTextStyleComboBox::setCurrentTextStyle(ZvDbObjectId id)
@@ -112,7 +112,7 @@ void ZvUtilsTextStyleComboBox::curIndexChanged(int index)
 
 void ZvUtilsTextStyleComboBox::showPopup()
 {
-    zvRefillForOpening(*this, *this, zvListSource(listedTable), [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -68,7 +68,7 @@ ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(QWidget *parent) : ZvUtilsUcsComboBox(fal
 
 ZvUtilsUcsComboBox::ZvUtilsUcsComboBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     zvSetUpList(*this);
     zvTranslateRows(this, "ZevaUISetting", {std::begin(kPresetTexts), std::end(kPresetTexts)});
     initIcons();
@@ -162,7 +162,7 @@ bool ZvUtilsUcsComboBox::event(QEvent *event)
 
 void ZvUtilsUcsComboBox::showPopup()
 {
-    zvRefillShownForOpening(*this, *this, listSource, [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

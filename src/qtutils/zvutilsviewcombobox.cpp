@@ -73,7 +73,7 @@ ZvUtilsViewComboBox::ZvUtilsViewComboBox(QWidget *parent) : ZvUtilsViewComboBox(
 
 ZvUtilsViewComboBox::ZvUtilsViewComboBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook)
 {
-    zvJoinUpdateBus(*this);
+    const ZvUpdateBusJoin joined(*this);
     setModel(new ZvRowModel(this));
     // Activations: the same view can be picked twice, and a refill sends nothing.
     connect(this, qOverload<int>(&QComboBox::activated), this, &ZvUtilsViewComboBox::activateIndex);
@@ -149,7 +149,7 @@ bool ZvUtilsViewComboBox::event(QEvent *event)
 
 void ZvUtilsViewComboBox::showPopup()
 {
-    zvRefillShownForOpening(*this, *this, listSource, [this] { init(); });
+    zvRefillNamesForOpening(*this, *this, listSource, [this] { init(); });
     QComboBox::showPopup();
 }
 

@@ -23,7 +23,7 @@
 /// \code
 /// MaterialBox::MaterialBox(bool hook, QWidget *parent) : QComboBox(parent), CZvQtControlHelp(hook, &m_info)
 /// {
-///     zvJoinUpdateBus(*this);
+///     const ZvUpdateBusJoin joined(*this);
 ///     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &MaterialBox::curIndexChanged);
 ///     init();
 /// }
@@ -41,7 +41,7 @@
 /// }
 /// void MaterialBox::showPopup()
 /// {
-///     if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
+///     if (zvRefillForOpening(*this, *this, [this] { init(); }))
 ///         QComboBox::showPopup();
 /// }
 /// void MaterialBox::acceptUpdateUI(const CZvGlobalUIReactorHelp &notice)
@@ -104,6 +104,12 @@ inline bool zvIsBlank(ZvShown shown)
     return shown == ZvShown::kBlankDisabled || shown == ZvShown::kBlankEnabled;
 }
 
+/// Whether the control's summary says that the selected entities differ.
+inline bool zvIsMixed(const CZvQtControlHelp &control)
+{
+    return control.pickFirstInfo && control.pickFirstInfo->status == ZvGlobalUIReactorHelp::kInfoMixed;
+}
+
 /// Shows that there is no value, with signals blocked. \a setNull shows no item.
 template<class SetNull>
 void zvShowBlank(QWidget &control, ZvShown shown, SetNull setNull)
@@ -164,34 +170,33 @@ void zvShowName(QComboBox &combo, CZvQtControlHelp &control, const QString &name
 
 // ---- what the user does
 
-/// When the list of a bound control opens.
-enum class ZvOpening { kAlways, kNotDuringCommand };
-
-/// Fills a list anew and keeps the text that is shown, with signals blocked. \a fill may use guards of its own. A blank
-/// control stays blank: the first row, which a filled list shows by itself, could not be picked then.
+/// Fills a list anew and keeps the text that is shown, with signals blocked. \a fill may use guards of its own. Without a
+/// text it shows what its filling shows, but not while the selected entities differ: the first row could not be picked
+/// then.
 template<class Fill>
-void zvRefillKeepingText(QComboBox &combo, Fill fill)
+void zvRefillKeepingText(QComboBox &combo, const CZvQtControlHelp &control, Fill fill)
 {
     const ZvQtBlockSignalUtil block(&combo);
     const QString text = combo.currentText();
     fill();
     // The end of a guard within has unblocked early, and the text must not be taken for a pick.
     combo.blockSignals(true);
-    if (text.isEmpty())
-        combo.setCurrentIndex(-1);
-    else
+    if (!text.isEmpty())
         combo.setCurrentText(text);
+    else if (zvIsMixed(control))
+        combo.setCurrentIndex(-1);
 }
 
-/// What comes before QComboBox::showPopup(): a bound control's list is filled anew. False where it must not open.
+/// What comes before QComboBox::showPopup() of a list that stays closed during an ordinary command: a bound one is filled
+/// anew. False where it must not open.
 template<class Fill>
-bool zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, ZvOpening opening, Fill fill)
+bool zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, Fill fill)
 {
     if (!control.hooked)
         return true;
-    if (opening == ZvOpening::kNotDuringCommand && zvIsOrdinaryCommandActive())
+    if (zvIsOrdinaryCommandActive())
         return false;
-    zvRefillKeepingText(combo, fill);
+    zvRefillKeepingText(combo, control, fill);
     return true;
 }
 

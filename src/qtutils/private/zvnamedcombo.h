@@ -48,34 +48,21 @@ void zvNoteFilledFrom(QComboBox &combo, const ZvListSource &source);
 
 /// What comes before QComboBox::showPopup() of a bound list of names: it is filled anew, unless that would make the
 /// same rows. A drawing has thousands of styles at times, and its lists are opened far more often than they change.
-template <class Fill>
-void zvRefillForOpening(QComboBox &combo, const CZvQtControlHelp &control, const ZvListSource &source, Fill fill)
+/// \a sourceOf reads the drawing, and is not asked for a list that is not bound.
+template <class SourceOf, class Fill>
+void zvRefillNamesForOpening(QComboBox &combo, const CZvQtControlHelp &control, SourceOf sourceOf, Fill fill)
 {
     if (!control.hooked)
         return;
-    const bool isFilled = zvIsFilledFrom(combo, source);
-    zvRefillKeepingText(combo, [&] {
+    const ZvListSource source = sourceOf();
+    // A blank list is filled for what its filling shows.
+    const bool isFilled = zvIsFilledFrom(combo, source) && !(combo.currentText().isEmpty() && !zvIsMixed(control));
+    zvRefillKeepingText(combo, control, [&] {
         if (!isFilled)
             fill();
     });
     if (!isFilled)
         zvNoteFilledFrom(combo, source);
-}
-
-/// The same for a list that is never blank for a mixed selection: without a text it shows what its filling shows.
-/// \a sourceOf reads the drawing, and is not asked for a list that is not bound.
-template <class SourceOf, class Fill>
-void zvRefillShownForOpening(QComboBox &combo, const CZvQtControlHelp &control, SourceOf sourceOf, Fill fill)
-{
-    if (!control.hooked)
-        return;
-    const ZvListSource source = sourceOf();
-    if (combo.currentText().isEmpty()) {
-        const ZvQtBlockSignalUtil block(&combo);
-        fill();
-        zvNoteFilledFrom(combo, source);
-    }
-    zvRefillForOpening(combo, control, source, fill);
 }
 
 /// Id that a system variable of the drawing holds, null where it cannot be read.

@@ -7,6 +7,8 @@
 
 #include "base/zvregistry.h"
 
+#include <exception>
+
 namespace {
 
 ZvRxObject *busObject()
@@ -22,12 +24,18 @@ ZvQtUpdateBusService *asBusService(ZvRxObject *object)
 
 } // namespace
 
-void zvJoinUpdateBus(CZvQtControlHelp &control)
+ZvUpdateBusJoin::ZvUpdateBusJoin(CZvQtControlHelp &control) : m_control(control), m_errors(std::uncaught_exceptions())
 {
     if (!control.hooked)
         return;
     if (ZvRxObject *object = busObject())
         asBusService(zvqt_queryRequired<ZvRxObject>(object))->addReceiver(&control);
+}
+
+ZvUpdateBusJoin::~ZvUpdateBusJoin()
+{
+    if (std::uncaught_exceptions() > m_errors)
+        zvLeaveUpdateBus(m_control);
 }
 
 void zvLeaveUpdateBus(CZvQtControlHelp &control) noexcept

@@ -21,7 +21,7 @@ class MaterialBox : public QComboBox, public CZvQtControlHelp
 public:
     explicit MaterialBox(bool hook, QWidget *parent = nullptr) : QComboBox(parent), CZvQtControlHelp(hook, &m_info)
     {
-        zvJoinUpdateBus(*this);
+        const ZvUpdateBusJoin joined(*this);
         connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &MaterialBox::pick);
         init();
     }
@@ -58,8 +58,9 @@ public:
     }
     void showPopup() override
     {
-        if (zvRefillForOpening(*this, *this, ZvOpening::kAlways, [this] { init(); }))
-            ++openings;
+        if (hooked)
+            zvRefillKeepingText(*this, *this, [this] { init(); });
+        ++openings;
     }
 
     int fills = 0;
@@ -91,7 +92,7 @@ class LayerBox : public QComboBox, public CZvQtControlHelp
 public:
     explicit LayerBox(bool hook) : CZvQtControlHelp(hook, &m_info)
     {
-        zvJoinUpdateBus(*this);
+        const ZvUpdateBusJoin joined(*this);
         init();
         connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this, &LayerBox::pick);
     }
@@ -133,7 +134,7 @@ public:
     }
     void showPopup() override
     {
-        if (zvRefillForOpening(*this, *this, ZvOpening::kNotDuringCommand, [this] { init(); }))
+        if (zvRefillForOpening(*this, *this, [this] { init(); }))
             ++openings;
     }
 
@@ -628,7 +629,7 @@ void TestBoundControl::hookedComesBackWhenFillingFails()
         QVERIFY(!box.hooked);
         throw Refusal();
     };
-    QVERIFY_EXCEPTION_THROWN(zvRefillKeepingText(box, fail), Refusal);
+    QVERIFY_EXCEPTION_THROWN(zvRefillKeepingText(box, box, fail), Refusal);
     QVERIFY(box.hooked);
     QVERIFY(!box.signalsBlocked());
 }
