@@ -4,10 +4,9 @@
 #include "drawingtexts.h"
 #include "macrospy.h"
 #include "notices.h"
-#include "pictures.h"
+#include "rowpicture.h"
 #include "viewportdata.h"
 
-#include "qt_utils.h"
 #include "zvutilsucscombobox.h"
 
 #include "base/zverror.h"
@@ -22,11 +21,6 @@ typedef ZevaUISetting S;
 QString s(const char *text)
 {
     return QString::fromUtf8(text);
-}
-
-QImage imageOf(const QIcon &icon)
-{
-    return icon.pixmap(16, 16).toImage();
 }
 
 /// The rows in the order in which they stand.
@@ -235,12 +229,7 @@ void TestUcsCombo::rowHasItsTypeAndPicture()
     makeAllRows();
     const ZvUtilsUcsComboBox combo(nullptr);
     QCOMPARE(combo.itemData(row), QVariant(kRows[row].type));
-    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].picture);
-    if (!kRows[row].picture)
-        return;
-    QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
-    const QIcon expected = zvsiQtCreateIcon(QLatin1String(kRows[row].picture), false, 16, 16);
-    COMPARE_PICTURES(imageOf(combo.itemIcon(row)), imageOf(expected));
+    compareRowPicture(combo, row, kRows[row].picture);
 }
 
 void TestUcsCombo::rowsOfTheSystemInForce_data()

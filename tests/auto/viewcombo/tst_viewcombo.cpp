@@ -4,9 +4,8 @@
 #include "drawingtexts.h"
 #include "macrospy.h"
 #include "notices.h"
-#include "pictures.h"
+#include "rowpicture.h"
 
-#include "qt_utils.h"
 #include "zvutilsviewcombobox.h"
 
 #include <QSignalSpy>
@@ -16,11 +15,6 @@ namespace {
 QString s(const char *text)
 {
     return QString::fromUtf8(text);
-}
-
-QImage imageOf(const QIcon &icon)
-{
-    return icon.pixmap(16, 16).toImage();
 }
 
 struct ViewRow
@@ -136,12 +130,7 @@ void TestViewCombo::rowHasItsCodeAndPicture()
     QFETCH(int, row);
     const ZvUtilsViewComboBox combo(nullptr);
     QCOMPARE(combo.itemData(row), QVariant(kRows[row].code));
-    QCOMPARE(combo.itemIcon(row).isNull(), !kRows[row].picture);
-    if (!kRows[row].picture)
-        return;
-    QCOMPARE(combo.itemIcon(row).actualSize(QSize(64, 64)), QSize(16, 16));
-    const QIcon expected = zvsiQtCreateIcon(QLatin1String(kRows[row].picture), false, 16, 16);
-    COMPARE_PICTURES(imageOf(combo.itemIcon(row)), imageOf(expected));
+    compareRowPicture(combo, row, kRows[row].picture);
 }
 
 void TestViewCombo::pickSendsItsMacro()
