@@ -201,6 +201,7 @@ private Q_SLOTS:
     void openingTouchesOnlyWhatHasChanged();
     void openingKeepsTheRowWithoutWriting();
     void blankStaysBlankOverOpening();
+    void blankWithoutASelectionShowsWhatAFilledListDoes();
 
     // the pending row, by the command
     void commandRouteGoesBackFirst_data();
@@ -1336,6 +1337,22 @@ void TestLineTypeComboBox::blankStaysBlankOverOpening()
     combo.showPopup();
     QCOMPARE(combo.currentIndex(), -1);
     combo.hidePopup();
+}
+
+void TestLineTypeComboBox::blankWithoutASelectionShowsWhatAFilledListDoes()
+{
+    ZvLineTypeComboBox combo(true, nullptr);
+    const QString filled = combo.currentText();
+    QVERIFY(!filled.isEmpty());
+    combo.show();
+    {
+        const QSignalBlocker block(&combo);
+        combo.clear();
+    }
+    combo.showPopup();
+    QCOMPARE(combo.currentText(), filled);
+    combo.hidePopup();
+    QVERIFY(!zvedQueueHasInput()); // and writes nothing
 }
 
 // ---- the pending row, by the command --------------------------------------------------------------------------------

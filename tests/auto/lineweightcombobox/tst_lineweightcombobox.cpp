@@ -151,6 +151,7 @@ private Q_SLOTS:
     void openingIsAlwaysInMillimetres();
     void openingKeepsTheRowWithoutWriting();
     void blankStaysBlankOverOpening();
+    void blankWithoutASelectionShowsWhatAFilledListDoes();
 
     // days at work
     void journeyFromPickToUndo();
@@ -955,6 +956,22 @@ void TestLineWeightComboBox::blankStaysBlankOverOpening()
     combo.showPopup();
     QCOMPARE(combo.currentIndex(), -1);
     combo.hidePopup();
+}
+
+void TestLineWeightComboBox::blankWithoutASelectionShowsWhatAFilledListDoes()
+{
+    ZvLineWidthComboBox combo(true, 7, nullptr);
+    const QString filled = combo.currentText();
+    QVERIFY(!filled.isEmpty());
+    combo.show();
+    {
+        const QSignalBlocker block(&combo);
+        combo.clear();
+    }
+    combo.showPopup();
+    QCOMPARE(combo.currentText(), filled);
+    combo.hidePopup();
+    QVERIFY(!zvedQueueHasInput()); // and writes nothing
 }
 
 // ---- days at work ---------------------------------------------------------------------------------------------------
